@@ -1,0 +1,73 @@
+#ifndef ZLMIM_ANIM_BONE_ANIM_H
+#define ZLMIM_ANIM_BONE_ANIM_H
+
+#include "zlmim/model/collection.h"
+#include "zlmim/model/record_array.h"
+#include "zlmim/model/records.h"
+#include "zlmim/model/whole.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace ZLMIM
+{
+
+/// Bone object used by animated meshes, with one key frame for each slot of its frame table. The bones of a
+/// loaded animation are parts of a whole: whoever holds one of them, or one of their `Children` lists, holds
+/// them all (see `Membership` for this and for what a host writes).
+class BoneAnim
+{
+public:
+    BoneAnim();
+    /// A part of a whole, that holds its children in `children`, a part of the same whole.
+    BoneAnim(Membership membership, Collection<BoneAnim>& children);
+    BoneAnim(const BoneAnim&) = delete;
+    BoneAnim& operator=(const BoneAnim&) = delete;
+    ~BoneAnim() = default;
+
+    [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
+
+    /// Child bones in file order; never none unless a host writes none.
+    [[nodiscard]] std::shared_ptr<Collection<BoneAnim>> Children() const;
+    void SetChildren(std::shared_ptr<Collection<BoneAnim>> children);
+
+    /// As stored, letter case included.
+    std::u16string Name;
+    /// Version of the BONE block.
+    std::int32_t Version = 0;
+
+    /// Makes a new frame table with the slots 0 to `i`, all zero (also `q`, which is no unit quaternion
+    /// then).
+    /// @throws BoundsError if `i` is negative; the old table stays.
+    /// @throws std::bad_alloc
+    void InitFrames(std::int32_t i);
+
+    /// A copy of slot `i`, from 0.
+    /// @throws BoundsError outside the table, or without one.
+    [[nodiscard]] Keyframe GetFrame(std::int32_t i) const;
+
+    /// Copies `k` into slot `i`, from 0.
+    /// @throws BoundsError outside the table, or without one.
+    void SetFrame(std::int32_t i, const Keyframe& k);
+
+    /// All slots as they lie in memory, slot 0 first, until the next `InitFrames`; empty without a table.
+    [[nodiscard]] std::span<const Keyframe> Frames() const noexcept
+    {
+        return {mFrames.data(), mFrames.size()};
+    }
+
+private:
+    friend class Anim;
+
+    [[nodiscard]] std::size_t Slot(std::int32_t i) const;
+
+    Membership mMembership;
+    std::shared_ptr<Collection<BoneAnim>> mChildren;
+    RecordArray<Keyframe> mFrames;
+};
+
+} // namespace ZLMIM
+
+#endif

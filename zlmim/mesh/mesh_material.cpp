@@ -1,0 +1,61 @@
+#include "zlmim/mesh/mesh.h"
+#include "zlmim/model/errors.h"
+#include "zlmim/reader/block.h"
+
+namespace ZLMIM
+{
+namespace
+{
+
+/// MATL blocks above this version have the long form.
+constexpr std::int32_t kLastShortMaterial = 101;
+
+std::u16string StripPath(const std::u16string& text)
+{
+    const std::size_t backslash = text.rfind(u'\\');
+    return backslash == std::u16string::npos ? text : text.substr(backslash + 1);
+}
+
+} // namespace
+
+void Mesh::ReadMaterial(Material& material)
+{
+    const auto block = Block::Enter(mCursor, u"MATL");
+    if (!block)
+        return;
+
+    material.Version = mCursor.GetLong();
+    const bool isLong = material.Version > kLastShortMaterial;
+    if (isLong)
+    {
+        material.Name = mCursor.GetString();
+        material.NumProperties = mCursor.GetLong();
+    }
+    material.TwoSided = mCursor.GetLong();
+    if (isLong)
+        material.Opacity = mCursor.GetSingle();
+    material.Ambient = mCursor.GetColour();
+    material.Diffuse = mCursor.GetColour();
+    material.Specular = mCursor.GetColour();
+    if (isLong)
+        material.Emissive = mCursor.GetColour();
+    material.SpecularPower = static_cast<float>(mCursor.GetLong());
+    const std::int32_t count = mCursor.GetLong();
+    // Counted first: a load that fails among the textures has counted them all.
+    TextureCount = CheckedAdd(TextureCount, count);
+    for (std::int32_t i = 0; i < count; ++i)
+        material.Textures->Add(ReadTexture());
+
+    block->Leave(mCursor);
+}
+
+std::shared_ptr<Texture> Mesh::ReadTexture()
+{
+    auto texture = std::make_shared<Texture>();
+    texture->TextureType = static_cast<txtype>(mCursor.GetLong());
+    texture->Name = StripPath(mCursor.GetString());
+    texture->Amount = mCursor.GetSingle();
+    return texture;
+}
+
+} // namespace ZLMIM

@@ -1,0 +1,25 @@
+#ifndef ZLMIM_MESH_TEXTURE_H
+#define ZLMIM_MESH_TEXTURE_H
+
+#include "zlmim/model/enumerations.h"
+
+#include <string>
+
+namespace ZLMIM
+{
+
+/// One texture of a material.
+class Texture
+{
+public:
+    /// Role in the material, as stored: any number.
+    txtype TextureType = txtype::TEX_Ambient;
+    /// File name without any path (what stood behind the last backslash). The file is never opened.
+    std::u16string Name;
+    /// Influence over the material as a whole.
+    float Amount = 0;
+};
+
+} // namespace ZLMIM
+
+#endif

@@ -1,0 +1,131 @@
+#ifndef ZLMIM_MODEL_COLLECTION_H
+#define ZLMIM_MODEL_COLLECTION_H
+
+#include "zlmim/model/errors.h"
+#include "zlmim/model/record_array.h"
+#include "zlmim/model/records.h"
+#include "zlmim/model/whole.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <memory>
+#include <span>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace ZLMIM
+{
+
+/// True for what a list holds by value: records and text. All else it holds by counted reference.
+template <class T>
+inline constexpr bool kHeldByValue = false;
+template <>
+inline constexpr bool kHeldByValue<Vector> = true;
+template <>
+inline constexpr bool kHeldByValue<std::u16string> = true;
+
+/// The ordered list of the object model. Entries are numbered from 1 in the order in which they were added,
+/// and enumerated in that order. A list is itself a shared object: a property hands out a reference to it.
+///
+/// An entry is a copy (`Vector`, text), or a shared reference, which may be none if a host added none; one
+/// object may stand in several lists, and several times in one.
+template <class T>
+class Collection
+{
+    static constexpr bool kHoldsRecords =
+        std::conjunction_v<std::bool_constant<kHeldByValue<T>>, std::is_trivially_copyable<T>>;
+
+public:
+    using Entry = std::conditional_t<kHeldByValue<T>, T, std::shared_ptr<T>>;
+
+    class Iterator
+    {
+    public:
+        using iterator_category = std::input_iterator_tag;
+        using value_type = Entry;
+        using difference_type = std::ptrdiff_t;
+        using pointer = void;
+        using reference = Entry;
+
+        Iterator() = default;
+        Iterator(const Collection* list, std::size_t index) : mList(list), mIndex(index) {}
+
+        [[nodiscard]] Entry operator*() const { return mList->At(mIndex); }
+        Iterator& operator++()
+        {
+            ++mIndex;
+            return *this;
+        }
+        Iterator operator++(int) { return Iterator(mList, mIndex++); }
+        bool operator==(const Iterator&) const = default;
+
+    private:
+        const Collection* mList = nullptr;
+        std::size_t mIndex = 0;
+    };
+
+    Collection() = default;
+    /// A list that is a part of a whole (see `Membership`).
+    explicit Collection(Membership membership) : mMembership(std::move(membership)) {}
+    Collection(const Collection&) = delete;
+    Collection& operator=(const Collection&) = delete;
+    ~Collection() = default;
+
+    [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
+
+    /// Appends an entry.
+    void Add(Entry entry)
+    {
+        if constexpr (kHeldByValue<T>)
+            mEntries.push_back(std::move(entry));
+        else
+            mEntries.push_back(mMembership.TakeIn(std::move(entry)));
+    }
+
+    /// Number of entries.
+    [[nodiscard]] std::int32_t Count() const noexcept { return static_cast<std::int32_t>(mEntries.size()); }
+
+    /// Entry `number`, from 1.
+    /// @throws BoundsError where there is no such entry.
+    [[nodiscard]] Entry Item(std::int32_t number) const
+    {
+        if (number < 1 || number > Count())
+            throw BoundsError("no entry " + std::to_string(number) + " among " + std::to_string(Count()),
+                              number);
+        return At(static_cast<std::size_t>(number) - 1);
+    }
+
+    [[nodiscard]] Iterator begin() const { return Iterator(this, 0); }
+    [[nodiscard]] Iterator end() const { return Iterator(this, mEntries.size()); }
+
+    /// All entries as they lie in memory, entry 1 first, until the next `Add`. References to parts of the list's
+    /// own whole are uncounted there: good for a look, not for keeping.
+    [[nodiscard]] std::span<const Entry> Entries() const { return {mEntries.data(), mEntries.size()}; }
+
+    /// Appends `count` records from a file's bytes, which need no alignment.
+    void AppendBytes(const unsigned char* bytes, std::size_t count) requires kHoldsRecords
+    {
+        mEntries.AppendBytes(bytes, count);
+    }
+
+private:
+    using Storage = std::conditional_t<kHoldsRecords, RecordArray<T>, std::vector<Entry>>;
+
+    [[nodiscard]] Entry At(std::size_t index) const
+    {
+        if constexpr (kHeldByValue<T>)
+            return mEntries[index];
+        else
+            return mMembership.HandOut(mEntries[index]);
+    }
+
+    Membership mMembership;
+    Storage mEntries;
+};
+
+} // namespace ZLMIM
+
+#endif

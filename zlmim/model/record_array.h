@@ -1,0 +1,122 @@
+#ifndef ZLMIM_MODEL_RECORD_ARRAY_H
+#define ZLMIM_MODEL_RECORD_ARRAY_H
+
+#include "zlmim/model/records.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <new>
+#include <span>
+#include <utility>
+
+namespace ZLMIM
+{
+
+/// A growing array of records, filled with the bytes of a file in one copy. Unlike `std::vector` it never
+/// touches memory twice: what is about to be overwritten isn't zeroed first, and zeroes are asked for from
+/// the system, which has them ready.
+template <class T>
+class RecordArray
+{
+    static_assert(kIsRecord<T>);
+
+public:
+    RecordArray() = default;
+    RecordArray(RecordArray&& other) noexcept
+        : mRecords(std::move(other.mRecords)), mSize(std::exchange(other.mSize, 0)),
+          mCapacity(std::exchange(other.mCapacity, 0))
+    {
+    }
+    RecordArray& operator=(RecordArray&& other) noexcept
+    {
+        mRecords = std::move(other.mRecords);
+        mSize = std::exchange(other.mSize, 0);
+        mCapacity = std::exchange(other.mCapacity, 0);
+        return *this;
+    }
+    RecordArray(const RecordArray&) = delete;
+    RecordArray& operator=(const RecordArray&) = delete;
+    ~RecordArray() = default;
+
+    /// `size` records, all bytes zero.
+    /// @throws std::bad_alloc
+    [[nodiscard]] static RecordArray Zeroed(std::size_t size)
+    {
+        return RecordArray(static_cast<T*>(std::calloc(std::max<std::size_t>(size, 1), sizeof(T))), size);
+    }
+
+    /// `size` records whose bytes the caller must write before anyone reads them.
+    /// @throws std::bad_alloc
+    [[nodiscard]] static RecordArray Uninitialised(std::size_t size)
+    {
+        if (size > kMaxSize)
+            throw std::bad_alloc();
+        return RecordArray(static_cast<T*>(std::malloc(std::max<std::size_t>(size, 1) * sizeof(T))), size);
+    }
+
+    void push_back(const T& record)
+    {
+        const T copy = record; // the record may lie in this very array
+        Grow(1);
+        mRecords.get()[mSize++] = copy;
+    }
+
+    /// Appends `count` records from a file's bytes, which need no alignment.
+    void AppendBytes(const unsigned char* bytes, std::size_t count)
+    {
+        if (count == 0)
+            return;
+        Grow(count);
+        std::memcpy(mRecords.get() + mSize, bytes, count * sizeof(T));
+        mSize += count;
+    }
+
+    [[nodiscard]] std::size_t size() const noexcept { return mSize; }
+    [[nodiscard]] bool empty() const noexcept { return mSize == 0; }
+    [[nodiscard]] T* data() noexcept { return mRecords.get(); }
+    [[nodiscard]] const T* data() const noexcept { return mRecords.get(); }
+    [[nodiscard]] T& operator[](std::size_t index) { return mRecords.get()[index]; }
+    [[nodiscard]] const T& operator[](std::size_t index) const { return mRecords.get()[index]; }
+
+private:
+    struct Free
+    {
+        void operator()(T* records) const noexcept { std::free(records); }
+    };
+
+    static constexpr std::size_t kMaxSize = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(T);
+
+    RecordArray(T* records, std::size_t size) : mRecords(records), mSize(size), mCapacity(size)
+    {
+        if (!records)
+            throw std::bad_alloc();
+    }
+
+    void Grow(std::size_t count)
+    {
+        if (count <= mCapacity - mSize)
+            return;
+        if (count > kMaxSize - mSize)
+            throw std::bad_alloc();
+        const std::size_t capacity = std::max(mSize + count, std::min(mCapacity * 2, kMaxSize));
+        void* const grown = std::realloc(static_cast<void*>(mRecords.get()), capacity * sizeof(T));
+        if (!grown)
+            throw std::bad_alloc();
+        static_cast<void>(mRecords.release()); // realloc has freed or moved it
+        mRecords.reset(static_cast<T*>(grown));
+        mCapacity = capacity;
+    }
+
+    std::unique_ptr<T, Free> mRecords;
+    std::size_t mSize = 0;
+    std::size_t mCapacity = 0;
+};
+
+} // namespace ZLMIM
+
+#endif

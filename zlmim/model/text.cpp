@@ -1,0 +1,160 @@
+#include "zlmim/model/text.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace ZLMIM
+{
+namespace
+{
+
+constexpr std::array<char16_t, 256> MakeWindows1252()
+{
+    std::array<char16_t, 256> table{};
+    for (std::size_t byte = 0; byte < table.size(); ++byte)
+        table[byte] = static_cast<char16_t>(byte);
+    // 0 where Windows-1252 has no character.
+    constexpr std::array<char16_t, 32> kFrom80 = {
+        0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+        0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+    for (std::size_t i = 0; i < kFrom80.size(); ++i)
+    {
+        if (kFrom80[i] != 0)
+            table[0x80 + i] = kFrom80[i];
+    }
+    return table;
+}
+
+constexpr std::array<char16_t, 256> kWindows1252 = MakeWindows1252();
+
+constexpr char16_t LowerCase(char16_t c)
+{
+    if ((c >= u'A' && c <= u'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7))
+        return static_cast<char16_t>(c + 0x20);
+    switch (c)
+    {
+    case 0x0160:
+    case 0x0152:
+    case 0x017D:
+        return static_cast<char16_t>(c + 1);
+    case 0x0178:
+        return 0xFF;
+    default:
+        return c;
+    }
+}
+
+/// Takes one code point off the front of `utf8`; none if what stands there isn't UTF-8.
+std::optional<char32_t> TakeCodePoint(std::string_view& utf8)
+{
+    const auto lead = static_cast<unsigned char>(utf8.front());
+    const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    if ((lead >= 0x80 && lead < 0xC2) || lead > 0xF4 || utf8.size() < length)
+        return std::nullopt;
+    char32_t point = length == 1 ? lead : lead & (0x7FU >> length);
+    for (std::size_t i = 1; i < length; ++i)
+    {
+        const auto trail = static_cast<unsigned char>(utf8[i]);
+        if ((trail & 0xC0U) != 0x80)
+            return std::nullopt;
+        point = (point << 6U) | (trail & 0x3FU);
+    }
+    const bool overlong = (length == 3 && point < 0x800) || (length == 4 && point < 0x10000);
+    if (overlong || (point >= 0xD800 && point <= 0xDFFF) || point > 0x10FFFF)
+        return std::nullopt;
+    utf8.remove_prefix(length);
+    return point;
+}
+
+constexpr bool IsHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
+constexpr bool IsLowSurrogate(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+
+} // namespace
+
+std::u16string LowerCase(std::u16string_view text)
+{
+    std::u16string lower(text);
+    for (char16_t& c : lower)
+        c = LowerCase(c);
+    return lower;
+}
+
+std::u16string FromWindows1252(std::string_view bytes)
+{
+    std::u16string text(bytes.size(), u'\0');
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        text[i] = kWindows1252[static_cast<unsigned char>(bytes[i])];
+    return text;
+}
+
+std::u16string FromAnsi(std::string_view bytes) { return FromWindows1252(bytes); }
+
+std::optional<std::u16string> FromUtf8(std::string_view utf8)
+{
+    std::u16string text;
+    text.reserve(utf8.size());
+    while (!utf8.empty())
+    {
+        const auto point = TakeCodePoint(utf8);
+        if (!point)
+            return std::nullopt;
+        if (*point < 0x10000)
+        {
+            text.push_back(static_cast<char16_t>(*point));
+            continue;
+        }
+        const char32_t offset = *point - 0x10000;
+        text.push_back(static_cast<char16_t>(0xD800 + (offset >> 10U)));
+        text.push_back(static_cast<char16_t>(0xDC00 + (offset & 0x3FFU)));
+    }
+    return text;
+}
+
+std::string ToUtf8(std::u16string_view text)
+{
+    std::string utf8;
+    utf8.reserve(text.size());
+    const auto trail = [&utf8](char32_t point, unsigned shift)
+    { utf8.push_back(static_cast<char>(0x80U | ((point >> shift) & 0x3FU))); };
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        char32_t point = text[i];
+        if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1]))
+        {
+            point = 0x10000 + ((point - 0xD800) << 10U) + (text[i + 1] - 0xDC00U);
+            ++i;
+        }
+        else if (IsHighSurrogate(text[i]) || IsLowSurrogate(text[i]))
+        {
+            point = 0xFFFD;
+        }
+
+        if (point < 0x80)
+        {
+            utf8.push_back(static_cast<char>(point));
+        }
+        else if (point < 0x800)
+        {
+            utf8.push_back(static_cast<char>(0xC0U | (point >> 6U)));
+            trail(point, 0);
+        }
+        else if (point < 0x10000)
+        {
+            utf8.push_back(static_cast<char>(0xE0U | (point >> 12U)));
+            trail(point, 6);
+            trail(point, 0);
+        }
+        else
+        {
+            utf8.push_back(static_cast<char>(0xF0U | (point >> 18U)));
+            trail(point, 12);
+            trail(point, 6);
+            trail(point, 0);
+        }
+    }
+    return utf8;
+}
+
+} // namespace ZLMIM

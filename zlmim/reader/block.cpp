@@ -1,0 +1,35 @@
+#include "zlmim/reader/block.h"
+
+#include "zlmim/model/errors.h"
+
+namespace ZLMIM
+{
+
+std::optional<Block> Block::Enter(FileCursor& cursor, std::u16string_view tag)
+{
+    if (cursor.GetTag(kTagSize) != tag)
+    {
+        cursor.Pos -= kTagSize;
+        return std::nullopt;
+    }
+    return EnterBehindTag(cursor);
+}
+
+std::optional<Block> Block::EnterBeforeEnd(FileCursor& cursor, std::u16string_view tag)
+{
+    return cursor.Pos < cursor.FileSize() ? Enter(cursor, tag) : std::nullopt;
+}
+
+Block Block::EnterBehindTag(FileCursor& cursor)
+{
+    const std::int32_t sizePos = cursor.Pos;
+    const std::int32_t size = cursor.GetLong();
+    return {sizePos, size};
+}
+
+void Block::Leave(FileCursor& cursor) const
+{
+    cursor.Pos = CheckedAdd(CheckedAdd(mSizePos, mSize), kSizeFieldSize);
+}
+
+} // namespace ZLMIM

@@ -1,0 +1,50 @@
+#ifndef ZLMIM_READER_BLOCK_H
+#define ZLMIM_READER_BLOCK_H
+
+#include "zlmim/reader/file_cursor.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace ZLMIM
+{
+
+/// The frame that every block of both binary formats has:
+///
+///     offset 0  tag, four characters, compared with the one that is expected at that place
+///     offset 4  i32 size, the number of bytes behind the size field
+///     offset 8  payload
+///
+/// The size alone decides where the next block lies: a reader takes what it knows from the payload and calls
+/// `Leave`, which skips what it left and pulls it back if it read too far.
+class Block
+{
+public:
+    /// Enters the block with that tag. If another tag stands there, none: `Pos` is on that tag again.
+    [[nodiscard]] static std::optional<Block> Enter(FileCursor& cursor, std::u16string_view tag);
+
+    /// The same, but also none, with nothing read, at or past the end of the file.
+    [[nodiscard]] static std::optional<Block> EnterBeforeEnd(FileCursor& cursor, std::u16string_view tag);
+
+    /// Enters a block behind its tag, which the caller has read.
+    [[nodiscard]] static Block EnterBehindTag(FileCursor& cursor);
+
+    /// Moves `Pos` to the end of the block, by its size.
+    /// @throws OverflowError
+    void Leave(FileCursor& cursor) const;
+
+private:
+    Block(std::int32_t sizePos, std::int32_t size) : mSizePos(sizePos), mSize(size) {}
+
+    std::int32_t mSizePos;
+    std::int32_t mSize;
+};
+
+/// Size in bytes of the size field, and of a tag.
+inline constexpr std::int32_t kSizeFieldSize = 4;
+inline constexpr std::int32_t kTagSize = 4;
+
+} // namespace ZLMIM
+
+#endif

@@ -1,0 +1,141 @@
+#include "zlmim/reader/file_cursor.h"
+
+#include "zlmim/model/errors.h"
+#include "zlmim/model/text.h"
+#include "zlmim/reader/allowances.h"
+#include "zlmim/reader/file.h"
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+
+namespace ZLMIM
+{
+
+bool FileCursor::LoadFile(const std::u16string& name, std::int32_t& fileSize, EmptyFile emptyFile) noexcept
+try
+{
+    File file = File::Open(name);
+    if (!AdoptLength(file.Size(), fileSize, emptyFile))
+        return false;
+    const std::size_t length = mData.size() - 1;
+    mData[length] = 0;
+    return file.Read({mData.data(), length}) == length;
+}
+catch (const std::exception&)
+{
+    return false;
+}
+
+bool FileCursor::LoadBytes(std::span<const std::byte> bytes, std::int32_t& fileSize,
+                           EmptyFile emptyFile) noexcept
+try
+{
+    if (!AdoptLength(static_cast<std::int64_t>(bytes.size()), fileSize, emptyFile))
+        return false;
+    std::copy_n(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), mData.data());
+    mData[bytes.size()] = 0;
+    return true;
+}
+catch (const std::exception&)
+{
+    return false;
+}
+
+bool FileCursor::AdoptLength(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile)
+{
+    if (length > kMaxFileSize)
+        return false;
+    fileSize = static_cast<std::int32_t>(length);
+    if (length == 0 && emptyFile == EmptyFile::Refused)
+        return false;
+    Release();
+    mData = RecordArray<unsigned char>::Uninitialised(static_cast<std::size_t>(length) + 1);
+    mAllowance = ReadAllowance(length);
+    return true;
+}
+
+void FileCursor::Release() noexcept { mData = {}; }
+
+std::u16string FileCursor::GetTag(std::int32_t n)
+{
+    const std::int32_t last = CheckedSubtract(CheckedAdd(Pos, n), 1);
+    std::u16string tag;
+    if (last >= Pos)
+        tag = FromAnsi({reinterpret_cast<const char*>(Test(n)), static_cast<std::size_t>(n)});
+    Pos = last + 1;
+    return tag;
+}
+
+std::u16string FileCursor::GetString()
+{
+    const std::int32_t length = GetLong();
+    const std::int32_t last = CheckedSubtract(CheckedAdd(Pos, length), 1);
+    std::u16string text;
+    if (last >= Pos)
+    {
+        const std::int64_t there = std::min<std::int64_t>(length, std::int64_t{FileSize()} + 1 - Pos);
+        if (there <= 0)
+            RaiseBounds(length);
+        const unsigned char* const bytes = mData.data() + Pos;
+        const void* const zero = std::memchr(bytes, 0, static_cast<std::size_t>(there));
+        const std::int64_t size = zero ? static_cast<const unsigned char*>(zero) - bytes : there;
+        text = FromAnsi({reinterpret_cast<const char*>(Test(size)), static_cast<std::size_t>(size)});
+    }
+    Pos = last + 1;
+    return text;
+}
+
+template <class T>
+T FileCursor::GetFixed()
+{
+    T value;
+    std::memcpy(&value, Test(sizeof(T)), sizeof(T));
+    Pos += static_cast<std::int32_t>(sizeof(T)); // at most L + 1, which an i32 holds
+    return value;
+}
+
+std::int32_t FileCursor::GetLong() { return GetFixed<std::int32_t>(); }
+std::int16_t FileCursor::GetShort() { return GetFixed<std::int16_t>(); }
+float FileCursor::GetSingle() { return GetFixed<float>(); }
+Vector FileCursor::GetVector() { return GetFixed<Vector>(); }
+rgbColour FileCursor::GetColour() { return GetFixed<rgbColour>(); }
+Quaternion FileCursor::GetQuaternion() { return GetFixed<Quaternion>(); }
+Vertex FileCursor::GetVertex() { return GetFixed<Vertex>(); }
+Matrix FileCursor::GetMatrix() { return GetFixed<Matrix>(); }
+
+bool FileCursor::CanRead(std::int64_t count, std::int64_t size) const noexcept
+{
+    return Pos >= 0 && Pos <= FileSize() && count <= (std::int64_t{FileSize()} + 1 - Pos) / size &&
+           count <= mAllowance / size;
+}
+
+const unsigned char* FileCursor::TakeRun(std::int32_t count, std::size_t size)
+{
+    const auto total = static_cast<std::int64_t>(count) * static_cast<std::int64_t>(size);
+    const unsigned char* const bytes = Test(total);
+    Pos = static_cast<std::int32_t>(Pos + total);
+    return bytes;
+}
+
+const unsigned char* FileCursor::Test(std::int64_t size)
+{
+    if (Pos < 0 || Pos > FileSize() || size > std::int64_t{FileSize()} + 1 - Pos || size > mAllowance)
+        RaiseBounds(size);
+    mAllowance -= size;
+    return mData.data() + Pos;
+}
+
+void FileCursor::RaiseBounds(std::int64_t size) const
+{
+    const std::string read = std::to_string(size) + " bytes at " + std::to_string(Pos);
+    if (Pos < 0 || Pos > FileSize() || size > std::int64_t{FileSize()} + 1 - Pos)
+    {
+        const bool startsOutside = Pos < 0 || Pos > FileSize();
+        throw BoundsError(read + ", data ends at " + std::to_string(FileSize()),
+                          startsOutside ? Pos : std::int64_t{FileSize()} + 1);
+    }
+    throw BoundsError(read + ", blocks have been read over and over", Pos);
+}
+
+} // namespace ZLMIM
