@@ -1,0 +1,55 @@
+#include "zlmim/config/config_line.h"
+
+#include "zlmim/model/text.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace ZLMIM
+{
+namespace
+{
+
+/// The UTF-8 signature EF BB BF, one character a byte.
+constexpr std::u16string_view kSignature = u"\u00EF\u00BB\u00BF";
+constexpr char16_t kQuote = u'"';
+
+bool IsClosed(std::u16string_view value) { return value.size() >= 2 && value.back() == kQuote; }
+
+} // namespace
+
+std::u16string_view Trim(std::u16string_view text)
+{
+    const std::size_t first = text.find_first_not_of(u' ');
+    if (first == std::u16string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(u' ') + 1 - first);
+}
+
+void ReadConfigLine(TextStream& stream, std::u16string& key, std::u16string& value)
+{
+    std::u16string line = stream.ReadLine();
+    std::replace(line.begin(), line.end(), u'\t', u' ');
+    std::u16string_view working = Trim(line);
+    // On every line, not only the file's first; and nothing is trimmed behind it.
+    if (working.starts_with(kSignature))
+        working.remove_prefix(kSignature.size());
+
+    const std::size_t blank = std::min(working.find(u' '), working.size());
+    key = LowerCase(working.substr(0, blank));
+    value = Trim(working.substr(blank));
+    if (!value.starts_with(kQuote))
+        return;
+
+    while (!IsClosed(value))
+    {
+        value += u"\r\n";
+        value += stream.ReadLine();
+        if (stream.AtEndOfStream())
+            return;
+    }
+    value.pop_back();
+    value.erase(0, 1);
+}
+
+} // namespace ZLMIM

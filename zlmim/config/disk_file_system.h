@@ -1,0 +1,28 @@
+#ifndef ZLMIM_CONFIG_DISK_FILE_SYSTEM_H
+#define ZLMIM_CONFIG_DISK_FILE_SYSTEM_H
+
+#include "zlmim/config/file_system.h"
+
+namespace ZLMIM
+{
+
+/// The system's own files and folders.
+///
+/// Letter case is ignored where nothing bears a path's exact name. What isn't a regular file doesn't exist.
+/// Bytes of text become characters through Windows-1252. A line ends at CR LF, LF, or CR alone; the last one
+/// needs no end.
+///
+/// A folder's path is absolute, its names spelt as on disk, and the root's is empty text. Its subfolders come
+/// sorted by name in lower case, then by exact name; a folder that can't be listed has none.
+class DiskFileSystem : public FileSystem
+{
+public:
+    [[nodiscard]] bool FileExists(const std::u16string& path) override;
+    [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;
+    [[nodiscard]] std::shared_ptr<Folder> GetFolder(const std::u16string& path) override;
+    [[nodiscard]] std::u16string FileIdentity(const std::u16string& path) override;
+};
+
+} // namespace ZLMIM
+
+#endif

@@ -1,0 +1,33 @@
+#ifndef ZLMIM_CONFIG_DISK_FOLDER_H
+#define ZLMIM_CONFIG_DISK_FOLDER_H
+
+#include "zlmim/config/file_system.h"
+
+#include <memory>
+#include <string>
+
+namespace ZLMIM
+{
+
+/// A folder of the system, known by its absolute path in the system's own form.
+class DiskFolder : public Folder
+{
+public:
+    /// The folder that the system calls so, made absolute; none if there is no such folder.
+    [[nodiscard]] static std::shared_ptr<DiskFolder> Open(const std::string& systemName);
+
+    /// `systemPath` is absolute, without a trailing slash: empty for the root.
+    explicit DiskFolder(std::string systemPath);
+
+    [[nodiscard]] bool IsRootFolder() const override;
+    [[nodiscard]] std::shared_ptr<Folder> ParentFolder() const override;
+    [[nodiscard]] std::vector<std::shared_ptr<Folder>> SubFolders() const override;
+    [[nodiscard]] std::u16string Path() const override;
+
+private:
+    std::string mSystemPath;
+};
+
+} // namespace ZLMIM
+
+#endif

@@ -1,0 +1,38 @@
+#ifndef ZLMIM_CONFIG_DISK_TEXT_STREAM_H
+#define ZLMIM_CONFIG_DISK_TEXT_STREAM_H
+
+#include "zlmim/config/file_system.h"
+#include "zlmim/reader/file.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace ZLMIM
+{
+
+/// The lines of a file, read piece by piece: most readers want no more than its beginning.
+class DiskTextStream : public TextStream
+{
+public:
+    /// `path` is for the errors to tell.
+    DiskTextStream(File file, std::u16string path);
+
+    [[nodiscard]] bool AtEndOfStream() override;
+    [[nodiscard]] std::u16string ReadLine() override;
+    void Close() override;
+
+private:
+    bool Fill();
+
+    std::optional<File> mFile;
+    std::u16string mPath;
+    std::array<char, 4096> mBuffer;
+    std::size_t mNext = 0;
+    std::size_t mEnd = 0;
+};
+
+} // namespace ZLMIM
+
+#endif

@@ -1,0 +1,74 @@
+#include "zlmim/config/mesh_entry.h"
+
+#include "zlmim/config/zlm_model.h"
+#include "zlmim/model/text.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace ZLMIM
+{
+
+MeshEntry::MeshEntry(Membership membership) : mMembership(std::move(membership)) {}
+
+std::shared_ptr<MeshEntry> MeshEntry::AttParent() const { return mMembership.HandOut(mAttParent); }
+
+void MeshEntry::SetAttParent(std::shared_ptr<MeshEntry> attParent)
+{
+    mAttParent = mMembership.TakeIn(std::move(attParent));
+}
+
+std::shared_ptr<ZLMModel> MeshEntry::Parent() const { return mMembership.HandOut(mParent); }
+
+void MeshEntry::SetParent(std::shared_ptr<ZLMModel> parent)
+{
+    mParent = mMembership.TakeIn(std::move(parent));
+}
+
+void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
+                     const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
+                     std::u16string& AttName)
+{
+    Name = LowerCase(sName);
+    AttPar = LowerCase(AttPar);
+    AttName = LowerCase(AttName);
+    SetParent(Model);
+    const auto table = Model ? Model->MeshTable() : nullptr;
+    if (!table)
+        throw std::invalid_argument("a mesh entry is loaded into a model that has a mesh table");
+    // In the table before any file is read: an entry whose files fail to load keeps its place.
+    const auto ownReference = weak_from_this().lock();
+    table->Add(ownReference ? ownReference : mMembership.HandOut(Membership::Uncounted(*this)));
+
+    static_cast<void>(Mesh->Load(MeshFile)); // a mesh that doesn't load stops nothing
+    if (!AnimFile.empty())
+        static_cast<void>(anim->Load(AnimFile)); // nor does an animation
+    if (!AttPar.empty())
+        Attach(*table, AttPar, AttName);
+}
+
+void MeshEntry::Attach(const Collection<MeshEntry>& table, const std::u16string& attPar,
+                       const std::u16string& attName)
+{
+    const auto entries = table.Entries();
+    const auto entry =
+        std::find_if(entries.begin(), entries.end(),
+                     [&](const auto& candidate) { return candidate && candidate->Name == attPar; });
+    if (entry == entries.end())
+        return;
+    SetAttParent(table.Whole().HandOut(*entry));
+    // A mesh that failed early has no list of attachments.
+    if (!(*entry)->Mesh || !(*entry)->Mesh->Attachments)
+        return;
+    for (const auto& attachment : *(*entry)->Mesh->Attachments)
+    {
+        if (attachment && attachment->Name == attName)
+        {
+            Att = attachment;
+            return;
+        }
+    }
+}
+
+} // namespace ZLMIM

@@ -1,0 +1,40 @@
+#ifndef ZLMIM_CONFIG_MESH_TABLE_H
+#define ZLMIM_CONFIG_MESH_TABLE_H
+
+#include "zlmim/config/mesh_entry.h"
+#include "zlmim/model/collection.h"
+#include "zlmim/model/whole.h"
+
+#include <deque>
+#include <memory>
+#include <optional>
+
+namespace ZLMIM
+{
+
+/// The mesh table that one load of a model makes: the whole (see `Membership`) that its entries and their
+/// list are parts of, and the model the owner of.
+class MeshTable
+{
+public:
+    /// A table without entries. `model` may be none, where it is still being constructed.
+    [[nodiscard]] static std::shared_ptr<MeshTable> Make(const std::weak_ptr<ZLMModel>& model)
+    {
+        auto table = std::make_shared<MeshTable>();
+        table->mList.emplace(Membership(table, model));
+        return table;
+    }
+
+    [[nodiscard]] Collection<MeshEntry>& List() { return *mList; }
+
+    /// A new entry, that isn't in the list yet.
+    [[nodiscard]] MeshEntry& MakeEntry() { return mEntries.emplace_back(mList->Whole()); }
+
+private:
+    std::optional<Collection<MeshEntry>> mList;
+    std::deque<MeshEntry> mEntries;
+};
+
+} // namespace ZLMIM
+
+#endif

@@ -1,0 +1,116 @@
+#include "zlmim/config/zlm_model.h"
+
+#include "zlmim/config/config_line.h"
+#include "zlmim/config/disk_file_system.h"
+#include "zlmim/config/load_chain.h"
+#include "zlmim/config/mesh_table.h"
+#include "zlmim/model/text.h"
+
+#include <utility>
+
+namespace ZLMIM
+{
+
+ZLMModel::ZLMModel() : ZLMModel([] { return std::make_shared<DiskFileSystem>(); }) {}
+
+ZLMModel::ZLMModel(FileSystemMaker makeFileSystem) : mMakeFileSystem(std::move(makeFileSystem))
+{
+    ResetModel();
+}
+
+ZLMModel::~ZLMModel() = default;
+
+std::shared_ptr<Collection<MeshEntry>> ZLMModel::MeshTable() const
+{
+    return mOwnTable->List().Whole().HandOut(mMeshTable);
+}
+
+void ZLMModel::SetMeshTable(std::shared_ptr<Collection<MeshEntry>> meshTable)
+{
+    mMeshTable = mOwnTable->List().Whole().TakeIn(std::move(meshTable));
+}
+
+void ZLMModel::SetKuid(const std::u16string& kuid) { mKuid = LowerCase(Trim(kuid)); }
+
+void ZLMModel::Load(const std::u16string& ConfigFileName)
+{
+    LoadChain chain;
+    Load(std::u16string(ConfigFileName), chain); // a copy: the name may be a property that is reset
+}
+
+void ZLMModel::Load(const std::u16string& configFileName, LoadChain& chain)
+{
+    const std::size_t backslash = configFileName.rfind(u'\\');
+    mPath = backslash == std::u16string::npos ? std::u16string() : configFileName.substr(0, backslash + 1);
+    ResetModel();
+    if (!mFSO->FileExists(configFileName))
+        return;
+    const LoadChain::Link link(chain, mFSO->FileIdentity(configFileName));
+    const auto stream = mFSO->OpenTextFile(configFileName);
+    ParseConfig(*stream, chain);
+    if (mOwnTable->List().Count() == 0 && !AssetFileName.empty())
+    {
+        const std::u16string meshFile = mPath + AssetFileName + u".im";
+        if (mFSO->FileExists(meshFile))
+            LoadEntry(u"default", meshFile, {}, {}, {});
+    }
+    stream->Close();
+}
+
+void ZLMModel::ResetModel()
+{
+    mOwnTable = ZLMIM::MeshTable::Make(weak_from_this());
+    mMeshTable = Membership::Uncounted(mOwnTable->List());
+    Bogies = std::make_shared<Collection<ZLMModel>>();
+    BogieNames = std::make_shared<Collection<std::u16string>>();
+    mFSO = mMakeFileSystem();
+    AssetFileName.clear();
+    Author.clear();
+    UserName.clear();
+    Kind.clear();
+    Description.clear();
+    ZLMBuild.clear();
+    Pantograph.reset();
+    mKuid.clear();
+}
+
+void ZLMModel::ParseConfig(TextStream& stream, LoadChain& chain)
+{
+    std::u16string key;
+    std::u16string value;
+    while (!stream.AtEndOfStream())
+    {
+        ReadConfigLine(stream, key, value);
+        ParseKey(key, value, stream, chain);
+    }
+}
+
+void ZLMModel::ParseKey(const std::u16string& key, const std::u16string& value, TextStream& stream,
+                        LoadChain& chain)
+{
+    if (key == u"username")
+        UserName = value;
+    else if (key == u"author")
+        Author = value;
+    else if (key == u"asset-filename")
+        AssetFileName = value;
+    else if (key == u"kind")
+        Kind = value;
+    else if (key == u"description")
+        Description = value;
+    else if (key == u"zelmar-build")
+        ZLMBuild = value;
+    else if (key == u"kuid")
+        SetKuid(value);
+    else if (key == u"pantograph")
+    {
+        Pantograph = std::make_shared<ZLMModel>(mMakeFileSystem);
+        LoadReference(*Pantograph, value, chain);
+    }
+    else if (key.starts_with(u"bogey"))
+        AddBogey(value, key, chain);
+    else if (key == u"mesh-table")
+        ParseMeshTable(stream);
+}
+
+} // namespace ZLMIM

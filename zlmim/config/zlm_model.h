@@ -1,0 +1,109 @@
+#ifndef ZLMIM_CONFIG_ZLM_MODEL_H
+#define ZLMIM_CONFIG_ZLM_MODEL_H
+
+#include "zlmim/config/file_system.h"
+#include "zlmim/config/mesh_entry.h"
+#include "zlmim/model/collection.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace ZLMIM
+{
+
+class LoadChain;
+class MeshTable;
+
+/// The object representing one config file (`config.txt`), the description of an asset: its identity, its
+/// mesh table with the meshes and animations, and the assets that it refers to as further models. A host may
+/// write every property; `Load` writes them from the file.
+///
+/// Models are made by `std::make_shared`, since the entries of their mesh tables refer back to them.
+class ZLMModel : public std::enable_shared_from_this<ZLMModel>
+{
+public:
+    ZLMModel();
+    /// A model that reads through service objects of the host's own (`DiskFileSystem` by default), and so do
+    /// the models that it refers to. Meshes and animations are read from the disk all the same.
+    explicit ZLMModel(FileSystemMaker makeFileSystem);
+    ZLMModel(const ZLMModel&) = delete;
+    ZLMModel& operator=(const ZLMModel&) = delete;
+    ~ZLMModel();
+
+    /// A list of MeshEntry objects, in file order. A new one with each load.
+    [[nodiscard]] std::shared_ptr<Collection<MeshEntry>> MeshTable() const;
+    void SetMeshTable(std::shared_ptr<Collection<MeshEntry>> meshTable);
+
+    /// Value of `asset-filename`: the one mesh of an asset without a mesh table, without ".im".
+    std::u16string AssetFileName;
+    /// Value of `author`.
+    std::u16string Author;
+    /// Value of `username`.
+    std::u16string UserName;
+    /// Value of `kind`.
+    std::u16string Kind;
+    /// Value of `description`; its lines are parted by CR LF.
+    std::u16string Description;
+    /// Value of `zelmar-build`, as text.
+    std::u16string ZLMBuild;
+    /// One model for each key that begins with `bogey`, in file order. An asset that is referred to again
+    /// stands here again, as the same object; one that wasn't found is an empty model. A new list with each
+    /// load.
+    std::shared_ptr<Collection<ZLMModel>> Bogies;
+    /// The keys that `Bogies` comes from, such as `bogey-0`. A new list with each load.
+    std::shared_ptr<Collection<std::u16string>> BogieNames;
+    /// The model that the key `pantograph` refers to, empty if it wasn't found; none without such a key.
+    std::shared_ptr<ZLMModel> Pantograph;
+
+    /// The asset's identifier, without blanks at its ends and in lower case.
+    [[nodiscard]] const std::u16string& kuid() const noexcept { return mKuid; }
+    /// Stores `kuid` without blanks at its ends and in lower case.
+    void SetKuid(const std::u16string& kuid);
+
+    /// Loads up the config file of that name: text with backslashes, relative to the working folder, whose
+    /// letter case doesn't matter where the exact name isn't found. All earlier content goes first. A file
+    /// that doesn't exist leaves the model empty and is no failure; nor is a mesh, an animation or a
+    /// reference that doesn't load.
+    ///
+    /// References are followed at once, each by a model of its own, which may refer to further ones: 32 deep,
+    /// 4,096 in all. What would pass this, or would lead back to a file that is being read, isn't found.
+    ///
+    /// What is raised ends the load; the model stays as far as it was filled.
+    /// @throws BoundsError, OverflowError from a mesh or an animation that ends too early, or is too large
+    /// @throws FileSystemError from a file or folder that can't be read, a quotation mark that is never
+    /// closed, or a reference in a file whose name has no folder
+    /// @throws std::bad_alloc
+    /// @throws std::bad_weak_ptr if the model isn't held by a `std::shared_ptr`
+    void Load(const std::u16string& ConfigFileName);
+
+private:
+    void Load(const std::u16string& configFileName, LoadChain& chain);
+    void ResetModel();
+    void ParseConfig(TextStream& stream, LoadChain& chain);
+    void ParseKey(const std::u16string& key, const std::u16string& value, TextStream& stream,
+                  LoadChain& chain);
+    void ParseMeshTable(TextStream& stream);
+    void LoadEntry(const std::u16string& name, const std::u16string& meshFile, std::u16string animFile,
+                   std::u16string attParent, std::u16string att);
+    [[nodiscard]] std::u16string MeshPath(const std::u16string& value);
+    [[nodiscard]] std::u16string ResolveLodMesh(const std::u16string& listFile);
+    void AddBogey(const std::u16string& value, const std::u16string& key, LoadChain& chain);
+    void LoadReference(ZLMModel& model, const std::u16string& kuid, LoadChain& chain);
+    [[nodiscard]] std::u16string FindConfigFile(const std::u16string& kuid);
+    [[nodiscard]] bool ConfigHasValue(const std::u16string& key, const std::u16string& value,
+                                      const std::u16string& path);
+
+    FileSystemMaker mMakeFileSystem;
+    std::shared_ptr<FileSystem> mFSO;
+    std::u16string mKuid;
+    /// Folder of the config file with its trailing backslash; empty if its name has none.
+    std::u16string mPath;
+    /// The table of the last load; what `MeshTable` gives unless a host has written another list.
+    std::shared_ptr<ZLMIM::MeshTable> mOwnTable;
+    std::shared_ptr<Collection<MeshEntry>> mMeshTable;
+};
+
+} // namespace ZLMIM
+
+#endif
