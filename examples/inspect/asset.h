@@ -1,0 +1,47 @@
+#ifndef INSPECT_ASSET_H
+#define INSPECT_ASSET_H
+
+#include "zlmim/anim/anim.h"
+#include "zlmim/config/zlm_model.h"
+#include "zlmim/mesh/mesh.h"
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <string>
+#include <variant>
+
+namespace ZLMIM::Inspect
+{
+
+/// How a load ended.
+struct Outcome
+{
+    /// What `Load` answered (a model: true); false if it raised.
+    bool IsLoaded = false;
+    /// Name of what was raised; empty if nothing was.
+    std::string Raised;
+    /// The text that came with it.
+    std::string What;
+};
+
+/// An object of the model, filled as far as its load went.
+struct Asset
+{
+    std::variant<std::shared_ptr<Mesh>, std::shared_ptr<Anim>, std::shared_ptr<ZLMModel>> Object;
+    ZLMIM::Inspect::Outcome Outcome;
+};
+
+/// Loads the file of that name (with backslashes) into the class that its ending asks for, letter case
+/// ignored: `.im` a `Mesh`, `.kin` an `Anim`, any other a `ZLMModel`.
+[[nodiscard]] Asset LoadAsset(const std::u16string& name);
+
+/// The same for a mesh or an animation with these bytes.
+[[nodiscard]] Asset LoadAssetBytes(const std::u16string& name, std::span<const std::byte> bytes);
+
+/// 0 for a load that answered true, else 1.
+[[nodiscard]] int ExitStatus(const Outcome& outcome);
+
+} // namespace ZLMIM::Inspect
+
+#endif

@@ -1,0 +1,75 @@
+#ifndef INSPECT_TREE_TEXT_H
+#define INSPECT_TREE_TEXT_H
+
+#include "tree.h"
+
+#include "zlmim/model/records.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ZLMIM::Inspect
+{
+
+/// UTF-8 with an escape (`\x1B`, `\u202E`) for each character that would steer a terminal instead of being
+/// shown.
+[[nodiscard]] std::string Printable(std::u16string_view text);
+
+/// A name, printable, shortened if it is long; says so if it is empty.
+[[nodiscard]] std::string NameText(std::u16string_view name);
+
+/// Columns that the text takes on a terminal.
+[[nodiscard]] std::size_t Width(std::string_view text);
+
+/// A whole number with its thousands apart: 4,210.
+[[nodiscard]] std::string Number(std::int64_t number);
+
+/// A float to read, not to copy: three decimals, or five digits for what is too great or small for that.
+[[nodiscard]] std::string Decimal(float value);
+
+/// The words with one blank between them.
+[[nodiscard]] std::string Words(std::initializer_list<std::string_view> words);
+
+[[nodiscard]] Cell DecimalCell(float value);
+
+/// A number of things: "1 bone", "12 bones".
+[[nodiscard]] std::string Counted(std::int64_t count, std::string_view one, std::string_view many);
+
+/// The same for a column: the numbers stand below one another, "1 bone " above "12 bones".
+[[nodiscard]] Cell CountCell(std::int64_t count, std::string_view one, std::string_view many);
+
+/// A word, and the three coordinates behind it.
+void AddVectorCells(Node& node, std::string_view word, const Vector& vector);
+
+/// Where lists are cut.
+inline constexpr std::int32_t kMaxListed = 8;
+
+/// The number of entries of a list that are shown: nobody gains by reading "1 more".
+[[nodiscard]] constexpr std::int32_t ListedCount(std::int32_t count)
+{
+    return count <= kMaxListed + 1 ? count : kMaxListed;
+}
+
+/// "… 120 more", if there are any.
+void AddMore(Node& node, std::int64_t hiddenCount, std::string_view what = "more");
+
+/// Adds what `toNode(entry, number)` makes of a list's first entries, and how many more there are.
+template <class List, class ToNode>
+void AddList(Node& node, const List& list, ToNode toNode)
+{
+    const std::int32_t listed = ListedCount(list.Count());
+    for (std::int32_t number = 1; number <= listed; ++number)
+    {
+        if (const auto entry = list.Item(number))
+            node.Children.push_back(toNode(*entry, number));
+    }
+    AddMore(node, list.Count() - listed);
+}
+
+} // namespace ZLMIM::Inspect
+
+#endif

@@ -1,0 +1,21 @@
+#ifndef ZLMIM_EXAMPLES_SAMPLE_SAMPLE_ASSETS_H
+#define ZLMIM_EXAMPLES_SAMPLE_SAMPLE_ASSETS_H
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace Sample
+{
+
+/// All files of the sample assets: names below the folder that they are written into, with slashes, and
+/// bytes.
+[[nodiscard]] std::map<std::string, std::string> SampleAssets();
+
+/// Writes them.
+/// @throws std::filesystem::filesystem_error or std::ios_base::failure if that can't be done.
+void WriteSampleAssets(const std::filesystem::path& folder);
+
+} // namespace Sample
+
+#endif

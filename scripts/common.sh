@@ -1,0 +1,27 @@
+# Shared by the scripts: the project's root as the working folder, and the packages that a step needs.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev)
+test_packages=("${build_packages[@]}" libgtest-dev)
+
+# Installs those of the named packages that are missing.
+need_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    local as_root=()
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    "${as_root[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+# Configures and builds a preset; further words go to the configuration.
+build_preset() {
+    local preset=$1
+    shift
+    cmake --preset "$preset" "$@"
+    cmake --build --preset "$preset"
+}

@@ -1,0 +1,215 @@
+#include "block_writer.h"
+#include "outcome.h"
+#include "temp_folder.h"
+#include "zlmim/reader/file_cursor.h"
+
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace ZLMIM::Testing
+{
+namespace
+{
+
+using namespace std::string_view_literals;
+
+constexpr std::string_view kBounds = "BoundsError";
+constexpr std::string_view kOverflow = "OverflowError";
+constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+
+FileCursor CursorOver(const Bytes& file, std::int32_t pos = 0)
+{
+    FileCursor cursor;
+    std::int32_t fileSize = -1;
+    EXPECT_TRUE(cursor.LoadBytes(file.Span(), fileSize, EmptyFile::Accepted));
+    EXPECT_EQ(fileSize, static_cast<std::int32_t>(file.Size()));
+    cursor.Pos = pos;
+    return cursor;
+}
+
+/// What a reading operation of the cursor gives, without its value.
+template <auto Read>
+void Call(FileCursor& cursor)
+{
+    static_cast<void>((cursor.*Read)());
+}
+
+TEST(FileCursorFixedSizes, ReachTheZeroBehindTheFileAndNoFurther)
+{
+    const std::pair<std::int32_t, void (*)(FileCursor&)> reads[] = {
+        {2, Call<&FileCursor::GetShort>},
+        {4, Call<&FileCursor::GetLong>},
+        {4, Call<&FileCursor::GetSingle>},
+        {12, Call<&FileCursor::GetVector>},
+        {12, Call<&FileCursor::GetColour>},
+        {16, Call<&FileCursor::GetQuaternion>},
+        {20, Call<&FileCursor::GetVertex>},
+        {48, Call<&FileCursor::GetMatrix>},
+        {24, [](FileCursor& c) { static_cast<void>(c.GetRun<Vector>(2)); }},
+    };
+    for (const auto& [size, read] : reads)
+    {
+        SCOPED_TRACE(size);
+        FileCursor cursor = CursorOver(Bytes().Zeros(50));
+        for (const std::int32_t pos : {0, 51 - size})
+        {
+            cursor.Pos = pos;
+            EXPECT_NO_THROW(read(cursor)) << pos;
+            EXPECT_EQ(cursor.Pos, pos + size);
+        }
+        for (const std::int32_t pos : {52 - size, 51, kHighest, -1, kLowest})
+        {
+            cursor.Pos = pos;
+            EXPECT_THROW(read(cursor), BoundsError) << pos;
+            EXPECT_EQ(cursor.Pos, pos);
+        }
+        cursor.Release();
+        cursor.Pos = 0;
+        EXPECT_THROW(read(cursor), BoundsError) << "no data";
+    }
+    FileCursor cursor = CursorOver(Bytes().Text("zABC"), 1);
+    EXPECT_EQ(cursor.GetLong(), 0x00434241);
+}
+
+TEST(FileCursorText, MovesByTheStoredLengthWhereverTheTextEnds)
+{
+    const auto tag = [](std::int32_t n) { return [n](FileCursor& c) { return c.GetTag(n); }; };
+    const auto string = [](FileCursor& c) { return c.GetString(); };
+    const struct
+    {
+        const char* name;
+        std::function<std::u16string(FileCursor&)> read;
+        Bytes file;
+        std::int32_t pos;
+        std::u16string_view text;
+        std::string_view outcome;
+        std::int32_t posBehind;
+    } cases[] = {
+        {"tag, zeroes inside", tag(4), Bytes().Text("A\0B\0C"sv), 0, u"A\0B\0"sv, "done", 4},
+        {"tag, with the 0 behind the file", tag(4), Bytes().Text("ABC"), 0, u"ABC\0"sv, "done", 4},
+        {"tag, one byte too short", tag(4), Bytes().Text("AB"), 0, u"", kBounds, 0},
+        {"tag, before the data", tag(4), Bytes().Text("ABCD"), -1, u"", kBounds, -1},
+        {"tag, bytes above 127", tag(3), Bytes().Text("\x80\xC4\x81"), 0, u"\u20AC\u00C4\x81", "done", 3},
+        {"tag, none", tag(0), Bytes(), 99, u"", "done", 99},
+        {"tag, negative", tag(-3), Bytes().Text("ABCD"), 4, u"", "done", 1},
+        {"tag, sum too great", tag(kHighest - 3), Bytes().Zeros(9), 4, u"", kOverflow, 4},
+        {"tag, greatest sum", tag(kHighest - 4), Bytes().Zeros(9), 4, u"", kBounds, 4},
+        {"tag, last index too small", tag(kLowest), Bytes().Zeros(9), 0, u"", kOverflow, 0},
+        {"whole", string, Bytes().String("abc").Text("d"), 0, u"abc", "done", 7},
+        {"zero inside", string, Bytes().Long(8).Text("abc\0wxyz!"sv), 0, u"abc", "done", 12},
+        {"zero first", string, Bytes().Long(3).Text("\0bc"sv), 0, u"", "done", 7},
+        {"empty", string, Bytes().Long(0).Text("abc"), 0, u"", "done", 4},
+        {"longer than the file", string, Bytes().Long(99).Text("ab"), 0, u"ab", "done", 103},
+        {"greatest length", string, Bytes().Long(kHighest - 4).Text("ab"), 0, u"ab", "done", kHighest},
+        {"length past the range", string, Bytes().Long(kHighest - 3).Text("ab"), 0, u"", kOverflow, 4},
+        {"only the 0 behind the file", string, Bytes().Long(5), 0, u"", "done", 9},
+        {"nothing left", string, Bytes().Text("\x05\0\0"sv), 0, u"", kBounds, 4},
+        {"negative", string, Bytes().Text("ab").Long(-5).Text("c"), 2, u"", "done", 1},
+        {"far negative", string, Bytes().Long(kLowest), 0, u"", "done", kLowest + 4},
+        {"no whole length", string, Bytes().Text("\x05\0"sv), 0, u"", kBounds, 0},
+    };
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE(c.name);
+        FileCursor cursor = CursorOver(c.file, c.pos);
+        std::u16string text;
+        EXPECT_EQ(OutcomeOf([&] { return text = c.read(cursor); }), c.outcome);
+        EXPECT_EQ(text, c.text);
+        EXPECT_EQ(cursor.Pos, c.posBehind);
+    }
+}
+
+TEST(FileCursorGetRun, TakesElementsTogetherOrNone)
+{
+    FileCursor cursor = CursorOver(Bytes().Text("zabcdefg"), 1);
+    const auto run = cursor.GetRun<std::int16_t>(3);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(run.bytes), run.count * 2), "abcdef");
+    EXPECT_EQ(cursor.Pos, 7);
+    EXPECT_TRUE(cursor.CanRead(1, 2));
+    EXPECT_FALSE(cursor.CanRead(2, 2));
+    EXPECT_FALSE(cursor.CanRead(kHighest, 48));
+    EXPECT_EQ(OutcomeOf([&] { return cursor.GetRun<Matrix>(kHighest).count; }), kBounds);
+    cursor.Pos = 99;
+    EXPECT_EQ(cursor.GetRun<Matrix>(0).count + cursor.GetRun<Matrix>(kLowest).count, 0U);
+    EXPECT_EQ(cursor.Pos, 99);
+}
+
+TEST(FileCursor, ReadsTwiceTheFileAnd65536BytesAltogether)
+{
+    // 12 bytes: 65,560 may be read.
+    const auto file = Bytes().Long(8).Text("ab\0defgh"sv);
+    const std::pair<void (*)(FileCursor&), int> cases[] = {
+        {Call<&FileCursor::GetLong>, 16390},
+        {Call<&FileCursor::GetString>, 10926}, // its length and two characters
+        {[](FileCursor& c) { static_cast<void>(c.GetTag(5)); }, 13112},
+        {[](FileCursor& c) { static_cast<void>(c.GetRun<std::int16_t>(6)); }, 5463},
+    };
+    FileCursor cursor;
+    for (const auto& [read, times] : cases)
+    {
+        SCOPED_TRACE(times);
+        std::int32_t fileSize = 0;
+        ASSERT_TRUE(cursor.LoadBytes(file.Span(), fileSize, EmptyFile::Refused));
+        for (int i = 0; i < times; ++i)
+        {
+            cursor.Pos = 0;
+            read(cursor);
+        }
+        cursor.Pos = 0;
+        EXPECT_THROW(read(cursor), BoundsError);
+        EXPECT_FALSE(cursor.CanRead(1, 12));
+    }
+}
+
+TEST(FileCursorLoadFile, AnswersForEachKindOfFile)
+{
+    const TempFolder folder;
+    folder.Write("three", "abc");
+    folder.Write("empty");
+    folder.Write("folder/");
+    folder.Write("too long");
+    std::filesystem::resize_file(folder.Path() / "too long", 2147483647);
+    std::filesystem::create_symlink("three", folder.Path() / "link");
+    std::filesystem::create_symlink("nothing", folder.Path() / "dead link");
+    ASSERT_EQ(::mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
+    const struct
+    {
+        std::u16string_view name;
+        EmptyFile emptyFile;
+        bool answer;
+        std::int32_t fileSize; // 77 before
+    } cases[] = {
+        {u"three", EmptyFile::Refused, true, 3},        {u"THREE", EmptyFile::Refused, true, 3},
+        {u"link", EmptyFile::Refused, true, 3},         {u"empty", EmptyFile::Refused, false, 0},
+        {u"empty", EmptyFile::Accepted, true, 0},       {u"missing", EmptyFile::Accepted, false, 77},
+        {u"dead link", EmptyFile::Accepted, false, 77}, {u"folder", EmptyFile::Accepted, false, 77},
+        {u"folder\\", EmptyFile::Accepted, false, 77},  {u"pipe", EmptyFile::Accepted, false, 77},
+        {u"too long", EmptyFile::Accepted, false, 77},
+    };
+    ::alarm(20); // ends a load that waits for a pipe's writer
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE(std::string(c.name.begin(), c.name.end()));
+        FileCursor cursor;
+        cursor.Pos = 5;
+        std::int32_t fileSize = 77;
+        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), fileSize, c.emptyFile), c.answer);
+        EXPECT_EQ(fileSize, c.fileSize);
+        const std::string_view file = "abc\0"sv;
+        EXPECT_EQ(std::string(cursor.Data().begin(), cursor.Data().end()),
+                  !c.answer ? "" : file.substr(3 - static_cast<std::size_t>(c.fileSize)));
+        EXPECT_EQ(cursor.Pos, 5);
+    }
+    ::alarm(0);
+}
+
+} // namespace
+} // namespace ZLMIM::Testing

@@ -1,0 +1,133 @@
+#include "temp_folder.h"
+#include "zlmim/reader/file_name.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ZLMIM::Testing
+{
+namespace
+{
+
+using namespace std::string_view_literals;
+
+/// Names are relative: each case works inside a folder of its own.
+class WorkingFolder
+{
+public:
+    explicit WorkingFolder(const std::vector<std::string>& entries)
+    {
+        for (const std::string& entry : entries)
+            mFolder.Write(entry);
+        std::filesystem::current_path(mFolder.Path());
+    }
+    ~WorkingFolder() { std::filesystem::current_path(mBefore); }
+
+private:
+    std::filesystem::path mBefore = std::filesystem::current_path();
+    TempFolder mFolder;
+};
+
+struct Case
+{
+    const char* name;
+    std::vector<std::string> entries;
+    std::u16string_view asked;
+    std::string_view found;
+};
+
+void ExpectFound(const std::vector<Case>& cases)
+{
+    for (const Case& c : cases)
+    {
+        SCOPED_TRACE(c.name);
+        const WorkingFolder folder(c.entries);
+        EXPECT_EQ(FindSystemName(c.asked), c.found);
+    }
+}
+
+TEST(FindSystemName, TakesTheExactNameFirst)
+{
+    ExpectFound({
+        {"among several", {"A.im", "a.im"}, u"a.im", "a.im"},
+        {"behind a folder", {"AB/c", "ab/c", "Ab/c"}, u"ab\\c", "ab/c"},
+        {"slashes too", {"ab/c"}, u"ab/c", "ab/c"},
+        {"through its parent", {"A/", "B/f"}, u"A\\..\\B\\f", "A/../B/f"},
+    });
+}
+
+TEST(FindSystemName, IgnoresLetterCasePartByPart)
+{
+    ExpectFound({
+        {"all parts", {"Wagon/BODY.im"}, u"wAGON\\body.IM", "Wagon/BODY.im"},
+        {"first in byte order", {"a.IM", "A.im", "a.iM"}, u"a.im", "A.im"},
+        {"only the last folder leads on", {"AB/x", "Ab/x", "aB/f"}, u"ab\\F", "aB/f"},
+        {"exact folder leads nowhere", {"A/", "a/f"}, u"A\\f", "a/f"},
+        {"first folder that leads on", {"AB/", "Ab/F", "aB/F"}, u"ab\\f", "Ab/F"},
+        {"file instead of a folder", {"AB", "aB/f"}, u"ab\\f", "aB/f"},
+        {"three levels", {"A/B/x", "A/b/x", "a/B/x", "a/b/F"}, u"A\\B\\f", "a/b/F"},
+        {"parent and own folder", {"A/", "B/f"}, u"a\\..\\.\\b\\F", "A/.././B/f"},
+        {"trailing separator", {"Folder/"}, u"folder\\", "Folder/"},
+        {"trailing separator, several", {"FOLDER", "Folder/"}, u"folder\\", "Folder/"},
+    });
+}
+
+TEST(FindSystemName, ComparesEntriesAsUtf8AndAsWindows1252)
+{
+    ExpectFound({
+        {"UTF-8", {"W\xC3\x84G.im"}, u"w\u00E4g.IM", "W\xC3\x84G.im"},
+        {"Windows-1252", {"W\xC4G.im"}, u"w\u00E4g.IM", "W\xC4G.im"},
+        {"Windows-1252 exactly", {"w\xE4g.im"}, u"w\u00E4g.im", "w\xE4g.im"},
+        {"UTF-8 read a byte a character",
+         {"w\xC3\xA4\xE2\x82\xAC.im"},
+         u"W\u00C3\u00A4\u00E2\u201A\u00AC.IM",
+         "w\xC3\xA4\xE2\x82\xAC.im"},
+        {"a capital outside Windows-1252", {"\xCE\x91.im"}, u"\u03B1.im", ""},
+    });
+}
+
+TEST(FindSystemName, IsEmptyWhereNothingStands)
+{
+    ExpectFound({
+        {"another name", {"a.im"}, u"b.im", ""},
+        {"beginning of a name", {"a.im"}, u"A.i", ""},
+        {"no such folder", {"a.im"}, u"a\\a.im", ""},
+        {"empty", {"a.im"}, u"", ""},
+        {"zero inside", {"a.im"}, u"a.im\0b"sv, ""},
+        {"zero inside, other case", {"a.im"}, u"A.im\0"sv, ""},
+        {"trailing separator behind a file", {"file"}, u"FILE\\", ""},
+        {"exact, behind a file", {"file"}, u"file\\", ""},
+    });
+}
+
+TEST(FindSystemName, TakesEachFolderOnceHoweverManyLinksLeadThere)
+{
+    const WorkingFolder folder({"f"});
+    std::filesystem::create_directory_symlink(".", "loop");
+    std::filesystem::create_directory_symlink(".", "LOOP");
+    std::u16string name;
+    for (int i = 0; i < 30; ++i)
+        name += u"Loop\\";
+
+    EXPECT_EQ(FindSystemName(name + u"g"), "");
+    EXPECT_EQ(FindSystemName(name + u"F").substr(0, 10), "LOOP/LOOP/");
+}
+
+TEST(FindSystemName, TakesAbsoluteNames)
+{
+    const TempFolder folder;
+    folder.Write("Wagon/Body.im");
+    EXPECT_EQ(FindSystemName(folder.Name(u"wagon\\body.im")), folder.Path() / "Wagon/Body.im");
+}
+
+TEST(FromSystemName, ReadsUtf8AndElseWindows1252)
+{
+    EXPECT_EQ(FromSystemName("w\xC3\xA4g"), u"w\u00E4g");
+    EXPECT_EQ(FromSystemName("w\xE4g\x80"), u"w\u00E4g\u20AC");
+}
+
+} // namespace
+} // namespace ZLMIM::Testing

@@ -1,0 +1,61 @@
+#ifndef ZLMIM_TESTS_TEMP_FOLDER_H
+#define ZLMIM_TESTS_TEMP_FOLDER_H
+
+#include "zlmim/reader/file_name.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace ZLMIM::Testing
+{
+
+/// A new, empty folder, which goes with the object, and all that stands in it.
+class TempFolder
+{
+public:
+    TempFolder()
+    {
+        std::string name = std::filesystem::temp_directory_path() / "zlmim-XXXXXX";
+        if (!::mkdtemp(name.data()))
+            throw std::runtime_error("no temporary folder");
+        mPath = name;
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    ~TempFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(mPath, ignored);
+    }
+
+    [[nodiscard]] const std::filesystem::path& Path() const { return mPath; }
+
+    /// The whole name of `entry` in the object model's form.
+    [[nodiscard]] std::u16string Name(std::u16string_view entry) const
+    {
+        std::u16string name = FromSystemName(mPath.native());
+        std::replace(name.begin(), name.end(), u'/', u'\\');
+        return (name += u'\\') += entry;
+    }
+
+    /// Writes a file, and the folders that lead to it; or only these, if `entry` ends in a slash.
+    void Write(std::string_view entry, std::string_view bytes = {}) const
+    {
+        const std::filesystem::path path = mPath / entry;
+        std::filesystem::create_directories(path.parent_path());
+        if (path.has_filename())
+            std::ofstream(path, std::ios::binary) << bytes;
+    }
+
+private:
+    std::filesystem::path mPath;
+};
+
+} // namespace ZLMIM::Testing
+
+#endif
