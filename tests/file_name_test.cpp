@@ -54,7 +54,6 @@ TEST(FindSystemName, TakesTheExactNameFirst)
     ExpectFound({
         {"among several", {"A.im", "a.im"}, u"a.im", "a.im"},
         {"behind a folder", {"AB/c", "ab/c", "Ab/c"}, u"ab\\c", "ab/c"},
-        {"slashes too", {"ab/c"}, u"ab/c", "ab/c"},
         {"through its parent", {"A/", "B/f"}, u"A\\..\\B\\f", "A/../B/f"},
     });
 }
@@ -66,12 +65,9 @@ TEST(FindSystemName, IgnoresLetterCasePartByPart)
         {"first in byte order", {"a.IM", "A.im", "a.iM"}, u"a.im", "A.im"},
         {"only the last folder leads on", {"AB/x", "Ab/x", "aB/f"}, u"ab\\F", "aB/f"},
         {"exact folder leads nowhere", {"A/", "a/f"}, u"A\\f", "a/f"},
-        {"first folder that leads on", {"AB/", "Ab/F", "aB/F"}, u"ab\\f", "Ab/F"},
         {"file instead of a folder", {"AB", "aB/f"}, u"ab\\f", "aB/f"},
-        {"three levels", {"A/B/x", "A/b/x", "a/B/x", "a/b/F"}, u"A\\B\\f", "a/b/F"},
         {"parent and own folder", {"A/", "B/f"}, u"a\\..\\.\\b\\F", "A/.././B/f"},
         {"trailing separator", {"Folder/"}, u"folder\\", "Folder/"},
-        {"trailing separator, several", {"FOLDER", "Folder/"}, u"folder\\", "Folder/"},
     });
 }
 
@@ -80,7 +76,6 @@ TEST(FindSystemName, ComparesEntriesAsUtf8AndAsWindows1252)
     ExpectFound({
         {"UTF-8", {"W\xC3\x84G.im"}, u"w\u00E4g.IM", "W\xC3\x84G.im"},
         {"Windows-1252", {"W\xC4G.im"}, u"w\u00E4g.IM", "W\xC4G.im"},
-        {"Windows-1252 exactly", {"w\xE4g.im"}, u"w\u00E4g.im", "w\xE4g.im"},
         {"UTF-8 read a byte a character",
          {"w\xC3\xA4\xE2\x82\xAC.im"},
          u"W\u00C3\u00A4\u00E2\u201A\u00AC.IM",
@@ -94,12 +89,10 @@ TEST(FindSystemName, IsEmptyWhereNothingStands)
     ExpectFound({
         {"another name", {"a.im"}, u"b.im", ""},
         {"beginning of a name", {"a.im"}, u"A.i", ""},
-        {"no such folder", {"a.im"}, u"a\\a.im", ""},
         {"empty", {"a.im"}, u"", ""},
         {"zero inside", {"a.im"}, u"a.im\0b"sv, ""},
         {"zero inside, other case", {"a.im"}, u"A.im\0"sv, ""},
         {"trailing separator behind a file", {"file"}, u"FILE\\", ""},
-        {"exact, behind a file", {"file"}, u"file\\", ""},
     });
 }
 

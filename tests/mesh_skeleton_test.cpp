@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -69,17 +70,15 @@ TEST(MeshSkeleton, IsTheTreeThatTheBlocksDescribe)
 
 TEST(MeshSkeleton, AddsToBoneCountButReplacesTheTree)
 {
-    const auto file = MeshHeader(0).Append(MeshSkeleton(MeshBone("A", 1, MeshBone("B"))));
     Mesh mesh;
-    ASSERT_TRUE(mesh.LoadBytes(file.Span()));
+    ASSERT_TRUE(mesh.LoadBytes(GoodMesh().Span()));
     const auto first = mesh.RootBone;
-    EXPECT_EQ(first->Version, 100);
-    EXPECT_EQ(first->Position, (Vector{1, 2, 3}));
-    EXPECT_EQ(first->Rotation, (Quaternion{0, 0, 0, 1}));
-    ASSERT_TRUE(mesh.LoadBytes(file.Span()));
-    EXPECT_EQ(mesh.BoneCount, 4);
+    ASSERT_TRUE(mesh.LoadBytes(GoodMesh().Span()));
+    EXPECT_EQ(mesh.BoneCount, 8);
     EXPECT_NE(mesh.RootBone, first);
-    EXPECT_EQ(Outline(*mesh.RootBone), "A(B)");
+    EXPECT_EQ(Outline(*mesh.RootBone), "A(B(D) C)");
+    EXPECT_EQ(std::tuple(first->Version, first->Position, first->Rotation),
+              std::tuple(100, Vector{1, 2, 3}, Quaternion{0, 0, 0, 1}));
 }
 
 TEST(MeshSkeleton, KeepsTheTreeAsFarAsItCame)

@@ -1,4 +1,3 @@
-#include "outcome.h"
 #include "zlmim/model/collection.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
@@ -111,10 +110,10 @@ TEST(CheckedSums, RaiseOutsideThe32BitRange)
     EXPECT_EQ(CheckedAdd(kLowest + 1, -1), -2147483647 - 1);
     EXPECT_EQ(CheckedSubtract(kLowest, kLowest), 0);
     EXPECT_EQ(CheckedSubtract(-1, kLowest), 2147483647);
-    EXPECT_EQ(OutcomeOf([] { return CheckedAdd(kHighest, 1); }), "OverflowError");
-    EXPECT_EQ(OutcomeOf([] { return CheckedAdd(kLowest, -1); }), "OverflowError");
-    EXPECT_EQ(OutcomeOf([] { return CheckedSubtract(kLowest, 1); }), "OverflowError");
-    EXPECT_EQ(OutcomeOf([] { return CheckedSubtract(0, kLowest); }), "OverflowError");
+    EXPECT_THROW(static_cast<void>(CheckedAdd(kHighest, 1)), OverflowError);
+    EXPECT_THROW(static_cast<void>(CheckedAdd(kLowest, -1)), OverflowError);
+    EXPECT_THROW(static_cast<void>(CheckedSubtract(kLowest, 1)), OverflowError);
+    EXPECT_THROW(static_cast<void>(CheckedSubtract(0, kLowest)), OverflowError);
 }
 
 } // namespace

@@ -1,0 +1,84 @@
+#ifndef ZLMIM_TESTS_ASSET_FOLDER_H
+#define ZLMIM_TESTS_ASSET_FOLDER_H
+
+#include "block_writer.h"
+#include "temp_folder.h"
+#include "zlmim/config/zlm_model.h"
+#include "zlmim/model/errors.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ZLMIM::Testing
+{
+
+/// A mesh without chunks and with attachment points of these names.
+inline std::string MeshWith(const std::vector<std::string_view>& attachments = {})
+{
+    auto payload = Bytes().Long(100).Long(static_cast<std::int32_t>(attachments.size()));
+    for (const auto name : attachments)
+        payload.String(name).Record(Matrix{});
+    return MeshHeader(0).Block("ATCH", payload).Str();
+}
+
+inline std::string SmallAnim()
+{
+    const auto bone = Bytes().Block("BONE", Bytes().Long(1).String("b").Long(0));
+    return AnimHeader("n", 0).Block("EVNT", Bytes()).Block("SKEL", bone).Str();
+}
+
+/// A folder of assets, which is the working folder as long as it lives. Assets lie in "top/assets", so that
+/// searches for references stay inside.
+class AssetFolder
+{
+public:
+    AssetFolder()
+    {
+        mFolder.Write("top/assets/wagon/");
+        std::filesystem::current_path(mFolder.Path() / "top/assets/wagon");
+    }
+    AssetFolder(const AssetFolder&) = delete;
+    AssetFolder& operator=(const AssetFolder&) = delete;
+    ~AssetFolder() { std::filesystem::current_path(mBefore); }
+
+    /// Writes a file; `name` counts from "top/assets".
+    AssetFolder& Write(const std::string& name, std::string_view bytes)
+    {
+        mFolder.Write("top/assets/" + name, bytes);
+        return *this;
+    }
+    AssetFolder& Wagon(std::string_view config) { return Write("wagon/config.txt", config); }
+
+    [[nodiscard]] std::u16string WagonName() const { return mFolder.Name(u"top\\assets\\wagon\\config.txt"); }
+
+    /// Loads the wagon's config. Answers "" or the name of what was raised, with the number of a file-system
+    /// one.
+    std::string Load(ZLMModel& model) const
+    try
+    {
+        model.Load(WagonName());
+        return "";
+    }
+    catch (const FileSystemError& error)
+    {
+        return "FileSystemError " + std::to_string(static_cast<std::int32_t>(error.Number()));
+    }
+    catch (const BoundsError&)
+    {
+        return "BoundsError";
+    }
+    catch (const OverflowError&)
+    {
+        return "OverflowError";
+    }
+
+private:
+    std::filesystem::path mBefore = std::filesystem::current_path();
+    TempFolder mFolder;
+};
+
+} // namespace ZLMIM::Testing
+
+#endif

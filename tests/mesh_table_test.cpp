@@ -1,0 +1,163 @@
+#include "asset_folder.h"
+#include "zlmim/model/text.h"
+
+#include <gtest/gtest.h>
+
+namespace ZLMIM::Testing
+{
+namespace
+{
+
+/// Entries as "name>parent@attachment", with "+" behind a name whose mesh was loaded and "*" whose animation
+/// was.
+std::string Outline(const ZLMModel& model)
+{
+    std::string outline;
+    for (const auto& entry : *model.MeshTable())
+    {
+        EXPECT_EQ(entry->Parent().get(), &model);
+        outline += (outline.empty() ? "" : " ") + ToUtf8(entry->Name);
+        outline += entry->Mesh->Attachments ? "+" : "";
+        outline += entry->anim->RootBone ? "*" : "";
+        if (entry->AttParent())
+            outline += ">" + ToUtf8(entry->AttParent()->Name);
+        if (entry->Att)
+            outline += "@" + ToUtf8(entry->Att->Name);
+    }
+    return outline;
+}
+
+TEST(ParseMeshTable, MakesAnEntryAtEachClosingBrace)
+{
+    const struct
+    {
+        const char* name;
+        std::string_view config;
+        std::string_view outline;
+        const char* raised = "";
+        std::u16string kind = u"end"; // of the line behind the table
+    } cases[] = {
+        {"one entry", "mesh-table {\nDefault {\nmesh BODY.IM\n}\n}\nkind end\n", "default+"},
+        {"lone braces", "mesh-table\n{\na\n{\nmesh body.im\n}\n{\nb\n{\n}\n}\nkind end\n", "a+ b"},
+        {"empty", "mesh-table\n}\nkind end\n", ""},
+        {"two tables", "mesh-table\na\n}\n}\nmesh-table\nb\n}\n}\nkind end\n", "a b"},
+        {"keys in any order, the last one counts",
+         "mesh-table\na\nmesh body.im\n}\nb\natt A.One\natt-parent x\nmesh no.im\natt-parent A\nmesh "
+         "body.im\n}\n}\nkind end\n",
+         "a+ b+>a@a.one"},
+        {"itself, later, no such attachment, unloaded parent",
+         "mesh-table\na\nmesh body.im\natt-parent a\natt a.two\n}\nb\natt-parent c\n}\nc\nmesh "
+         "body.im\natt-parent a\natt x\n}\nd\natt-parent b\natt a.one\n}\n}\nkind end\n",
+         "a+>a@a.two b c+>a d>b"},
+        {"effects are passed over",
+         "mesh-table\na\neffects {\nx {\n} y\nmesh no.im\n}\nmesh body.im\n}\n}\nkind end\n", "a+"},
+        {"effects with lone braces", "mesh-table\na\neffects\n{\nx\n{\n}\n}\nmesh body.im\n}\n}\nkind end\n",
+         "a+"},
+        {"effects without any", "mesh-table\na\neffects\n}\nmesh body.im\n}\n}\nkind end\n", "a+"},
+        {"a lone brace below effects {", "mesh-table\na\neffects {\n{\n}\n}\nmesh body.im\n}\n}\nkind end\n",
+         "a+"},
+        {"file ends in an entry", "mesh-table\na\n}\nb\nmesh body.im\n", "a", "", u""},
+        {"file ends in effects", "mesh-table\na\n}\nb\neffects\n}", "a", "", u""},
+        {"file ends at effects", "mesh-table\na\n}\nb\neffects", "a", "FileSystemError 62", u""},
+        {"a mesh that ends too early stays", "mesh-table\na\nmesh short.im\n}\nb\n}\n}\nkind end\n", "a",
+         "BoundsError", u""},
+        {"a foreign mesh stops nothing", "mesh-table\na\nmesh config.txt\n}\nb\n}\n}\nkind end\n", "a b"},
+        {"animations count from the working folder",
+         "mesh-table\na\nanim doors.kin\n}\nb\nanim other\\doors.kin\n}\n}\nkind end\n", "a* b"},
+        {"asset-filename only without entries", "mesh-table\na\n}\n}\nasset-filename body\nkind end\n", "a"},
+        {"asset-filename behind an empty table", "mesh-table\n}\nasset-filename body\nkind end\n",
+         "default+"},
+        {"asset-filename without a file", "asset-filename body.im\nkind end\n", ""},
+        {"level 1 of a list", "mesh-table\na\nmesh Lod/list.LM\n}\n}\nkind end\n", "a+"},
+        {"a list without level 1", "mesh-table\na\nmesh lod/none.lm\n}\n}\nkind end\n", "a"},
+        {"no list file", "mesh-table\na\nmesh lod/missing.lm\n}\n}\nkind end\n", "a"},
+    };
+    AssetFolder folder;
+    folder.Write("wagon/body.im", MeshWith({"A.One", "A.Two"}))
+        .Write("wagon/short.im", "JI")
+        .Write("wagon/doors.kin", SmallAnim())
+        .Write("wagon/lod/Near.im", MeshWith())
+        .Write("wagon/lod/list.lm.txt", "name=\"before.im\"\nmesh(\"0\") name=x\nname=far.im\n Mesh(\"1.0\") "
+                                        "{\n  LodName=\" Near.im\"; \n")
+        .Write("wagon/lod/none.lm.txt", "mesh(2)\nname=near.im\n");
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE(c.name);
+        folder.Wagon(c.config);
+        const auto model = std::make_shared<ZLMModel>();
+        EXPECT_EQ(folder.Load(*model), c.raised);
+        EXPECT_EQ(Outline(*model), c.outline);
+        EXPECT_EQ(model->Kind, c.kind);
+    }
+}
+
+TEST(ParseMeshTable, FallsBackOnTheFoldersAnimation)
+{
+    AssetFolder folder;
+    folder.Write("wagon/Anim.kin", SmallAnim());
+    folder.Wagon("mesh-table\na\n}\nb\nanim none.kin\n}\n}\n");
+    const auto model = std::make_shared<ZLMModel>();
+    EXPECT_EQ(folder.Load(*model), "");
+    EXPECT_EQ(Outline(*model), "a* b");
+}
+
+TEST(ZLMModel, TakesItsTextsFromTheirKeys)
+{
+    AssetFolder folder;
+    folder.Wagon(
+        "\xEF\xBB\xBFKUID \" <KUID:1:2> \"\nauthor A\nAuthor \"B C\"\nusername u\nkind k\nzelmar-build 2.9\n"
+        "description \"one\ntwo\"\nauthor-1 x\nother {\nasset-filename f\n}\n");
+    const auto model = std::make_shared<ZLMModel>();
+    EXPECT_EQ(folder.Load(*model), "");
+    EXPECT_EQ(model->kuid(), u"<kuid:1:2>");
+    EXPECT_EQ(model->Author, u"B C");
+    EXPECT_EQ(model->UserName, u"u");
+    EXPECT_EQ(model->Kind, u"k");
+    EXPECT_EQ(model->ZLMBuild, u"2.9");
+    EXPECT_EQ(model->Description, u"one\r\ntwo");
+    EXPECT_EQ(model->AssetFileName, u"f");
+    model->Load(u"");
+    EXPECT_EQ(model->kuid() + model->Author + model->AssetFileName + model->Description, u"");
+}
+
+TEST(MeshEntryLifetime, AnEntryOrItsListKeepsTheModel)
+{
+    AssetFolder folder;
+    folder.Wagon("author A\nmesh-table\na\natt-parent a\n}\nb\natt-parent a\n}\n}\n");
+    auto model = std::make_shared<ZLMModel>();
+    folder.Load(*model);
+    const std::weak_ptr<ZLMModel> alive = model;
+    auto old = model->MeshTable()->Item(2);
+    folder.Load(*model);
+    auto list = model->MeshTable();
+    model.reset();
+    EXPECT_EQ(old->Parent()->Author, u"A");
+    EXPECT_EQ(old->AttParent()->Name, u"a");
+    EXPECT_NE(old->Parent()->MeshTable()->Item(2), old);
+    old.reset();
+    EXPECT_EQ(list->Item(1)->Parent()->MeshTable()->Count(), 2);
+    EXPECT_FALSE(alive.expired());
+    list.reset();
+    EXPECT_TRUE(alive.expired());
+}
+
+TEST(MeshEntryLifetime, AHostsEntryIsUntiedByItsParent)
+{
+    auto model = std::make_shared<ZLMModel>();
+    const std::weak_ptr<ZLMModel> alive = model;
+    auto entry = std::make_shared<MeshEntry>();
+    std::u16string attParent = u"MINE";
+    std::u16string att;
+    entry->Load(model, u"Mine", u"", u"", attParent, att);
+    EXPECT_EQ(attParent, u"mine");
+    EXPECT_EQ(entry->AttParent(), entry);
+    EXPECT_EQ(model->MeshTable()->Item(1), entry);
+    model.reset();
+    EXPECT_EQ(entry->Parent(), alive.lock());
+    entry->SetAttParent(nullptr);
+    entry->SetParent(nullptr);
+    EXPECT_TRUE(alive.expired());
+}
+
+} // namespace
+} // namespace ZLMIM::Testing

@@ -1,0 +1,131 @@
+#include "asset_folder.h"
+#include "zlmim/model/text.h"
+
+#include <gtest/gtest.h>
+
+namespace ZLMIM::Testing
+{
+namespace
+{
+
+/// Authors of the bogeys and the pantograph, with theirs below: "A(B C|P)", "-" for an empty model.
+std::string Outline(const ZLMModel& model)
+{
+    std::string outline = model.Author.empty() ? "-" : ToUtf8(model.Author);
+    if (model.Bogies->Count() == 0 && !model.Pantograph)
+        return outline;
+    outline += "(";
+    for (const auto& bogey : *model.Bogies)
+        outline += (outline.back() == '(' ? "" : " ") + Outline(*bogey);
+    return outline + (model.Pantograph ? "|" + Outline(*model.Pantograph) : "") + ")";
+}
+
+TEST(FindConfigFile, TriesTheFolderNameThenWalksTwoLevels)
+{
+    const struct
+    {
+        const char* name;
+        std::string_view config;
+        std::string_view outline;
+        const char* raised = "";
+        std::int32_t names = 1;
+    } cases[] = {
+        {"by folder name, whatever it holds", "bogey <KUID:1:9>\n", "-(named)"},
+        {"by the walk, in order", "bogey <kuid:1:2>\n", "-(B2)"},
+        {"folders of the first level", "bogey <kuid:1:3>\n", "-(first)"},
+        {"capitals in a reference never match a file", "bogey <KUID:1:2>\n", "-(-)"},
+        {"the first kuid line decides", "bogey <kuid:1:8>\n", "-(-)"},
+        {"a third level is too deep", "bogey <kuid:1:4>\n", "-(-)"},
+        {"again, and in capitals", "bogey-0 <kuid:1:2>\nbogey-1 <kuid:1:2>\nbogeys <KUID:1:2>\n",
+         "-(B2 B2 -)", "", 3},
+        {"a missing one is looked for again", "bogey x\nbogey x\n", "-(- -)", "", 2},
+        {"pantograph, the last one", "pantograph <kuid:1:2>\npantograph <kuid:1:3>\npantograph-1 x\n",
+         "-(|first)", "", 0},
+        {"itself", "kuid <kuid:1:1>\nauthor me\nbogey <kuid:1:1>\n", "me(-)"},
+        {"two that name each other", "kuid <kuid:1:1>\nauthor me\nbogey <kuid:1:5>\n", "me(other(-))"},
+        {"a failure below leaves the names ahead", "bogey <kuid:1:6>\nauthor late\n", "-", "BoundsError", 1},
+        {"a failure in the pantograph keeps it", "pantograph <kuid:1:6>\nauthor late\n", "-(|broken)",
+         "BoundsError", 0},
+    };
+    AssetFolder folder;
+    folder.Write("kuid 1 9/config.txt", "author named\n")
+        .Write("b2/config.txt", "author B2\nKuid <KUID:1:2>\n")
+        .Write("B3/config.txt", "author late\nkuid <kuid:1:2>\n")
+        .Write("../zz/config.txt", "author first\nkuid \"<kuid:1:3>\"\n")
+        .Write("zz/deep/config.txt", "author deep\nkuid <kuid:1:4>\n")
+        .Write("other/config.txt", "author other\nkuid <kuid:1:5>\nbogey <kuid:1:1>\n")
+        .Write("a8/config.txt", "kuid none\nkuid <kuid:1:8>\n")
+        .Write("broken/config.txt", "author broken\nkuid <kuid:1:6>\nmesh-table\na\nmesh short.im\n}\n}\n")
+        .Write("broken/short.im", "JI");
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE(c.name);
+        folder.Wagon(c.config);
+        const auto model = std::make_shared<ZLMModel>();
+        EXPECT_EQ(folder.Load(*model), c.raised);
+        EXPECT_EQ(Outline(*model), c.outline);
+        EXPECT_EQ(model->BogieNames->Count(), c.names);
+    }
+    folder.Wagon("bogey-0 <kuid:1:2>\nbogey-1 <kuid:1:2>\n");
+    const auto model = std::make_shared<ZLMModel>();
+    folder.Load(*model);
+    EXPECT_EQ(model->Bogies->Item(1), model->Bogies->Item(2));
+    EXPECT_EQ(model->BogieNames->Item(2), u"bogey-1");
+}
+
+TEST(FindConfigFile, NeedsAFolderToWalkFrom)
+{
+    AssetFolder folder;
+    folder.Wagon("bogey <kuid:1:2>\nauthor late\n");
+    const auto model = std::make_shared<ZLMModel>();
+    EXPECT_THROW(model->Load(u"config.txt"), FileSystemError);
+    EXPECT_EQ(model->BogieNames->Count(), 1);
+    EXPECT_EQ(model->Bogies->Count(), 0);
+}
+
+TEST(FindConfigFile, FollowsAChainToItsAllowedDepth)
+{
+    AssetFolder folder;
+    folder.Wagon("bogey <kuid:0>\n");
+    for (int i = 0; i < 40; ++i)
+    {
+        folder.Write("c" + std::to_string(i) + "/config.txt",
+                     "kuid <kuid:" + std::to_string(i) + ">\nbogey <kuid:" + std::to_string(i + 1) + ">\n");
+    }
+    auto model = std::make_shared<ZLMModel>();
+    EXPECT_EQ(folder.Load(*model), "");
+    int depth = 1;
+    for (; model->Bogies->Count() > 0; ++depth)
+        model = model->Bogies->Item(1);
+    // The 33rd model is there, but empty.
+    EXPECT_EQ(depth, 33);
+    EXPECT_EQ(model->kuid(), u"");
+}
+
+TEST(DamagedConfig, EndsWithAModelOrOneOfTheErrors)
+{
+    const std::string good =
+        "kuid <kuid:1:1>\nbogey <kuid:1:2>\ndescription \"a\nb\"\nmesh-table {\na {\nmesh b.im\n"
+        "effects {\nx {\n}\n}\n}\nb {\natt-parent a\natt p\nmesh l.lm\n}\n}\n";
+    AssetFolder folder;
+    folder.Write("b2/config.txt", "kuid <kuid:1:2>\n").Write("wagon/b.im", MeshWith({"p"}));
+    folder.Write("wagon/l.lm.txt", "mesh(1)\nname=b.im\n");
+    const auto load = [&](const std::string& config)
+    {
+        folder.Wagon(config);
+        const auto model = std::make_shared<ZLMModel>();
+        const std::string raised = folder.Load(*model);
+        EXPECT_TRUE(raised.empty() || raised == "FileSystemError 62") << config;
+        for (const auto& entry : *model->MeshTable())
+            EXPECT_EQ(entry->Parent(), model);
+    };
+    for (std::size_t i = 0; i < good.size(); ++i)
+    {
+        load(good.substr(0, i));
+        for (const char c : {'\0', '"', '{', '}', '\n'})
+            load(std::string(good).replace(i, 1, 1, c));
+    }
+}
+
+} // namespace
+} // namespace ZLMIM::Testing
