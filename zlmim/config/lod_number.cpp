@@ -35,7 +35,7 @@ std::size_t SkipDigits(std::string_view text, std::size_t start)
 std::size_t NumberLength(std::string_view text)
 {
     std::size_t length = SkipDigits(text, 0);
-    if (length < text.size() && text[length] == '.')
+    if (length > 0 && length < text.size() && text[length] == '.')
     {
         const std::size_t fraction = SkipDigits(text, length + 1);
         length = fraction > length + 1 ? fraction : length;
