@@ -14,18 +14,15 @@ namespace ZLMIM
 ///
 /// - References between parts of a whole aren't counted. They are stored as a `std::shared_ptr` that owns
 ///   nothing.
-/// - A reference that leaves the whole, to a host or to another object, is a `std::shared_ptr` to the part
-/// that
-///   owns the whole. Whoever holds one bone, or one list of children, can walk to every other; when the last
-///   such reference goes, all parts go at once and without recursion.
-/// - A whole may have an owner that isn't a part itself, but that its parts refer back to: the entries of a
-/// mesh
-///   table have their model. References to the owner aren't counted either, and whoever holds a part holds
-///   the owner as well.
-/// - A reference that a host writes is held as it was written, counted. A host that makes two objects refer
-/// to
-///   each other, where they aren't of one whole, ties a ring that it must untie itself, by writing an empty
-///   reference.
+/// - A reference that leaves the whole, to a host or to another object, is a `std::shared_ptr` to the
+///   part that owns the whole. Whoever holds one bone, or one list of children, can walk to every other;
+///   when the last such reference goes, all parts go at once and without recursion.
+/// - A whole may have an owner that isn't a part itself, but that its parts refer back to: the entries of
+///   a mesh table have their model. References to the owner aren't counted either, and whoever holds a
+///   part holds the owner as well.
+/// - A reference that a host writes is held as it was written, counted. A host that makes two objects
+///   refer to each other, where they aren't of one whole, ties a ring that it must untie itself, by
+///   writing an empty reference. A tree that it builds by itself goes level by level, by recursion.
 ///
 /// An object that a host makes by itself belongs to no whole, and all its references are counted.
 class Membership
