@@ -141,6 +141,44 @@ TEST(MeshEntryLifetime, AnEntryOrItsListKeepsTheModel)
     EXPECT_TRUE(alive.expired());
 }
 
+TEST(MeshEntryLifetime, AThousandLoadsKeepOnlyTheLast)
+{
+    AssetFolder folder;
+    folder.Write("wagon/body.im", MeshWith({"p"}));
+    folder.Wagon("mesh-table\na\nmesh body.im\natt-parent a\natt p\n}\nb\natt-parent a\n}\n}\nbogey x\n");
+    const auto model = std::make_shared<ZLMModel>();
+    std::weak_ptr<MeshEntry> entry;
+    std::weak_ptr<ZLMModel> bogey;
+    for (int i = 0; i < 1'000; ++i)
+    {
+        ASSERT_EQ(folder.Load(*model), "");
+        ASSERT_TRUE(entry.expired() && bogey.expired());
+        entry = model->MeshTable()->Item(1)->AttParent();
+        bogey = model->Bogies->Item(1);
+    }
+}
+
+TEST(MeshEntryLifetime, WhatAHostWritesIsHeld)
+{
+    AssetFolder folder;
+    folder.Wagon("mesh-table\na\n}\n}\n");
+    const auto model = std::make_shared<ZLMModel>();
+    folder.Load(*model);
+    const auto entry = model->MeshTable()->Item(1);
+    auto parent = std::make_shared<ZLMModel>();
+    auto attParent = std::make_shared<MeshEntry>();
+    auto table = std::make_shared<Collection<MeshEntry>>();
+    const std::weak_ptr<ZLMModel> parentAlive = parent;
+    const std::weak_ptr<MeshEntry> attParentAlive = attParent;
+    entry->SetParent(std::move(parent));
+    entry->SetAttParent(std::move(attParent));
+    model->SetMeshTable(table);
+    EXPECT_FALSE(parentAlive.expired() || attParentAlive.expired());
+    EXPECT_EQ(entry->Parent(), parentAlive.lock());
+    EXPECT_EQ(entry->AttParent(), attParentAlive.lock());
+    EXPECT_EQ(model->MeshTable(), table);
+}
+
 TEST(MeshEntryLifetime, AHostsEntryIsUntiedByItsParent)
 {
     auto model = std::make_shared<ZLMModel>();

@@ -73,6 +73,20 @@ TEST(FindConfigFile, TriesTheFolderNameThenWalksTwoLevels)
     EXPECT_EQ(model->BogieNames->Item(2), u"bogey-1");
 }
 
+TEST(FindConfigFile, KnowsAFileThatIsBeingReadByALink)
+{
+    AssetFolder folder;
+    // The link comes before the wagon's own folder in the walk, and leads to its file.
+    folder.Wagon("kuid <kuid:1:1>\nauthor me\nbogey <kuid:1:1>\n");
+    std::filesystem::create_directory_symlink("wagon", "../A-link");
+    std::filesystem::create_directory_symlink("wagon", "../kuid 1 1");
+    const auto model = std::make_shared<ZLMModel>();
+    EXPECT_EQ(folder.Load(*model), "");
+    EXPECT_EQ(Outline(*model), "me(-)");
+    model->Load(u"..\\A-LINK\\CONFIG.TXT");
+    EXPECT_EQ(Outline(*model), "me(-)");
+}
+
 TEST(FindConfigFile, NeedsAFolderToWalkFrom)
 {
     AssetFolder folder;
