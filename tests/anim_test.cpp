@@ -3,7 +3,6 @@
 #include "good_files.h"
 #include "model_walker.h"
 #include "outcome.h"
-#include "temp_folder.h"
 
 #include <gtest/gtest.h>
 #include <vector>
@@ -12,8 +11,6 @@ namespace ZLMIM::Testing
 {
 namespace
 {
-
-constexpr std::int32_t kHighest = 2'147'483'647;
 
 /// A bone's frames, told by x of the position.
 std::vector<float> Slots(const BoneAnim& bone)
@@ -83,6 +80,7 @@ TEST(AnimHeader, EndsTheLoadInItsOwnWay)
         const char16_t* message;
         std::int32_t fps; // the last but one field of the info block
     } cases[] = {
+        {"empty", Bytes(), "BoundsError", u"", 0},
         {"2 bytes", Bytes().Text("JI"), "BoundsError", u"", 0},
         {"3 bytes", Bytes().Text("JIR"), "false", noJirf, 0},
         {"other letter case", Bytes().Text("JIRf"), "false", noJirf, 0},
@@ -265,32 +263,6 @@ TEST(AnimLoad, AgainReplacesWhatTheFileHas)
     EXPECT_EQ(Tree(anim), u"(Z)");
     EXPECT_EQ(Slots(*anim.RootBone), (std::vector<float>{0}));
     EXPECT_EQ(Slots(*old), (std::vector<float>{1, 0}));
-}
-
-TEST(AnimLoad, TakesAnEmptyFileForATooShortOne)
-{
-    const TempFolder folder;
-    folder.Write("good.kin", GoodAnim().Str());
-    folder.Write("empty.kin");
-    const struct
-    {
-        std::u16string name;
-        const char* outcome;
-        std::int32_t fileSize;
-    } cases[] = {
-        {folder.Name(u"good.kin"), "true", 404},
-        {folder.Name(u"missing.kin"), "false", 404},
-        {folder.Name(u"empty.kin"), "BoundsError", 0},
-    };
-    Anim anim;
-    for (const auto& c : cases)
-    {
-        SCOPED_TRACE(c.outcome);
-        EXPECT_EQ(OutcomeOf([&] { return anim.Load(c.name); }), c.outcome);
-        EXPECT_EQ(anim.FileName, c.name);
-        EXPECT_EQ(anim.FileSize, c.fileSize);
-        EXPECT_EQ(Tree(anim), u"(A(B(D))(C))");
-    }
 }
 
 TEST(BoneAnim, HasTheSlotsOfItsLastTable)

@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -19,11 +18,6 @@ namespace
 {
 
 using namespace std::string_view_literals;
-
-constexpr std::string_view kBounds = "BoundsError";
-constexpr std::string_view kOverflow = "OverflowError";
-constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
 
 FileCursor CursorOver(const Bytes& file, std::int32_t pos = 0)
 {

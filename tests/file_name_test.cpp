@@ -109,13 +109,6 @@ TEST(FindSystemName, TakesEachFolderOnceHoweverManyLinksLeadThere)
     EXPECT_EQ(FindSystemName(name + u"F").substr(0, 10), "LOOP/LOOP/");
 }
 
-TEST(FindSystemName, TakesAbsoluteNames)
-{
-    const TempFolder folder;
-    folder.Write("Wagon/Body.im");
-    EXPECT_EQ(FindSystemName(folder.Name(u"wagon\\body.im")), folder.Path() / "Wagon/Body.im");
-}
-
 TEST(FromSystemName, ReadsUtf8AndElseWindows1252)
 {
     EXPECT_EQ(FromSystemName("w\xC3\xA4g"), u"w\u00E4g");

@@ -9,8 +9,6 @@ namespace ZLMIM::Testing
 namespace
 {
 
-constexpr std::int32_t kHighest = 2'147'483'647;
-
 /// Loads the bytes, from a buffer of their own size, into two models, which must end up alike and sound.
 template <class Model>
 std::string LoadAndWalk(Model& model, std::span<const std::byte> file)

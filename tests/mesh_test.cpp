@@ -1,12 +1,10 @@
 #include "good_files.h"
 #include "model_walker.h"
 #include "outcome.h"
-#include "temp_folder.h"
 #include "zlmim/mesh/mesh.h"
 
 #include <array>
 #include <gtest/gtest.h>
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,11 +18,6 @@ namespace
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
-
-constexpr std::string_view kBounds = "BoundsError";
-constexpr std::string_view kOverflow = "OverflowError";
-constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
 
 Bytes ChunkBlock(const Bytes& content, std::int32_t lie = 0)
 {
@@ -266,24 +259,6 @@ TEST(Mesh, KeepsSkeletonAttVersionAndMessageOverLoads)
     EXPECT_EQ(std::tuple(mesh.Attachments->Count(), mesh.AttVersion, mesh.BoneCount), std::tuple(0, 100, 4));
     EXPECT_EQ(mesh.RootBone, root);
     EXPECT_EQ(mesh.Chunks->Item(1)->Geometry->BoneObject, root->Children()->Item(2));
-}
-
-TEST(Mesh, LoadsByName)
-{
-    const TempFolder folder;
-    folder.Write("Wagon.im", MeshHeader(0).Str());
-    folder.Write("empty.im");
-    Mesh mesh;
-    EXPECT_TRUE(mesh.Load(folder.Name(u"wagon.IM")));
-    EXPECT_EQ(mesh.FileName, folder.Name(u"wagon.IM"));
-    EXPECT_TRUE(mesh.Load(mesh.FileName));
-
-    mesh.Polygons = 9;
-    EXPECT_FALSE(mesh.Load(folder.Name(u"missing.im")));
-    EXPECT_EQ(std::tuple(mesh.FileName, mesh.Polygons, mesh.FileSize),
-              std::tuple(folder.Name(u"missing.im"), 0, 56));
-    EXPECT_FALSE(mesh.Load(folder.Name(u"empty.im")));
-    EXPECT_EQ(std::tuple(mesh.FileSize, mesh.ErrorMessage, mesh.Version), std::tuple(0, u""s, 104));
 }
 
 TEST(MeshChunk, HasFieldsByTheVersionsOfItsBlocks)

@@ -1,9 +1,9 @@
+#include "outcome.h"
 #include "zlmim/model/collection.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
 #include <gtest/gtest.h>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,9 +17,6 @@ namespace
 {
 
 using namespace std::string_view_literals;
-
-constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
 
 TEST(Collection, NumbersEntriesFromOneInTheOrderOfAdding)
 {

@@ -1,5 +1,6 @@
 #include "json_objects.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <unordered_map>
 
@@ -14,14 +15,11 @@ Json PositionOf(const std::shared_ptr<Object>& wanted, const std::shared_ptr<Col
 {
     if (!wanted || !list)
         return nullptr;
-    std::int32_t position = 0;
-    for (const auto& entry : *list)
-    {
-        ++position;
-        if (entry.get() == wanted.get())
-            return position;
-    }
-    return nullptr;
+    // Looked at as they are stored: a table may be long, and handing its entries out has its price.
+    const auto entries = list->Entries();
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const auto& entry) { return entry.get() == wanted.get(); });
+    return found == entries.end() ? Json(nullptr) : Json(found - entries.begin() + 1);
 }
 
 Json EntryToJson(const MeshEntry& entry, const ZLMModel& model)
