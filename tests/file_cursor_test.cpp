@@ -2,6 +2,7 @@
 #include "outcome.h"
 #include "temp_folder.h"
 #include "zlmim/reader/file_cursor.h"
+#include "zlmim/reader/file_names.h"
 
 #include <filesystem>
 #include <functional>
@@ -192,10 +193,11 @@ TEST(FileCursorLoadFile, AnswersForEachKindOfFile)
     for (const auto& c : cases)
     {
         SCOPED_TRACE(std::string(c.name.begin(), c.name.end()));
+        FileNames names;
         FileCursor cursor;
         cursor.Pos = 5;
         std::int32_t fileSize = 77;
-        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), fileSize, c.emptyFile), c.answer);
+        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), names, fileSize, c.emptyFile), c.answer);
         EXPECT_EQ(fileSize, c.fileSize);
         const std::string_view file = "abc\0"sv;
         EXPECT_EQ(std::string(cursor.Data().begin(), cursor.Data().end()),

@@ -1,7 +1,7 @@
 #ifndef ZLMIM_TESTS_TEMP_FOLDER_H
 #define ZLMIM_TESTS_TEMP_FOLDER_H
 
-#include "zlmim/reader/file_name.h"
+#include "zlmim/reader/file_names.h"
 
 #include <algorithm>
 #include <cstdlib>

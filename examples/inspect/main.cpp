@@ -2,7 +2,7 @@
 #include "json.h"
 #include "tree.h"
 
-#include "zlmim/reader/file_name.h"
+#include "zlmim/reader/file_names.h"
 
 #include <CLI/CLI.hpp>
 

@@ -15,8 +15,14 @@ constexpr std::int32_t kInfoSizePos = 16;
 
 bool Anim::Load(std::u16string_view name)
 {
+    FileNames names;
+    return Load(name, names);
+}
+
+bool Anim::Load(std::u16string_view name, FileNames& names)
+{
     FileName = std::u16string(name); // the name may be this very property
-    return Finish(mCursor.LoadFile(FileName, FileSize, EmptyFile::Accepted));
+    return Finish(mCursor.LoadFile(FileName, names, FileSize, EmptyFile::Accepted));
 }
 
 bool Anim::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
@@ -37,13 +43,8 @@ bool Anim::Finish(bool isLoaded)
     ReadSkeleton();
     if (!RootBone)
         return false;
-    const BoneOrder bones = InitBoneFrames();
-    const std::int32_t count = FrameCount;
-    for (std::int32_t i = 0; i < count; ++i)
-    {
-        if (!ReadFrame(bones))
-            return false;
-    }
+    if (!ReadFrames(InitBoneFrames()))
+        return false;
     mCursor.Release();
     return true;
 }
@@ -51,13 +52,13 @@ bool Anim::Finish(bool isLoaded)
 bool Anim::ReadHeader()
 {
     mCursor.Pos = kSignaturePos;
-    if (mCursor.GetTag(kTagSize) != u"JIRF")
+    if (!mCursor.TakesTag("JIRF"))
     {
         ErrorMessage = u"Not a ZL file - no JIRF";
         return false;
     }
     mCursor.Pos = kFileKindPos;
-    if (mCursor.GetTag(kTagSize) != u"ANIM")
+    if (!mCursor.TakesTag("ANIM"))
     {
         ErrorMessage = u"Not a ZLM ANIM file - no ANIM";
         return false;
@@ -80,7 +81,7 @@ void Anim::ReadInfo()
 
 bool Anim::ReadEvents()
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, u"EVNT");
+    const auto block = Block::EnterBeforeEnd(mCursor, "EVNT");
     if (!block)
         return false;
     block->Leave(mCursor);

@@ -4,6 +4,7 @@
 #include "zlmim/anim/bone_anim.h"
 #include "zlmim/reader/bone_tree.h"
 #include "zlmim/reader/file_cursor.h"
+#include "zlmim/reader/file_names.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -59,6 +60,9 @@ public:
     /// @throws std::bad_alloc
     [[nodiscard]] bool Load(std::u16string_view name);
 
+    /// The same for one of many files: `names` remembers the folders that it has listed.
+    [[nodiscard]] bool Load(std::u16string_view name, FileNames& names);
+
     /// The same for the bytes of a file, which are copied; `name` only goes to `FileName`.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});
 
@@ -72,9 +76,11 @@ private:
 
     /// The bones of the tree in the order of a FRAM block's records: each before its children.
     using BoneOrder = std::vector<BoneAnim*>;
+    /// FRAM blocks that have been read, and whose records wait to be stored.
+    class WaitingFrames;
     BoneOrder InitBoneFrames();
-    bool ReadFrame(const BoneOrder& bones);
-    void ReadBoneFrame(std::int32_t frame, const BoneOrder& bones);
+    bool ReadFrames(const BoneOrder& bones);
+    bool ReadFrame(WaitingFrames& waiting);
 
     FileCursor mCursor;
 };

@@ -6,7 +6,7 @@ namespace ZLMIM
 
 void Anim::ReadSkeleton()
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, u"SKEL");
+    const auto block = Block::EnterBeforeEnd(mCursor, "SKEL");
     if (!block)
         return;
 
@@ -20,7 +20,7 @@ void Anim::ReadSkeleton()
 
 void Anim::ReadBone(BoneTree<BoneAnim>& tree, const std::shared_ptr<BoneAnim>& bone, std::int32_t level)
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, u"BONE");
+    const auto block = Block::EnterBeforeEnd(mCursor, "BONE");
     if (!block)
         return;
 

@@ -4,40 +4,29 @@
 #include "zlmim/config/disk_text_stream.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/file.h"
-#include "zlmim/reader/file_name.h"
 
-#include <optional>
-#include <sys/stat.h>
+#include <utility>
 
 namespace ZLMIM
 {
-namespace
-{
 
-std::optional<struct stat> Status(const std::u16string& path)
-{
-    const std::string systemName = FindSystemName(path);
-    struct stat status;
-    return !systemName.empty() && ::stat(systemName.c_str(), &status) == 0 ? std::optional(status)
-                                                                           : std::nullopt;
-}
-
-} // namespace
+DiskFileSystem::DiskFileSystem(std::shared_ptr<FileNames> names) : mNames(std::move(names)) {}
 
 bool DiskFileSystem::FileExists(const std::u16string& path)
 {
-    const auto status = Status(path);
-    return status && S_ISREG(status->st_mode);
+    const auto found = mNames->Find(path);
+    return found && found->kind == FoundFile::Kind::File;
 }
 
 std::unique_ptr<TextStream> DiskFileSystem::OpenTextFile(const std::u16string& path)
 {
-    return std::make_unique<DiskTextStream>(File::Open(path), path);
+    return std::make_unique<DiskTextStream>(File::Open(path, *mNames), path);
 }
 
 std::shared_ptr<Folder> DiskFileSystem::GetFolder(const std::u16string& path)
 {
-    auto folder = DiskFolder::Open(FindSystemName(path));
+    const auto found = mNames->Find(path);
+    auto folder = found ? DiskFolder::Open(mNames, found->systemName) : nullptr;
     if (!folder)
         throw FileSystemError(FileSystemError::Code::NoSuchFolder, path);
     return folder;
@@ -45,10 +34,11 @@ std::shared_ptr<Folder> DiskFileSystem::GetFolder(const std::u16string& path)
 
 std::u16string DiskFileSystem::FileIdentity(const std::u16string& path)
 {
-    const auto status = Status(path);
-    if (!status)
+    const auto found = mNames->Find(path);
+    if (!found)
         return path;
-    const std::string identity = std::to_string(status->st_dev) + ":" + std::to_string(status->st_ino);
+    const auto [device, number] = found->identity;
+    const std::string identity = std::to_string(device) + ":" + std::to_string(number);
     return {identity.begin(), identity.end()};
 }
 

@@ -2,6 +2,9 @@
 #define ZLMIM_CONFIG_DISK_FILE_SYSTEM_H
 
 #include "zlmim/config/file_system.h"
+#include "zlmim/reader/file_names.h"
+
+#include <memory>
 
 namespace ZLMIM
 {
@@ -17,10 +20,16 @@ namespace ZLMIM
 class DiskFileSystem : public FileSystem
 {
 public:
+    /// `names` remembers the folders that have been listed.
+    explicit DiskFileSystem(std::shared_ptr<FileNames> names = std::make_shared<FileNames>());
+
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
     [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;
     [[nodiscard]] std::shared_ptr<Folder> GetFolder(const std::u16string& path) override;
     [[nodiscard]] std::u16string FileIdentity(const std::u16string& path) override;
+
+private:
+    std::shared_ptr<FileNames> mNames;
 };
 
 } // namespace ZLMIM

@@ -1,7 +1,6 @@
 #include "zlmim/config/disk_folder.h"
 
 #include "zlmim/model/text.h"
-#include "zlmim/reader/file_name.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -29,79 +28,63 @@ std::filesystem::path Absolute(const std::filesystem::path& path)
     return absolute;
 }
 
+/// The path with backslashes. Name by name, since each may be UTF-8 or not.
+std::u16string FromSystemPath(std::string_view systemPath)
+{
+    std::u16string path;
+    while (!systemPath.empty())
+    {
+        const std::size_t end = std::min(systemPath.find('/', 1), systemPath.size());
+        path += u'\\';
+        path += FromSystemName(systemPath.substr(1, end - 1));
+        systemPath.remove_prefix(end);
+    }
+    return path;
+}
+
 } // namespace
 
-std::shared_ptr<DiskFolder> DiskFolder::Open(const std::string& systemName)
+std::shared_ptr<DiskFolder> DiskFolder::Open(std::shared_ptr<FileNames> names, const std::string& systemName)
 try
 {
-    if (systemName.empty() || !std::filesystem::is_directory(systemName))
+    if (!std::filesystem::is_directory(systemName))
         return nullptr;
-    const std::string absolute = Absolute(systemName).string();
-    return std::make_shared<DiskFolder>(absolute == "/" ? std::string() : absolute);
+    std::string absolute = Absolute(systemName).string();
+    if (absolute == "/")
+        absolute.clear();
+    std::u16string path = FromSystemPath(absolute);
+    return std::make_shared<DiskFolder>(std::move(names), std::move(absolute), std::move(path));
 }
 catch (const std::filesystem::filesystem_error&)
 {
     return nullptr;
 }
 
-DiskFolder::DiskFolder(std::string systemPath) : mSystemPath(std::move(systemPath)) {}
+DiskFolder::DiskFolder(std::shared_ptr<FileNames> names, std::string systemPath, std::u16string path)
+    : mNames(std::move(names)), mSystemPath(std::move(systemPath)), mPath(std::move(path))
+{
+}
 
 bool DiskFolder::IsRootFolder() const { return mSystemPath.empty(); }
 
 std::shared_ptr<Folder> DiskFolder::ParentFolder() const
 {
-    return std::make_shared<DiskFolder>(mSystemPath.substr(0, mSystemPath.rfind('/')));
+    return std::make_shared<DiskFolder>(mNames, mSystemPath.substr(0, mSystemPath.rfind('/')),
+                                        mPath.substr(0, mPath.rfind(u'\\')));
 }
 
 std::vector<std::shared_ptr<Folder>> DiskFolder::SubFolders() const
 {
-    struct Named
-    {
-        std::u16string lowerName;
-        std::u16string name;
-        std::string systemName;
-    };
-    std::vector<Named> children;
-    std::error_code failure;
-    std::filesystem::directory_iterator entries(mSystemPath + "/", failure);
-    while (!failure && entries != std::filesystem::directory_iterator())
-    {
-        std::error_code vanished;
-        if (entries->is_directory(vanished))
-        {
-            std::string systemName = entries->path().filename().string();
-            std::u16string name = FromSystemName(systemName);
-            std::u16string lowerName = LowerCase(name);
-            children.push_back({std::move(lowerName), std::move(name), std::move(systemName)});
-        }
-        entries.increment(failure);
-    }
-    std::sort(children.begin(), children.end(),
-              [](const Named& a, const Named& b) {
-                  return std::tie(a.lowerName, a.name, a.systemName) <
-                         std::tie(b.lowerName, b.name, b.systemName);
-              });
-
     std::vector<std::shared_ptr<Folder>> folders;
-    folders.reserve(children.size());
-    for (const Named& child : children)
-        folders.push_back(std::make_shared<DiskFolder>(mSystemPath + "/" + child.systemName));
+    for (const FolderEntry& entry : mNames->List(mSystemPath + "/"))
+    {
+        if (entry.isFolder && !entry.isOtherReading)
+            folders.push_back(std::make_shared<DiskFolder>(mNames, mSystemPath + "/" + entry.systemName,
+                                                           mPath + u"\\" + FromSystemName(entry.systemName)));
+    }
     return folders;
 }
 
-std::u16string DiskFolder::Path() const
-{
-    // Name by name, since each may be UTF-8 or not.
-    std::u16string path;
-    std::size_t start = 0;
-    while (start < mSystemPath.size())
-    {
-        const std::size_t end = std::min(mSystemPath.find('/', start + 1), mSystemPath.size());
-        path += u'\\';
-        path += FromSystemName(std::string_view(mSystemPath).substr(start + 1, end - start - 1));
-        start = end;
-    }
-    return path;
-}
+std::u16string DiskFolder::Path() const { return mPath; }
 
 } // namespace ZLMIM

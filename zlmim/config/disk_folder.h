@@ -2,6 +2,7 @@
 #define ZLMIM_CONFIG_DISK_FOLDER_H
 
 #include "zlmim/config/file_system.h"
+#include "zlmim/reader/file_names.h"
 
 #include <memory>
 #include <string>
@@ -9,15 +10,16 @@
 namespace ZLMIM
 {
 
-/// A folder of the system, known by its absolute path in the system's own form.
+/// A folder of the system, known by its absolute path.
 class DiskFolder : public Folder
 {
 public:
     /// The folder that the system calls so, made absolute; none if there is no such folder.
-    [[nodiscard]] static std::shared_ptr<DiskFolder> Open(const std::string& systemName);
+    [[nodiscard]] static std::shared_ptr<DiskFolder> Open(std::shared_ptr<FileNames> names,
+                                                          const std::string& systemName);
 
-    /// `systemPath` is absolute, without a trailing slash: empty for the root.
-    explicit DiskFolder(std::string systemPath);
+    /// `systemPath` and `path` are absolute, without a trailing separator: empty for the root.
+    DiskFolder(std::shared_ptr<FileNames> names, std::string systemPath, std::u16string path);
 
     [[nodiscard]] bool IsRootFolder() const override;
     [[nodiscard]] std::shared_ptr<Folder> ParentFolder() const override;
@@ -25,7 +27,9 @@ public:
     [[nodiscard]] std::u16string Path() const override;
 
 private:
+    std::shared_ptr<FileNames> mNames;
     std::string mSystemPath;
+    std::u16string mPath;
 };
 
 } // namespace ZLMIM

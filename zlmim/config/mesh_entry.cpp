@@ -1,5 +1,6 @@
 #include "zlmim/config/mesh_entry.h"
 
+#include "zlmim/config/asset_load.h"
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/model/text.h"
 
@@ -30,6 +31,14 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
                      const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
                      std::u16string& AttName)
 {
+    AssetLoad load;
+    Load(Model, sName, MeshFile, AnimFile, AttPar, AttName, load);
+}
+
+void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
+                     const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
+                     std::u16string& AttName, AssetLoad& load)
+{
     Name = LowerCase(sName);
     AttPar = LowerCase(AttPar);
     AttName = LowerCase(AttName);
@@ -41,17 +50,20 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
     const auto ownReference = weak_from_this().lock();
     table->Add(ownReference ? ownReference : mMembership.HandOut(Membership::Uncounted(*this)));
 
-    static_cast<void>(Mesh->Load(MeshFile)); // a mesh that doesn't load stops nothing
+    if (load.IsSpent())
+        return;
+    static_cast<void>(Mesh->Load(MeshFile, load.Names())); // a mesh that doesn't load stops nothing
     if (!AnimFile.empty())
-        static_cast<void>(anim->Load(AnimFile)); // nor does an animation
+        static_cast<void>(anim->Load(AnimFile, load.Names())); // nor does an animation
     if (!AttPar.empty())
-        Attach(*table, AttPar, AttName);
+        Attach(*table, AttPar, AttName, load);
 }
 
 void MeshEntry::Attach(const Collection<MeshEntry>& table, const std::u16string& attPar,
-                       const std::u16string& attName)
+                       const std::u16string& attName, AssetLoad& load)
 {
     const auto entries = table.Entries();
+    load.Spend(table.Count());
     const auto entry =
         std::find_if(entries.begin(), entries.end(),
                      [&](const auto& candidate) { return candidate && candidate->Name == attPar; });
@@ -61,14 +73,13 @@ void MeshEntry::Attach(const Collection<MeshEntry>& table, const std::u16string&
     // A mesh that failed early has no list of attachments.
     if (!(*entry)->Mesh || !(*entry)->Mesh->Attachments)
         return;
-    for (const auto& attachment : *(*entry)->Mesh->Attachments)
-    {
-        if (attachment && attachment->Name == attName)
-        {
-            Att = attachment;
-            return;
-        }
-    }
+    const auto attachments = (*entry)->Mesh->Attachments->Entries();
+    load.Spend((*entry)->Mesh->Attachments->Count());
+    const auto attachment =
+        std::find_if(attachments.begin(), attachments.end(),
+                     [&](const auto& candidate) { return candidate && candidate->Name == attName; });
+    if (attachment != attachments.end())
+        Att = *attachment;
 }
 
 } // namespace ZLMIM

@@ -12,6 +12,7 @@
 namespace ZLMIM
 {
 
+class AssetLoad;
 class ZLMModel;
 
 /// One entry of a model's mesh table: a mesh and an animation, and the attachment point of an earlier entry
@@ -63,9 +64,14 @@ public:
               const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
               std::u16string& AttName);
 
+    /// The same as a part of the load of an asset, which may have nothing left for the files of this entry.
+    void Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
+              const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
+              std::u16string& AttName, AssetLoad& load);
+
 private:
     void Attach(const Collection<MeshEntry>& table, const std::u16string& attPar,
-                const std::u16string& attName);
+                const std::u16string& attName, AssetLoad& load);
 
     Membership mMembership;
     std::shared_ptr<MeshEntry> mAttParent;

@@ -1,8 +1,8 @@
 #include "zlmim/config/zlm_model.h"
 
+#include "zlmim/config/asset_load.h"
 #include "zlmim/config/config_line.h"
 #include "zlmim/config/disk_file_system.h"
-#include "zlmim/config/load_chain.h"
 #include "zlmim/config/mesh_table.h"
 #include "zlmim/model/text.h"
 
@@ -11,11 +11,11 @@
 namespace ZLMIM
 {
 
-ZLMModel::ZLMModel() : ZLMModel([] { return std::make_shared<DiskFileSystem>(); }) {}
+ZLMModel::ZLMModel() : ZLMModel(FileSystemMaker()) {}
 
 ZLMModel::ZLMModel(FileSystemMaker makeFileSystem) : mMakeFileSystem(std::move(makeFileSystem))
 {
-    ResetModel();
+    ResetModel(std::make_shared<FileNames>());
 }
 
 ZLMModel::~ZLMModel() = default;
@@ -34,36 +34,36 @@ void ZLMModel::SetKuid(const std::u16string& kuid) { mKuid = LowerCase(Trim(kuid
 
 void ZLMModel::Load(const std::u16string& ConfigFileName)
 {
-    LoadChain chain;
-    Load(std::u16string(ConfigFileName), chain); // a copy: the name may be a property that is reset
+    AssetLoad load;
+    Load(std::u16string(ConfigFileName), load); // a copy: the name may be a property that is reset
 }
 
-void ZLMModel::Load(const std::u16string& configFileName, LoadChain& chain)
+void ZLMModel::Load(const std::u16string& configFileName, AssetLoad& load)
 {
     const std::size_t backslash = configFileName.rfind(u'\\');
     mPath = backslash == std::u16string::npos ? std::u16string() : configFileName.substr(0, backslash + 1);
-    ResetModel();
+    ResetModel(load.SharedNames());
     if (!mFSO->FileExists(configFileName))
         return;
-    const LoadChain::Link link(chain, mFSO->FileIdentity(configFileName));
-    const auto stream = mFSO->OpenTextFile(configFileName);
-    ParseConfig(*stream, chain);
+    const AssetLoad::Link link(load, mFSO->FileIdentity(configFileName));
+    const auto stream = load.Counted(mFSO->OpenTextFile(configFileName));
+    ParseConfig(*stream, load);
     if (mOwnTable->List().Count() == 0 && !AssetFileName.empty())
     {
         const std::u16string meshFile = mPath + AssetFileName + u".im";
         if (mFSO->FileExists(meshFile))
-            LoadEntry(u"default", meshFile, {}, {}, {});
+            LoadEntry(u"default", meshFile, {}, {}, {}, load);
     }
     stream->Close();
 }
 
-void ZLMModel::ResetModel()
+void ZLMModel::ResetModel(const std::shared_ptr<FileNames>& names)
 {
     mOwnTable = ZLMIM::MeshTable::Make(weak_from_this());
     mMeshTable = Membership::Uncounted(mOwnTable->List());
     Bogies = std::make_shared<Collection<ZLMModel>>();
     BogieNames = std::make_shared<Collection<std::u16string>>();
-    mFSO = mMakeFileSystem();
+    mFSO = mMakeFileSystem ? mMakeFileSystem() : std::make_shared<DiskFileSystem>(names);
     AssetFileName.clear();
     Author.clear();
     UserName.clear();
@@ -72,21 +72,22 @@ void ZLMModel::ResetModel()
     ZLMBuild.clear();
     Pantograph.reset();
     mKuid.clear();
+    mHasFolderAnim.reset();
 }
 
-void ZLMModel::ParseConfig(TextStream& stream, LoadChain& chain)
+void ZLMModel::ParseConfig(TextStream& stream, AssetLoad& load)
 {
     std::u16string key;
     std::u16string value;
     while (!stream.AtEndOfStream())
     {
         ReadConfigLine(stream, key, value);
-        ParseKey(key, value, stream, chain);
+        ParseKey(key, value, stream, load);
     }
 }
 
 void ZLMModel::ParseKey(const std::u16string& key, const std::u16string& value, TextStream& stream,
-                        LoadChain& chain)
+                        AssetLoad& load)
 {
     if (key == u"username")
         UserName = value;
@@ -105,12 +106,12 @@ void ZLMModel::ParseKey(const std::u16string& key, const std::u16string& value, 
     else if (key == u"pantograph")
     {
         Pantograph = std::make_shared<ZLMModel>(mMakeFileSystem);
-        LoadReference(*Pantograph, value, chain);
+        LoadReference(*Pantograph, value, load);
     }
     else if (key.starts_with(u"bogey"))
-        AddBogey(value, key, chain);
+        AddBogey(value, key, load);
     else if (key == u"mesh-table")
-        ParseMeshTable(stream);
+        ParseMeshTable(stream, load);
 }
 
 } // namespace ZLMIM

@@ -7,12 +7,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace ZLMIM
 {
 
-class LoadChain;
+class AssetLoad;
+class FileNames;
 class MeshTable;
 
 /// The object representing one config file (`config.txt`), the description of an asset: its identity, its
@@ -68,9 +70,11 @@ public:
     ///
     /// References are followed at once, each by a model of its own, which may refer to further ones: 32 deep,
     /// 4,096 in all. What would pass this, or would lead back to a file that is being read, isn't found.
+    /// Neither is anything more once what a hostile asset has made of small files takes `kLoadAllowance`.
     ///
     /// What is raised ends the load; the model stays as far as it was filled.
     /// @throws BoundsError, OverflowError from a mesh or an animation that ends too early, or is too large
+    /// @throws BoundsError for more than 16,384 entries of mesh tables, or keys of references
     /// @throws FileSystemError from a file or folder that can't be read, a quotation mark that is never
     /// closed, or a reference in a file whose name has no folder
     /// @throws std::bad_alloc
@@ -78,25 +82,26 @@ public:
     void Load(const std::u16string& ConfigFileName);
 
 private:
-    void Load(const std::u16string& configFileName, LoadChain& chain);
-    void ResetModel();
-    void ParseConfig(TextStream& stream, LoadChain& chain);
+    void Load(const std::u16string& configFileName, AssetLoad& load);
+    void ResetModel(const std::shared_ptr<FileNames>& names);
+    void ParseConfig(TextStream& stream, AssetLoad& load);
     void ParseKey(const std::u16string& key, const std::u16string& value, TextStream& stream,
-                  LoadChain& chain);
-    void ParseMeshTable(TextStream& stream);
+                  AssetLoad& load);
+    void ParseMeshTable(TextStream& stream, AssetLoad& load);
     void LoadEntry(const std::u16string& name, const std::u16string& meshFile, std::u16string animFile,
-                   std::u16string attParent, std::u16string att);
-    [[nodiscard]] std::u16string MeshPath(const std::u16string& value);
-    [[nodiscard]] std::u16string ResolveLodMesh(const std::u16string& listFile);
-    void AddBogey(const std::u16string& value, const std::u16string& key, LoadChain& chain);
-    void LoadReference(ZLMModel& model, const std::u16string& kuid, LoadChain& chain);
-    [[nodiscard]] std::u16string FindConfigFile(const std::u16string& kuid);
-    [[nodiscard]] bool ConfigHasValue(const std::u16string& key, const std::u16string& value,
-                                      const std::u16string& path);
+                   std::u16string attParent, std::u16string att, AssetLoad& load);
+    [[nodiscard]] std::u16string MeshPath(const std::u16string& value, AssetLoad& load);
+    [[nodiscard]] std::u16string ResolveLodMesh(const std::u16string& listFile, AssetLoad& load);
+    void AddBogey(const std::u16string& value, const std::u16string& key, AssetLoad& load);
+    void LoadReference(ZLMModel& model, const std::u16string& kuid, AssetLoad& load);
+    [[nodiscard]] std::u16string FindConfigFile(const std::u16string& kuid, AssetLoad& load);
 
+    /// Empty for the system's own files.
     FileSystemMaker mMakeFileSystem;
     std::shared_ptr<FileSystem> mFSO;
     std::u16string mKuid;
+    /// Whether an `anim.kin` lies beside the config file, once it has been asked for.
+    std::optional<bool> mHasFolderAnim;
     /// Folder of the config file with its trailing backslash; empty if its name has none.
     std::u16string mPath;
     /// The table of the last load; what `MeshTable` gives unless a host has written another list.

@@ -1,3 +1,4 @@
+#include "zlmim/config/asset_load.h"
 #include "zlmim/config/config_line.h"
 #include "zlmim/config/lod_number.h"
 #include "zlmim/config/zlm_model.h"
@@ -45,9 +46,9 @@ std::u16string Level1Mesh(TextStream& stream)
 
 } // namespace
 
-std::u16string ZLMModel::ResolveLodMesh(const std::u16string& listFile)
+std::u16string ZLMModel::ResolveLodMesh(const std::u16string& listFile, AssetLoad& load)
 {
-    const auto stream = mFSO->OpenTextFile(listFile);
+    const auto stream = load.Spending(mFSO->OpenTextFile(listFile));
     std::u16string name = Level1Mesh(*stream);
     stream->Close();
     return name;

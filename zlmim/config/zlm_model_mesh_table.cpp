@@ -1,3 +1,4 @@
+#include "zlmim/config/asset_load.h"
 #include "zlmim/config/config_line.h"
 #include "zlmim/config/mesh_table.h"
 #include "zlmim/config/zlm_model.h"
@@ -11,6 +12,9 @@ namespace ZLMIM
 {
 namespace
 {
+
+/// What asking for a file that may not be there counts for: letter case makes it costly.
+constexpr std::int64_t kCostOfAQuestion = 4'096;
 
 /// Passes over the block of an `effects` line, whose value is given. False if the stream ended first: the
 /// line that it ended with doesn't count.
@@ -36,7 +40,7 @@ bool SkipEffects(TextStream& stream, const std::u16string& effectsValue)
 
 } // namespace
 
-void ZLMModel::ParseMeshTable(TextStream& stream)
+void ZLMModel::ParseMeshTable(TextStream& stream, AssetLoad& load)
 {
     std::u16string key;
     std::u16string value;
@@ -64,7 +68,7 @@ void ZLMModel::ParseMeshTable(TextStream& stream)
         else if (key == u"att-parent")
             attParent = value;
         else if (key == u"mesh")
-            meshFile = MeshPath(value);
+            meshFile = MeshPath(value, load);
         else if (key == u"att")
             att = value;
         else if (key == u"effects")
@@ -75,22 +79,28 @@ void ZLMModel::ParseMeshTable(TextStream& stream)
         else if (key == u"}")
         {
             LoadEntry(std::exchange(name, {}), std::exchange(meshFile, {}), std::exchange(animFile, {}),
-                      std::exchange(attParent, {}), std::exchange(att, {}));
+                      std::exchange(attParent, {}), std::exchange(att, {}), load);
         }
     }
 }
 
 void ZLMModel::LoadEntry(const std::u16string& name, const std::u16string& meshFile, std::u16string animFile,
-                         std::u16string attParent, std::u16string att)
+                         std::u16string attParent, std::u16string att, AssetLoad& load)
 {
+    load.CountMeshEntry();
+    load.Spend(kCostOfAQuestion);
     MeshEntry& entry = mOwnTable->MakeEntry();
     const std::u16string folderAnim = mPath + u"anim.kin";
-    if (mFSO->FileExists(folderAnim) && animFile.empty())
+    if (!mHasFolderAnim)
+        mHasFolderAnim = mFSO->FileExists(folderAnim);
+    if (*mHasFolderAnim && animFile.empty())
         animFile = folderAnim;
-    entry.Load(shared_from_this(), name, meshFile, animFile, attParent, att);
+    entry.Load(shared_from_this(), name, meshFile, animFile, attParent, att, load);
+    load.SpendOn(*entry.Mesh, meshFile);
+    load.SpendOn(*entry.anim, animFile);
 }
 
-std::u16string ZLMModel::MeshPath(const std::u16string& value)
+std::u16string ZLMModel::MeshPath(const std::u16string& value, AssetLoad& load)
 {
     std::u16string path = mPath + value;
     std::replace(path.begin() + static_cast<std::ptrdiff_t>(mPath.size()), path.end(), u'/', u'\\');
@@ -98,11 +108,12 @@ std::u16string ZLMModel::MeshPath(const std::u16string& value)
     if (!path.ends_with(u".lm"))
         return path;
     const std::u16string listFile = path + u".txt";
-    if (!mFSO->FileExists(listFile))
+    load.Spend(kCostOfAQuestion);
+    if (load.IsSpent() || !mFSO->FileExists(listFile))
         return path;
     const std::size_t backslash = path.rfind(u'\\');
     const std::size_t folderSize = backslash == std::u16string::npos ? 0 : backslash + 1;
-    return path.substr(0, folderSize) + ResolveLodMesh(listFile);
+    return path.substr(0, folderSize) + ResolveLodMesh(listFile, load);
 }
 
 } // namespace ZLMIM

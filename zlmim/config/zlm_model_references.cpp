@@ -1,5 +1,4 @@
-#include "zlmim/config/config_line.h"
-#include "zlmim/config/load_chain.h"
+#include "zlmim/config/asset_load.h"
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/model/text.h"
 
@@ -31,10 +30,12 @@ std::shared_ptr<Folder> StartFolder(std::shared_ptr<Folder> folder)
 
 } // namespace
 
-void ZLMModel::AddBogey(const std::u16string& value, const std::u16string& key, LoadChain& chain)
+void ZLMModel::AddBogey(const std::u16string& value, const std::u16string& key, AssetLoad& load)
 {
-    // First, and always: a failure below leaves the names one ahead of the models.
+    // The name first, and always: a failure below leaves the names one ahead of the models.
+    load.CountReferenceKey();
     BogieNames->Add(key);
+    load.Spend(Bogies->Count());
     for (const auto& bogey : Bogies->Entries())
     {
         if (bogey->kuid() == value)
@@ -44,57 +45,28 @@ void ZLMModel::AddBogey(const std::u16string& value, const std::u16string& key, 
         }
     }
     const auto bogey = std::make_shared<ZLMModel>(mMakeFileSystem);
-    LoadReference(*bogey, value, chain);
+    LoadReference(*bogey, value, load);
     Bogies->Add(bogey);
 }
 
-void ZLMModel::LoadReference(ZLMModel& model, const std::u16string& kuid, LoadChain& chain)
+void ZLMModel::LoadReference(ZLMModel& model, const std::u16string& kuid, AssetLoad& load)
 {
-    const std::u16string path = FindConfigFile(kuid);
-    const bool isAdmitted = chain.Admit(mFSO->FileIdentity(path));
-    model.Load(isAdmitted ? path : std::u16string(), chain);
+    std::u16string path;
+    if (load.AdmitModel())
+        path = FindConfigFile(kuid, load);
+    if (!path.empty() && !load.AdmitFile(mFSO->FileIdentity(path)))
+        path.clear();
+    model.Load(path, load);
 }
 
-std::u16string ZLMModel::FindConfigFile(const std::u16string& kuid)
+std::u16string ZLMModel::FindConfigFile(const std::u16string& kuid, AssetLoad& load)
 {
     // Relative to the working folder, not to this model's.
     std::u16string candidate = u"..\\" + FolderName(kuid) + u"\\config.txt";
     if (mFSO->FileExists(candidate))
         return candidate;
-
-    const auto matches = [&](const Folder& folder, std::u16string& path)
-    {
-        path = folder.Path() + u"\\config.txt";
-        return mFSO->FileExists(path) && ConfigHasValue(u"kuid", kuid, path);
-    };
-    std::u16string path;
-    for (const auto& folder : StartFolder(mFSO->GetFolder(mPath))->SubFolders())
-    {
-        if (matches(*folder, path))
-            return path;
-        for (const auto& subFolder : folder->SubFolders())
-        {
-            if (matches(*subFolder, path))
-                return path;
-        }
-    }
-    return {};
-}
-
-bool ZLMModel::ConfigHasValue(const std::u16string& key, const std::u16string& value,
-                              const std::u16string& path)
-{
-    const auto stream = mFSO->OpenTextFile(path);
-    std::u16string lineKey;
-    std::u16string lineValue;
-    while (!stream->AtEndOfStream())
-    {
-        ReadConfigLine(*stream, lineKey, lineValue);
-        // The first such line decides.
-        if (lineKey == key)
-            return LowerCase(lineValue) == value;
-    }
-    return false;
+    const auto start = StartFolder(mFSO->GetFolder(mPath));
+    return load.SearchFrom(*start).Find(kuid, *mFSO, load);
 }
 
 } // namespace ZLMIM

@@ -17,8 +17,14 @@ constexpr std::int32_t kInfoGap = 28;
 
 bool Mesh::Load(std::u16string_view name)
 {
+    FileNames names;
+    return Load(name, names);
+}
+
+bool Mesh::Load(std::u16string_view name, FileNames& names)
+{
     Begin(name);
-    return Finish(mCursor.LoadFile(FileName, FileSize, EmptyFile::Refused));
+    return Finish(mCursor.LoadFile(FileName, names, FileSize, EmptyFile::Refused));
 }
 
 bool Mesh::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
@@ -55,13 +61,13 @@ bool Mesh::Finish(bool isLoaded)
 bool Mesh::ReadHeader()
 {
     mCursor.Pos = kSignaturePos;
-    if (mCursor.GetTag(kTagSize) != u"JIRF")
+    if (!mCursor.TakesTag("JIRF"))
     {
         ErrorMessage = u"Not a ZLM IM file - no JIRF";
         return false;
     }
     mCursor.Pos = kFileKindPos;
-    if (mCursor.GetTag(kTagSize) != u"IDXM")
+    if (!mCursor.TakesTag("IDXM"))
     {
         ErrorMessage = u"Not a ZLM IM file - no IDXM";
         return false;
@@ -95,7 +101,7 @@ bool Mesh::ReadChunks()
 bool Mesh::ReadChunk()
 {
     // Unlike every other reader, this one doesn't step back from a foreign tag: the load ends there.
-    if (mCursor.GetTag(kTagSize) != u"CHNK")
+    if (!mCursor.TakesTag("CHNK"))
     {
         ErrorMessage = u"Not a ZLM IM file - CHNK missing";
         return false;

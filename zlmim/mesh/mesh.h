@@ -7,6 +7,7 @@
 #include "zlmim/model/collection.h"
 #include "zlmim/reader/bone_tree.h"
 #include "zlmim/reader/file_cursor.h"
+#include "zlmim/reader/file_names.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -62,6 +63,9 @@ public:
     /// @throws OverflowError where a size or a count leads out of the 32-bit range.
     /// @throws std::bad_alloc
     [[nodiscard]] bool Load(std::u16string_view name);
+
+    /// The same for one of many files: `names` remembers the folders that it has listed.
+    [[nodiscard]] bool Load(std::u16string_view name, FileNames& names);
 
     /// The same for the bytes of a file, which are copied; `name` only goes to `FileName`.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});

@@ -7,7 +7,7 @@ namespace ZLMIM
 
 void Mesh::SkipInfluences()
 {
-    if (const auto block = Block::EnterBeforeEnd(mCursor, u"INFL"))
+    if (const auto block = Block::EnterBeforeEnd(mCursor, "INFL"))
         block->Leave(mCursor);
 }
 
@@ -15,7 +15,7 @@ void Mesh::ReadAttachments()
 {
     // Replaced even if the file has no such block.
     Attachments = std::make_shared<Collection<Attachment>>();
-    const auto block = Block::EnterBeforeEnd(mCursor, u"ATCH");
+    const auto block = Block::EnterBeforeEnd(mCursor, "ATCH");
     if (!block)
         return;
 

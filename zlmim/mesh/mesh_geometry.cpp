@@ -40,7 +40,7 @@ RecordArray<std::int32_t> Widened(Run<std::int16_t> run)
 
 void Mesh::ReadGeometry(Geometry& geometry)
 {
-    const auto block = Block::Enter(mCursor, u"GEOM");
+    const auto block = Block::Enter(mCursor, "GEOM");
     if (!block)
         return;
 

@@ -20,7 +20,7 @@ std::u16string StripPath(const std::u16string& text)
 
 void Mesh::ReadMaterial(Material& material)
 {
-    const auto block = Block::Enter(mCursor, u"MATL");
+    const auto block = Block::Enter(mCursor, "MATL");
     if (!block)
         return;
 

@@ -8,7 +8,7 @@ namespace ZLMIM
 
 void Mesh::ReadSkeleton()
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, u"SKEL");
+    const auto block = Block::EnterBeforeEnd(mCursor, "SKEL");
     if (!block)
         return;
 
@@ -23,7 +23,7 @@ void Mesh::ReadSkeleton()
 
 void Mesh::ReadBone(BoneTree<Bone>& tree, const std::shared_ptr<Bone>& bone, std::int32_t level)
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, u"BONE");
+    const auto block = Block::EnterBeforeEnd(mCursor, "BONE");
     if (!block)
         return;
 

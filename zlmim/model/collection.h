@@ -101,8 +101,8 @@ public:
     [[nodiscard]] Iterator begin() const { return Iterator(this, 0); }
     [[nodiscard]] Iterator end() const { return Iterator(this, mEntries.size()); }
 
-    /// All entries as they lie in memory, entry 1 first, until the next `Add`. References to parts of the list's
-    /// own whole are uncounted there: good for a look, not for keeping.
+    /// All entries as they lie in memory, entry 1 first, until the next `Add`. References to parts of the
+    /// list's own whole are uncounted there: good for a look, not for keeping.
     [[nodiscard]] std::span<const Entry> Entries() const { return {mEntries.data(), mEntries.size()}; }
 
     /// Appends `count` records from a file's bytes, which need no alignment.

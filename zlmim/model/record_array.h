@@ -1,6 +1,7 @@
 #ifndef ZLMIM_MODEL_RECORD_ARRAY_H
 #define ZLMIM_MODEL_RECORD_ARRAY_H
 
+#include "zlmim/model/pages.h"
 #include "zlmim/model/records.h"
 
 #include <algorithm>
@@ -56,7 +57,9 @@ public:
     {
         if (size > kMaxSize)
             throw std::bad_alloc();
-        return RecordArray(static_cast<T*>(std::malloc(std::max<std::size_t>(size, 1) * sizeof(T))), size);
+        RecordArray records(static_cast<T*>(std::malloc(std::max<std::size_t>(size, 1) * sizeof(T))), size);
+        records.LayOut();
+        return records;
     }
 
     void push_back(const T& record)
@@ -72,9 +75,13 @@ public:
         if (count == 0)
             return;
         Grow(count);
+        LayOutPages(mRecords.get() + mSize, count * sizeof(T));
         std::memcpy(mRecords.get() + mSize, bytes, count * sizeof(T));
         mSize += count;
     }
+
+    /// Prepares the memory of all records for being written soon, see `LayOutPages`.
+    void LayOut() noexcept { LayOutPages(mRecords.get(), mSize * sizeof(T)); }
 
     [[nodiscard]] std::size_t size() const noexcept { return mSize; }
     [[nodiscard]] bool empty() const noexcept { return mSize == 0; }

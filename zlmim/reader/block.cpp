@@ -5,9 +5,9 @@
 namespace ZLMIM
 {
 
-std::optional<Block> Block::Enter(FileCursor& cursor, std::u16string_view tag)
+std::optional<Block> Block::Enter(FileCursor& cursor, std::string_view tag)
 {
-    if (cursor.GetTag(kTagSize) != tag)
+    if (!cursor.TakesTag(tag))
     {
         cursor.Pos -= kTagSize;
         return std::nullopt;
@@ -15,7 +15,7 @@ std::optional<Block> Block::Enter(FileCursor& cursor, std::u16string_view tag)
     return EnterBehindTag(cursor);
 }
 
-std::optional<Block> Block::EnterBeforeEnd(FileCursor& cursor, std::u16string_view tag)
+std::optional<Block> Block::EnterBeforeEnd(FileCursor& cursor, std::string_view tag)
 {
     return cursor.Pos < cursor.FileSize() ? Enter(cursor, tag) : std::nullopt;
 }

@@ -22,10 +22,10 @@ class Block
 {
 public:
     /// Enters the block with that tag. If another tag stands there, none: `Pos` is on that tag again.
-    [[nodiscard]] static std::optional<Block> Enter(FileCursor& cursor, std::u16string_view tag);
+    [[nodiscard]] static std::optional<Block> Enter(FileCursor& cursor, std::string_view tag);
 
     /// The same, but also none, with nothing read, at or past the end of the file.
-    [[nodiscard]] static std::optional<Block> EnterBeforeEnd(FileCursor& cursor, std::u16string_view tag);
+    [[nodiscard]] static std::optional<Block> EnterBeforeEnd(FileCursor& cursor, std::string_view tag);
 
     /// Enters a block behind its tag, which the caller has read.
     [[nodiscard]] static Block EnterBehindTag(FileCursor& cursor);

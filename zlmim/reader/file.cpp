@@ -1,7 +1,7 @@
 #include "zlmim/reader/file.h"
 
 #include "zlmim/model/errors.h"
-#include "zlmim/reader/file_name.h"
+#include "zlmim/reader/file_names.h"
 
 #include <cerrno>
 #include <cstddef>
@@ -33,16 +33,16 @@ FileSystemError::Code CodeOf(int error)
 
 } // namespace
 
-File File::Open(const std::u16string& name)
+File File::Open(const std::u16string& name, FileNames& names)
 {
-    const std::string systemName = FindSystemName(name);
-    struct stat status;
-    if (systemName.empty() || ::stat(systemName.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+    const auto found = names.Find(name);
+    if (!found || found->kind != FoundFile::Kind::File)
         throw FileSystemError(FileSystemError::Code::NoSuchFile, name);
     // The entry may have been replaced since: without O_NONBLOCK, opening a pipe would wait for its writer.
-    File file(name, ::open(systemName.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    File file(name, ::open(found->systemName.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (file.mDescriptor < 0)
         throw FileSystemError(CodeOf(errno), name);
+    struct stat status;
     if (::fstat(file.mDescriptor, &status) != 0 || !S_ISREG(status.st_mode))
         throw FileSystemError(FileSystemError::Code::NoSuchFile, name);
     file.mSize = status.st_size;

@@ -10,6 +10,8 @@
 namespace ZLMIM
 {
 
+class FileNames;
+
 /// A regular file, open for reading; closed with the object. Folders, pipes and devices are never opened (a
 /// pipe would block); links are followed.
 class File
@@ -17,7 +19,7 @@ class File
 public:
     /// Finds and opens the file of that name in the object model's form, whatever its letter case.
     /// @throws FileSystemError if there is none, or no right to read it.
-    [[nodiscard]] static File Open(const std::u16string& name);
+    [[nodiscard]] static File Open(const std::u16string& name, FileNames& names);
 
     File(File&& other) noexcept;
     File& operator=(File&&) = delete;

@@ -12,10 +12,11 @@
 namespace ZLMIM
 {
 
-bool FileCursor::LoadFile(const std::u16string& name, std::int32_t& fileSize, EmptyFile emptyFile) noexcept
+bool FileCursor::LoadFile(const std::u16string& name, FileNames& names, std::int32_t& fileSize,
+                          EmptyFile emptyFile) noexcept
 try
 {
-    File file = File::Open(name);
+    File file = File::Open(name, names);
     if (!AdoptLength(file.Size(), fileSize, emptyFile))
         return false;
     const std::size_t length = mData.size() - 1;
@@ -65,6 +66,14 @@ std::u16string FileCursor::GetTag(std::int32_t n)
         tag = FromAnsi({reinterpret_cast<const char*>(Test(n)), static_cast<std::size_t>(n)});
     Pos = last + 1;
     return tag;
+}
+
+bool FileCursor::TakesTag(std::string_view tag)
+{
+    const std::int32_t next = CheckedAdd(Pos, static_cast<std::int32_t>(tag.size()));
+    const unsigned char* const bytes = Test(next - Pos);
+    Pos = next;
+    return std::memcmp(bytes, tag.data(), tag.size()) == 0;
 }
 
 std::u16string FileCursor::GetString()

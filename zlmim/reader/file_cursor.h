@@ -8,9 +8,12 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace ZLMIM
 {
+
+class FileNames;
 
 /// What to make of a file without any byte.
 enum class EmptyFile : bool
@@ -43,7 +46,7 @@ public:
     /// Brings the file into `Data`, and its length into `fileSize`; `Pos` stays. False if the file is
     /// missing, unreadable, no regular file, too long or, where that is asked, empty, or if there is no
     /// memory for it. Raises nothing. `fileSize` changes only if the length was reached, and can be held.
-    [[nodiscard]] bool LoadFile(const std::u16string& name, std::int32_t& fileSize,
+    [[nodiscard]] bool LoadFile(const std::u16string& name, FileNames& names, std::int32_t& fileSize,
                                 EmptyFile emptyFile) noexcept;
 
     /// As `LoadFile` does for a file with these bytes, which are copied.
@@ -67,6 +70,9 @@ public:
 
     /// `n` characters, zeroes included.
     [[nodiscard]] std::u16string GetTag(std::int32_t n);
+    /// Takes as many bytes as `tag` has, and answers whether they are this tag, which is ASCII: what
+    /// comparing with the answer of `GetTag` tells, without a text.
+    [[nodiscard]] bool TakesTag(std::string_view tag);
     /// An i32 length, and text of at most that many bytes: it ends at the first 0. `Pos` moves by the stored
     /// length wherever the text ended, so a negative one moves it back.
     [[nodiscard]] std::u16string GetString();

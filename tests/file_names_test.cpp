@@ -1,5 +1,5 @@
 #include "temp_folder.h"
-#include "zlmim/reader/file_name.h"
+#include "zlmim/reader/file_names.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -31,6 +31,12 @@ private:
     TempFolder mFolder;
 };
 
+std::string SystemName(std::u16string_view name)
+{
+    const auto found = FileNames().Find(name);
+    return found ? found->systemName : "";
+}
+
 struct Case
 {
     const char* name;
@@ -45,11 +51,11 @@ void ExpectFound(const std::vector<Case>& cases)
     {
         SCOPED_TRACE(c.name);
         const WorkingFolder folder(c.entries);
-        EXPECT_EQ(FindSystemName(c.asked), c.found);
+        EXPECT_EQ(SystemName(c.asked), c.found);
     }
 }
 
-TEST(FindSystemName, TakesTheExactNameFirst)
+TEST(FileNames, TakesTheExactNameFirst)
 {
     ExpectFound({
         {"among several", {"A.im", "a.im"}, u"a.im", "a.im"},
@@ -58,7 +64,7 @@ TEST(FindSystemName, TakesTheExactNameFirst)
     });
 }
 
-TEST(FindSystemName, IgnoresLetterCasePartByPart)
+TEST(FileNames, IgnoresLetterCasePartByPart)
 {
     ExpectFound({
         {"all parts", {"Wagon/BODY.im"}, u"wAGON\\body.IM", "Wagon/BODY.im"},
@@ -71,7 +77,7 @@ TEST(FindSystemName, IgnoresLetterCasePartByPart)
     });
 }
 
-TEST(FindSystemName, ComparesEntriesAsUtf8AndAsWindows1252)
+TEST(FileNames, ComparesEntriesAsUtf8AndAsWindows1252)
 {
     ExpectFound({
         {"UTF-8", {"W\xC3\x84G.im"}, u"w\u00E4g.IM", "W\xC3\x84G.im"},
@@ -84,7 +90,7 @@ TEST(FindSystemName, ComparesEntriesAsUtf8AndAsWindows1252)
     });
 }
 
-TEST(FindSystemName, IsEmptyWhereNothingStands)
+TEST(FileNames, IsEmptyWhereNothingStands)
 {
     ExpectFound({
         {"another name", {"a.im"}, u"b.im", ""},
@@ -96,7 +102,7 @@ TEST(FindSystemName, IsEmptyWhereNothingStands)
     });
 }
 
-TEST(FindSystemName, TakesEachFolderOnceHoweverManyLinksLeadThere)
+TEST(FileNames, TakesEachFolderOnceHoweverManyLinksLeadThere)
 {
     const WorkingFolder folder({"f"});
     std::filesystem::create_directory_symlink(".", "loop");
@@ -105,8 +111,8 @@ TEST(FindSystemName, TakesEachFolderOnceHoweverManyLinksLeadThere)
     for (int i = 0; i < 30; ++i)
         name += u"Loop\\";
 
-    EXPECT_EQ(FindSystemName(name + u"g"), "");
-    EXPECT_EQ(FindSystemName(name + u"F").substr(0, 10), "LOOP/LOOP/");
+    EXPECT_EQ(SystemName(name + u"g"), "");
+    EXPECT_EQ(SystemName(name + u"F").substr(0, 10), "LOOP/LOOP/");
 }
 
 TEST(FromSystemName, ReadsUtf8AndElseWindows1252)

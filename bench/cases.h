@@ -1,0 +1,25 @@
+#ifndef ZLMIM_BENCH_CASES_H
+#define ZLMIM_BENCH_CASES_H
+
+#include "bench/pair.h"
+#include "tests/temp_folder.h"
+
+#include <vector>
+
+namespace Bench
+{
+
+using ZLMIM::Testing::TempFolder;
+
+// Each writes its made-up files into the folder, which must outlive the cases.
+
+[[nodiscard]] Case LargeMesh(const TempFolder& folder);
+[[nodiscard]] Case LargeAnimation(const TempFolder& folder);
+[[nodiscard]] Case SmallMeshes(const TempFolder& folder);
+[[nodiscard]] std::vector<Case> References(const TempFolder& folder);
+[[nodiscard]] Case MeshTable(const TempFolder& folder);
+[[nodiscard]] Case BoneNames();
+
+} // namespace Bench
+
+#endif

@@ -1,0 +1,49 @@
+#ifndef ZLMIM_BENCH_MADE_MESH_H
+#define ZLMIM_BENCH_MADE_MESH_H
+
+#include "tests/block_writer.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace Bench
+{
+
+/// A run of equal elements in a file.
+struct FileRun
+{
+    std::size_t offset = 0;
+    std::size_t bytes = 0;
+    /// Whether it holds 16-bit numbers that become 32-bit ones.
+    bool isWidened = false;
+};
+
+/// A made-up mesh file, and where its runs lie.
+struct MadeMesh
+{
+    std::string file;
+    std::vector<FileRun> runs;
+};
+
+/// Per vertex of each chunk: 20 bytes, 3 indices, a normal, a face normal. `bones` name the chunks' bones, in
+/// turn; empty for none.
+struct MeshPlan
+{
+    std::int32_t chunks = 1;
+    std::int32_t vertices = 1;
+    std::int32_t textures = 0;
+    std::int32_t attachments = 0;
+    std::vector<std::string> bones = {};
+    ZLMIM::Testing::Bytes skeleton = {};
+};
+
+[[nodiscard]] MadeMesh MakeMesh(const MeshPlan& plan);
+
+/// The bytes that a chunk takes for each vertex.
+inline constexpr std::int32_t kBytesPerVertex = 20 + 3 * 2 + 12 + 12;
+
+} // namespace Bench
+
+#endif

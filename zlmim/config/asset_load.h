@@ -1,0 +1,108 @@
+#ifndef ZLMIM_CONFIG_ASSET_LOAD_H
+#define ZLMIM_CONFIG_ASSET_LOAD_H
+
+#include "zlmim/config/file_system.h"
+#include "zlmim/config/reference_search.h"
+#include "zlmim/reader/file_names.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ZLMIM
+{
+
+class Anim;
+class Mesh;
+
+/// Models that may be nested in one another by references, the outermost counted.
+inline constexpr std::size_t kMaxModelDepth = 32;
+
+/// Models that one outermost load may make, itself counted.
+inline constexpr std::int32_t kMaxModels = 4'096;
+
+/// Entries of mesh tables, and keys of references, that one outermost load may meet.
+inline constexpr std::int32_t kMaxMeshEntries = 16'384;
+inline constexpr std::int32_t kMaxReferenceKeys = 16'384;
+
+/// What one outermost load may spend, in bytes: the memory of what it makes, beyond what the files that it
+/// reads account for, and what it reads again and again. Work that leaves no memory behind is counted as if
+/// it did.
+inline constexpr std::int64_t kLoadAllowance = 384 * 1'048'576;
+
+/// What the load of a model shares with those of the models that it refers to: the files that are being read,
+/// the folders that have been listed and searched, and what hasn't been spent yet. Keeps references from
+/// going round in circles, and a small file from costing much.
+class AssetLoad
+{
+public:
+    AssetLoad() = default;
+    AssetLoad(const AssetLoad&) = delete;
+    AssetLoad& operator=(const AssetLoad&) = delete;
+    ~AssetLoad() { mNames->Forget(); }
+
+    /// A file is being read, as long as this lives.
+    class Link
+    {
+    public:
+        Link(AssetLoad& load, std::u16string fileIdentity);
+        Link(const Link&) = delete;
+        Link& operator=(const Link&) = delete;
+        ~Link();
+
+    private:
+        AssetLoad& mLoad;
+    };
+
+    /// Whether one more model may be made and loaded, below those that are being read. Counts it.
+    [[nodiscard]] bool AdmitModel();
+    /// Whether the file of that identity isn't being read already.
+    [[nodiscard]] bool AdmitFile(const std::u16string& fileIdentity) const;
+
+    /// Counts one more entry of a mesh table, or key of a reference.
+    /// @throws BoundsError where it would be one too many.
+    void CountMeshEntry();
+    void CountReferenceKey();
+
+    void Spend(std::int64_t bytes) noexcept { mLeft -= bytes; }
+    /// Whether nothing more is to be loaded. What is being read is read to its end.
+    [[nodiscard]] bool IsSpent() const noexcept { return mLeft < 0; }
+    /// Spends what a mesh or an animation holds. `name` is the name of its file.
+    void SpendOn(const Mesh& mesh, std::u16string_view name);
+    void SpendOn(const Anim& anim, std::u16string_view name);
+    /// The stream of the file that was linked last, which spends what it gives unless this is the first time
+    /// that the file is read.
+    [[nodiscard]] std::unique_ptr<TextStream> Counted(std::unique_ptr<TextStream> stream);
+    /// A stream that spends all that it gives.
+    [[nodiscard]] std::unique_ptr<TextStream> Spending(std::unique_ptr<TextStream> stream);
+
+    [[nodiscard]] FileNames& Names() noexcept { return *mNames; }
+    /// For a service object, which may outlive the load.
+    [[nodiscard]] const std::shared_ptr<FileNames>& SharedNames() const noexcept { return mNames; }
+
+    /// The search for references that starts at a folder.
+    [[nodiscard]] ReferenceSearch& SearchFrom(const Folder& start);
+
+private:
+    void SpendOn(std::int64_t memory, std::int64_t fileSize, std::u16string_view name);
+
+    std::shared_ptr<FileNames> mNames = std::make_shared<FileNames>();
+    std::map<std::u16string, ReferenceSearch> mSearches;
+    std::vector<std::u16string> mFiles;
+    std::set<std::u16string> mFilesRead;
+    std::set<std::pair<std::uint64_t, std::uint64_t>> mBinaryFilesRead;
+    bool mIsFirstReading = true;
+    std::int32_t mModels = 1;
+    std::int32_t mMeshEntries = 0;
+    std::int32_t mReferenceKeys = 0;
+    std::int64_t mLeft = kLoadAllowance;
+};
+
+} // namespace ZLMIM
+
+#endif

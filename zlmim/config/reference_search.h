@@ -1,0 +1,47 @@
+#ifndef ZLMIM_CONFIG_REFERENCE_SEARCH_H
+#define ZLMIM_CONFIG_REFERENCE_SEARCH_H
+
+#include "zlmim/config/file_system.h"
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZLMIM
+{
+
+class AssetLoad;
+
+/// The walk for config files by their kuid, over two levels of folders below a start folder: a folder before
+/// its children, and all of these before the folder's next sibling.
+///
+/// A search goes no further than the config that it finds. The next one goes on there, since the kuids of the
+/// configs that have been passed are known; so all searches of a load read each config once.
+class ReferenceSearch
+{
+public:
+    explicit ReferenceSearch(const Folder& start);
+
+    /// Path of the first config file whose kuid, in lower case, equals `kuid`; empty if there is none.
+    /// @throws FileSystemError from a config that can't be read
+    [[nodiscard]] std::u16string Find(const std::u16string& kuid, FileSystem& files, AssetLoad& load);
+
+private:
+    [[nodiscard]] std::shared_ptr<Folder> NextFolder();
+
+    using Folders = std::vector<std::shared_ptr<Folder>>;
+    Folders mFolders;
+    std::size_t mNext = 0;
+    /// The folder of the first level that was taken last: its children come next.
+    std::shared_ptr<Folder> mParent;
+    Folders mChildren;
+    std::size_t mNextChild = 0;
+    /// The first path for each kuid.
+    std::map<std::u16string, std::u16string> mPaths;
+};
+
+} // namespace ZLMIM
+
+#endif

@@ -1,0 +1,25 @@
+#include "zlmim/model/pages.h"
+
+#ifdef __linux__
+#include <cstdint>
+#include <sys/mman.h>
+#endif
+
+namespace ZLMIM
+{
+
+void LayOutPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) noexcept
+{
+#if defined(__linux__) && defined(MADV_POPULATE_WRITE)
+    constexpr std::uintptr_t kPageSize = 4096; // larger pages make the call fail, and change nothing
+    constexpr std::size_t kWorthACall = 4 * kPageSize;
+    if (size < kWorthACall)
+        return;
+    const auto start = reinterpret_cast<std::uintptr_t>(memory);
+    const std::uintptr_t firstPage = (start + kPageSize - 1) / kPageSize * kPageSize;
+    const std::uintptr_t end = (start + size) / kPageSize * kPageSize;
+    static_cast<void>(::madvise(reinterpret_cast<void*>(firstPage), end - firstPage, MADV_POPULATE_WRITE));
+#endif
+}
+
+} // namespace ZLMIM

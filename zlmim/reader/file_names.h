@@ -1,0 +1,92 @@
+#ifndef ZLMIM_READER_FILE_NAMES_H
+#define ZLMIM_READER_FILE_NAMES_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace ZLMIM
+{
+
+/// What stands under a name.
+struct FoundFile
+{
+    enum class Kind
+    {
+        File,
+        Folder,
+        Other,
+    };
+
+    /// In the bytes that the system's calls take.
+    std::string systemName;
+    Kind kind = Kind::Other;
+    /// The same for all names of one file or folder, and for no other.
+    std::pair<std::uint64_t, std::uint64_t> identity;
+};
+
+/// An entry of a folder.
+struct FolderEntry
+{
+    std::u16string lowerName;
+    std::string systemName;
+    bool isFolder = false;
+    /// Whether `lowerName` reads the name as Windows-1252, beside another entry that reads it as UTF-8.
+    bool isOtherReading = false;
+};
+
+/// What names in the object model's form (UTF-16, backslashes) are called by this system. The one place where
+/// the two meet.
+///
+/// The exact name comes first. If nothing bears it, letter case is ignored: part by part, the entries of a
+/// folder that equal the part in lower case, in the order of their bytes, until one leads to the end of the
+/// name. An entry is compared as UTF-8 and as Windows-1252, since text that was saved as UTF-8 may have been
+/// read one character a byte. A name of more than 64 parts is found by its exact letters only.
+///
+/// Folders are listed once for all names that one object is asked for, so it is meant to live as long as one
+/// load, or a few of them in a row.
+class FileNames
+{
+public:
+    FileNames() = default;
+    FileNames(const FileNames&) = delete;
+    FileNames& operator=(const FileNames&) = delete;
+    ~FileNames() = default;
+
+    /// What stands under `name`; none if nothing does.
+    [[nodiscard]] std::optional<FoundFile> Find(std::u16string_view name);
+
+    /// The entries of a folder, by its name in the system's form with a trailing slash (empty for the working
+    /// folder): sorted by name in lower case, then by the system's bytes; none if it can't be listed. Valid
+    /// until the next call of any member.
+    [[nodiscard]] std::span<const FolderEntry> List(const std::string& systemFolder);
+
+    /// Forgets all folders.
+    void Forget();
+
+private:
+    /// Makes room for `size` more bytes.
+    void Remember(std::size_t size);
+    [[nodiscard]] std::vector<std::string> Matching(const std::string& folder, std::u16string_view part);
+    [[nodiscard]] std::vector<std::string> Folders(const std::u16string& name);
+
+    std::unordered_map<std::string, std::vector<FolderEntry>> mListings;
+    std::unordered_map<std::u16string, std::vector<std::string>> mFolders;
+    std::size_t mRemembered = 0;
+    /// The last name found: whoever asks whether a file exists opens it next.
+    std::u16string mLastName;
+    FoundFile mLastFound;
+};
+
+/// The text of a name that the system gave: from UTF-8 if it is that, else through Windows-1252.
+[[nodiscard]] std::u16string FromSystemName(std::string_view systemName);
+
+} // namespace ZLMIM
+
+#endif
