@@ -117,7 +117,7 @@ std::vector<Case> References(const TempFolder& folder)
 Case MeshTable(const TempFolder& folder)
 {
     constexpr int kEntries = 200;
-    const MadeMesh made = MakeMesh({.chunks = 4, .vertices = 60, .textures = 2, .attachments = 8});
+    const MadeMesh made = MakeMesh({.chunks = 4, .vertices = 250, .textures = 2, .attachments = 8});
     std::string config = "kuid <kuid:1:1>\r\nmesh-table\r\n{\r\n";
     std::vector<std::u16string> names;
     for (int i = 0; i < kEntries; ++i)

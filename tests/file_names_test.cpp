@@ -33,7 +33,8 @@ private:
 
 std::string SystemName(std::u16string_view name)
 {
-    const auto found = FileNames().Find(name);
+    FileNames names;
+    const FoundFile* const found = names.Find(name);
     return found ? found->systemName : "";
 }
 

@@ -16,6 +16,9 @@ namespace
 /// of 48 bytes, say, becomes an object of six times as many.
 constexpr std::int64_t kMemoryPerByte = 8;
 
+/// A mesh or an animation that takes less is spent like one that has been read before.
+constexpr std::int64_t kWorthALook = 262'144;
+
 class SpendingStream : public TextStream
 {
 public:
@@ -84,9 +87,12 @@ void AssetLoad::SpendOn(const Anim& anim, std::u16string_view name)
 
 void AssetLoad::SpendOn(std::int64_t memory, std::int64_t fileSize, std::u16string_view name)
 {
-    if (memory + fileSize == 0)
+    if (memory + fileSize < kWorthALook)
+    {
+        Spend(memory + fileSize);
         return;
-    const auto found = mNames->Find(name);
+    }
+    const FoundFile* const found = mNames->Find(name);
     const bool isFirstReading = found && mBinaryFilesRead.insert(found->identity).second;
     Spend(isFirstReading ? std::max<std::int64_t>(0, memory - kMemoryPerByte * fileSize) : fileSize + memory);
 }

@@ -36,7 +36,8 @@ void ReadConfigLine(TextStream& stream, std::u16string& key, std::u16string& val
         working.remove_prefix(kSignature.size());
 
     const std::size_t blank = std::min(working.find(u' '), working.size());
-    key = LowerCase(working.substr(0, blank));
+    key = working.substr(0, blank);
+    MakeLowerCase(key);
     value = Trim(working.substr(blank));
     if (!value.starts_with(kQuote))
         return;

@@ -3,6 +3,7 @@
 #include "zlmim/config/disk_folder.h"
 #include "zlmim/config/disk_text_stream.h"
 #include "zlmim/model/errors.h"
+#include "zlmim/model/text.h"
 #include "zlmim/reader/file.h"
 
 #include <utility>
@@ -14,18 +15,30 @@ DiskFileSystem::DiskFileSystem(std::shared_ptr<FileNames> names) : mNames(std::m
 
 bool DiskFileSystem::FileExists(const std::u16string& path)
 {
-    const auto found = mNames->Find(path);
+    const FoundFile* const found = mNames->Find(path);
     return found && found->kind == FoundFile::Kind::File;
 }
 
 std::unique_ptr<TextStream> DiskFileSystem::OpenTextFile(const std::u16string& path)
 {
-    return std::make_unique<DiskTextStream>(File::Open(path, *mNames), path);
+    return std::make_unique<DiskTextStream>(File::Open(path, *mNames));
+}
+
+std::unique_ptr<TextStream> DiskFileSystem::OpenIfExists(const Folder& folder, std::u16string_view name)
+{
+    // Most folders have the file, under its exact name.
+    const auto* const diskFolder = dynamic_cast<const DiskFolder*>(&folder);
+    if (diskFolder)
+    {
+        if (auto file = File::OpenExact(diskFolder->SystemPath() + "/" + ToUtf8(name)))
+            return std::make_unique<DiskTextStream>(*std::move(file));
+    }
+    return FileSystem::OpenIfExists(folder, name);
 }
 
 std::shared_ptr<Folder> DiskFileSystem::GetFolder(const std::u16string& path)
 {
-    const auto found = mNames->Find(path);
+    const FoundFile* const found = mNames->Find(path);
     auto folder = found ? DiskFolder::Open(mNames, found->systemName) : nullptr;
     if (!folder)
         throw FileSystemError(FileSystemError::Code::NoSuchFolder, path);
@@ -34,7 +47,7 @@ std::shared_ptr<Folder> DiskFileSystem::GetFolder(const std::u16string& path)
 
 std::u16string DiskFileSystem::FileIdentity(const std::u16string& path)
 {
-    const auto found = mNames->Find(path);
+    const FoundFile* const found = mNames->FindAgain(path);
     if (!found)
         return path;
     const auto [device, number] = found->identity;

@@ -25,6 +25,8 @@ public:
 
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
     [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;
+    [[nodiscard]] std::unique_ptr<TextStream> OpenIfExists(const Folder& folder,
+                                                           std::u16string_view name) override;
     [[nodiscard]] std::shared_ptr<Folder> GetFolder(const std::u16string& path) override;
     [[nodiscard]] std::u16string FileIdentity(const std::u16string& path) override;
 

@@ -28,20 +28,6 @@ std::filesystem::path Absolute(const std::filesystem::path& path)
     return absolute;
 }
 
-/// The path with backslashes. Name by name, since each may be UTF-8 or not.
-std::u16string FromSystemPath(std::string_view systemPath)
-{
-    std::u16string path;
-    while (!systemPath.empty())
-    {
-        const std::size_t end = std::min(systemPath.find('/', 1), systemPath.size());
-        path += u'\\';
-        path += FromSystemName(systemPath.substr(1, end - 1));
-        systemPath.remove_prefix(end);
-    }
-    return path;
-}
-
 } // namespace
 
 std::shared_ptr<DiskFolder> DiskFolder::Open(std::shared_ptr<FileNames> names, const std::string& systemName)
@@ -52,16 +38,15 @@ try
     std::string absolute = Absolute(systemName).string();
     if (absolute == "/")
         absolute.clear();
-    std::u16string path = FromSystemPath(absolute);
-    return std::make_shared<DiskFolder>(std::move(names), std::move(absolute), std::move(path));
+    return std::make_shared<DiskFolder>(std::move(names), std::move(absolute));
 }
 catch (const std::filesystem::filesystem_error&)
 {
     return nullptr;
 }
 
-DiskFolder::DiskFolder(std::shared_ptr<FileNames> names, std::string systemPath, std::u16string path)
-    : mNames(std::move(names)), mSystemPath(std::move(systemPath)), mPath(std::move(path))
+DiskFolder::DiskFolder(std::shared_ptr<FileNames> names, std::string systemPath)
+    : mNames(std::move(names)), mSystemPath(std::move(systemPath))
 {
 }
 
@@ -69,8 +54,7 @@ bool DiskFolder::IsRootFolder() const { return mSystemPath.empty(); }
 
 std::shared_ptr<Folder> DiskFolder::ParentFolder() const
 {
-    return std::make_shared<DiskFolder>(mNames, mSystemPath.substr(0, mSystemPath.rfind('/')),
-                                        mPath.substr(0, mPath.rfind(u'\\')));
+    return std::make_shared<DiskFolder>(mNames, mSystemPath.substr(0, mSystemPath.rfind('/')));
 }
 
 std::vector<std::shared_ptr<Folder>> DiskFolder::SubFolders() const
@@ -79,12 +63,11 @@ std::vector<std::shared_ptr<Folder>> DiskFolder::SubFolders() const
     for (const FolderEntry& entry : mNames->List(mSystemPath + "/"))
     {
         if (entry.isFolder && !entry.isOtherReading)
-            folders.push_back(std::make_shared<DiskFolder>(mNames, mSystemPath + "/" + entry.systemName,
-                                                           mPath + u"\\" + FromSystemName(entry.systemName)));
+            folders.push_back(std::make_shared<DiskFolder>(mNames, mSystemPath + "/" + entry.systemName));
     }
     return folders;
 }
 
-std::u16string DiskFolder::Path() const { return mPath; }
+std::u16string DiskFolder::Path() const { return FromSystemPath(mSystemPath); }
 
 } // namespace ZLMIM

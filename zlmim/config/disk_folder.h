@@ -18,8 +18,10 @@ public:
     [[nodiscard]] static std::shared_ptr<DiskFolder> Open(std::shared_ptr<FileNames> names,
                                                           const std::string& systemName);
 
-    /// `systemPath` and `path` are absolute, without a trailing separator: empty for the root.
-    DiskFolder(std::shared_ptr<FileNames> names, std::string systemPath, std::u16string path);
+    /// `systemPath` is absolute, without a trailing slash: empty for the root.
+    DiskFolder(std::shared_ptr<FileNames> names, std::string systemPath);
+
+    [[nodiscard]] const std::string& SystemPath() const noexcept { return mSystemPath; }
 
     [[nodiscard]] bool IsRootFolder() const override;
     [[nodiscard]] std::shared_ptr<Folder> ParentFolder() const override;
@@ -29,7 +31,6 @@ public:
 private:
     std::shared_ptr<FileNames> mNames;
     std::string mSystemPath;
-    std::u16string mPath;
 };
 
 } // namespace ZLMIM

@@ -11,24 +11,29 @@
 namespace ZLMIM
 {
 
-DiskTextStream::DiskTextStream(File file, std::u16string path)
-    : mFile(std::move(file)), mPath(std::move(path))
+namespace
 {
-}
+
+bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
+
+} // namespace
+
+DiskTextStream::DiskTextStream(File file) : mFile(std::move(file)) {}
 
 bool DiskTextStream::AtEndOfStream() { return !Fill(); }
 
 std::u16string DiskTextStream::ReadLine()
 {
     if (!Fill())
-        throw FileSystemError(FileSystemError::Code::PastEnd, mPath);
+        throw FileSystemError(FileSystemError::Code::PastEnd, mFile.Name());
     std::u16string line;
     while (Fill())
     {
-        const std::string_view there(mBuffer.data() + mNext, mEnd - mNext);
-        const std::size_t length = std::min(there.find_first_of("\r\n"), there.size());
-        line += FromWindows1252(there.substr(0, length));
-        mNext += length;
+        const char* const start = mBuffer.data() + mNext;
+        const char* const end = std::find_if(start, std::as_const(mBuffer).data() + mEnd, IsLineEnd);
+        const std::string_view piece(start, static_cast<std::size_t>(end - start));
+        line = line.empty() ? FromWindows1252(piece) : std::move(line) + FromWindows1252(piece);
+        mNext += piece.size();
         if (mNext == mEnd)
             continue;
         const bool isCarriageReturn = mBuffer[mNext++] == '\r';
@@ -41,7 +46,7 @@ std::u16string DiskTextStream::ReadLine()
 
 void DiskTextStream::Close()
 {
-    mFile.reset();
+    mFile.Close();
     mNext = mEnd;
 }
 
@@ -50,12 +55,12 @@ bool DiskTextStream::Fill()
 {
     if (mNext < mEnd)
         return true;
-    if (!mFile)
+    if (!mFile.IsOpen())
         return false;
     const auto bytes = std::as_writable_bytes(std::span(mBuffer));
     mNext = 0;
     mEnd = 0;
-    mEnd = mFile->Read({reinterpret_cast<unsigned char*>(bytes.data()), bytes.size()});
+    mEnd = mFile.Read({reinterpret_cast<unsigned char*>(bytes.data()), bytes.size()});
     return mEnd > 0;
 }
 

@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cstddef>
-#include <optional>
 #include <string>
 
 namespace ZLMIM
@@ -16,8 +15,7 @@ namespace ZLMIM
 class DiskTextStream : public TextStream
 {
 public:
-    /// `path` is for the errors to tell.
-    DiskTextStream(File file, std::u16string path);
+    explicit DiskTextStream(File file);
 
     [[nodiscard]] bool AtEndOfStream() override;
     [[nodiscard]] std::u16string ReadLine() override;
@@ -26,8 +24,7 @@ public:
 private:
     bool Fill();
 
-    std::optional<File> mFile;
-    std::u16string mPath;
+    File mFile;
     std::array<char, 4096> mBuffer;
     std::size_t mNext = 0;
     std::size_t mEnd = 0;

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ZLMIM
@@ -53,6 +54,15 @@ public:
     /// The file as a stream at its first line.
     /// @throws FileSystemError 53 no such file, 57 read error, 70 no permission
     [[nodiscard]] virtual std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) = 0;
+    /// The file of that name in a folder that this service has given; nullptr where none stands. `FileExists`
+    /// and `OpenTextFile` in one, for a service that has a faster way.
+    /// @throws FileSystemError 57 read error, 70 no permission
+    [[nodiscard]] virtual std::unique_ptr<TextStream> OpenIfExists(const Folder& folder,
+                                                                   std::u16string_view name)
+    {
+        const std::u16string path = (folder.Path() += u'\\') += name;
+        return FileExists(path) ? OpenTextFile(path) : nullptr;
+    }
     /// The folder at a path, normally with a trailing backslash.
     /// @throws FileSystemError 76 no such folder, also for an empty path
     [[nodiscard]] virtual std::shared_ptr<Folder> GetFolder(const std::u16string& path) = 0;

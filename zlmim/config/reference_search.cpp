@@ -13,11 +13,13 @@ namespace ZLMIM
 namespace
 {
 
+constexpr std::u16string_view kConfigName = u"config.txt";
+
 /// What looking into one folder counts for.
 constexpr std::int64_t kCostOfALook = 512;
 
 /// The value of the first line with that key; none without such a line.
-std::optional<std::u16string> ConfigValue(const std::u16string& key, TextStream& stream)
+std::optional<std::u16string> ConfigValue(std::u16string_view key, TextStream& stream, AssetLoad& load)
 {
     std::u16string lineKey;
     std::u16string value;
@@ -26,6 +28,7 @@ std::optional<std::u16string> ConfigValue(const std::u16string& key, TextStream&
         ReadConfigLine(stream, lineKey, value);
         if (lineKey == key)
             return value;
+        load.Spend(static_cast<std::int64_t>(lineKey.size() + value.size() + 1));
     }
     return std::nullopt;
 }
@@ -36,23 +39,23 @@ ReferenceSearch::ReferenceSearch(const Folder& start) : mFolders(start.SubFolder
 
 std::u16string ReferenceSearch::Find(const std::u16string& kuid, FileSystem& files, AssetLoad& load)
 {
-    if (const auto known = mPaths.find(kuid); known != mPaths.end())
-        return known->second;
+    const auto path = [](const Folder& folder) { return (folder.Path() += u'\\') += kConfigName; };
+    if (const auto known = mByKuid.find(kuid); known != mByKuid.end())
+        return path(*known->second);
     while (!load.IsSpent())
     {
         const auto folder = NextFolder();
         if (!folder)
             break;
         load.Spend(kCostOfALook);
-        std::u16string path = folder->Path() + u"\\config.txt";
-        if (!files.FileExists(path))
-            continue;
-        const auto value = ConfigValue(u"kuid", *load.Spending(files.OpenTextFile(path)));
+        const auto stream = files.OpenIfExists(*folder, kConfigName);
+        auto value = stream ? ConfigValue(u"kuid", *stream, load) : std::nullopt;
         if (!value)
             continue;
-        const auto [known, isNew] = mPaths.try_emplace(LowerCase(*value), std::move(path));
+        MakeLowerCase(*value);
+        const auto [known, isNew] = mByKuid.try_emplace(*std::move(value), folder);
         if (isNew && known->first == kuid)
-            return known->second;
+            return path(*folder);
     }
     return {};
 }

@@ -38,8 +38,8 @@ private:
     std::shared_ptr<Folder> mParent;
     Folders mChildren;
     std::size_t mNextChild = 0;
-    /// The first path for each kuid.
-    std::map<std::u16string, std::u16string> mPaths;
+    /// The first folder whose config has that kuid.
+    std::map<std::u16string, std::shared_ptr<Folder>> mByKuid;
 };
 
 } // namespace ZLMIM

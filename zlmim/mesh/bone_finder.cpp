@@ -1,57 +1,106 @@
 #include "zlmim/mesh/bone_finder.h"
 
+#include <chrono>
+#include <cstring>
 #include <utility>
 
 namespace ZLMIM
 {
 
-BoneFinder::BoneFinder(std::shared_ptr<Bone> root) : mRoot(std::move(root))
+BoneFinder::BoneFinder(std::shared_ptr<Bone> root)
+    : mSlots(64),
+      mKey(reinterpret_cast<std::uintptr_t>(this) ^
+           static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()))
 {
-    // The root stands in no list of its own tree; one is made, so that the walk begins like it goes on.
-    auto level1 = std::make_shared<Collection<Bone>>();
-    level1->Add(mRoot);
-    mPath.push_back({std::move(level1)});
+    mTop.Add(std::move(root));
+    mPath.push_back({&mTop, 0});
 }
 
 std::shared_ptr<Bone> BoneFinder::FindBone(std::u16string_view name)
 {
-    if (const auto known = mByName.find(name); known != mByName.end())
-        return known->second;
-    while (auto bone = NextInWalk())
+    Place found = SlotOf(name, Hash(name)).place;
+    while (!found.list)
     {
-        const bool isFound = bone->Name == name;
-        // Keeps the first of several bones of one name.
-        mByName.try_emplace(bone->Name, bone);
-        if (isFound)
-            return bone;
+        const Place next = NextInWalk();
+        if (!next.list)
+            return nullptr;
+        MakeRoom();
+        const std::u16string& nextName = next.Stored()->Name;
+        const std::uint64_t hash = Hash(nextName);
+        Slot& slot = SlotOf(nextName, hash);
+        if (slot.place.list)
+            continue; // the first of several bones of one name is known
+        slot = {next, hash};
+        ++mKnown;
+        if (nextName == name)
+            found = next;
     }
-    return nullptr;
+    return found.list->Whole().HandOut(found.Stored());
 }
 
-std::shared_ptr<Bone> BoneFinder::NextInWalk()
+/// The place of the next bone, or nowhere at the end of the tree.
+BoneFinder::Place BoneFinder::NextInWalk()
 {
     while (!mPath.empty())
     {
-        Level& level = mPath.back();
-        if (!level.children || level.next > level.children->Count())
+        Place& next = mPath.back();
+        if (!next.list || next.index == next.list->Entries().size())
         {
             mPath.pop_back();
             continue;
         }
-        // Counted before it is passed: where a limit stopped the walk, it stops again.
-        const auto depth = static_cast<std::int32_t>(mPath.size());
-        auto bone = level.children->Item(level.next);
-        if (!bone)
+        const Place here = next;
+        if (const auto& bone = here.Stored())
         {
-            ++level.next;
-            continue;
+            // Counted before it is passed: where a limit stopped the walk, it stops again.
+            mLimits.Count(static_cast<std::int32_t>(mPath.size()));
+            ++next.index;
+            mPath.push_back({bone->Children().get(), 0});
+            return here;
         }
-        mLimits.Count(depth);
-        ++level.next;
-        mPath.push_back({bone->Children()});
-        return bone;
+        ++next.index;
     }
-    return nullptr;
+    return {};
+}
+
+std::uint64_t BoneFinder::Hash(std::u16string_view name) const noexcept
+{
+    // Multiplied by an odd number that nobody knows, what differs in two names doesn't cancel out.
+    const std::uint64_t factor = (mKey * 0x9E3779B97F4A7C15) | 1;
+    std::uint64_t hash = mKey ^ name.size();
+    for (; name.size() >= 2; name.remove_prefix(2))
+    {
+        std::uint32_t pair = 0;
+        std::memcpy(&pair, name.data(), sizeof(pair));
+        hash = (hash ^ pair) * factor;
+    }
+    if (!name.empty())
+        hash = (hash ^ name.front()) * factor;
+    return hash ^ (hash >> 32U);
+}
+
+BoneFinder::Slot& BoneFinder::SlotOf(std::u16string_view name, std::uint64_t hash)
+{
+    const std::size_t mask = mSlots.size() - 1; // the size is a power of two
+    for (std::size_t at = hash & mask;; at = (at + 1) & mask)
+    {
+        Slot& slot = mSlots[at];
+        if (!slot.place.list || (slot.hash == hash && slot.place.Stored()->Name == name))
+            return slot;
+    }
+}
+
+/// Keeps half of the slots empty.
+void BoneFinder::MakeRoom()
+{
+    if (2 * mKnown < mSlots.size())
+        return;
+    const std::vector<Slot> old = std::exchange(mSlots, std::vector<Slot>(2 * mSlots.size()));
+    for (const Slot& slot : old)
+    {
+        if (slot.place.list)
+            SlotOf(slot.place.Stored()->Name, slot.hash) = slot;
+    }
 }
 
 } // namespace ZLMIM

@@ -4,8 +4,8 @@
 #include "zlmim/mesh/bone.h"
 #include "zlmim/reader/bone_tree.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -27,19 +27,38 @@ public:
     [[nodiscard]] std::shared_ptr<Bone> FindBone(std::u16string_view name);
 
 private:
-    /// A list of children on the way down, and the number of the entry to visit next.
-    struct Level
+    /// An entry of a list of children, by its number from 0; nowhere without a list.
+    struct Place
     {
-        std::shared_ptr<Collection<Bone>> children;
-        std::int32_t next = 1;
+        const Collection<Bone>* list = nullptr;
+        std::size_t index = 0;
+
+        [[nodiscard]] const std::shared_ptr<Bone>& Stored() const { return list->Entries()[index]; }
     };
 
-    std::shared_ptr<Bone> NextInWalk();
+    /// A known name, in a table of open addresses.
+    struct Slot
+    {
+        Place place;
+        std::uint64_t hash = 0;
+    };
 
-    std::shared_ptr<Bone> mRoot;
-    std::vector<Level> mPath;
+    [[nodiscard]] Place NextInWalk();
+    [[nodiscard]] std::uint64_t Hash(std::u16string_view name) const noexcept;
+    /// The slot of that name, or the empty one where it belongs.
+    [[nodiscard]] Slot& SlotOf(std::u16string_view name, std::uint64_t hash);
+    void MakeRoom();
+
+    /// The root stands in no list of its own tree: this is made for it, so that the walk begins as it goes
+    /// on.
+    Collection<Bone> mTop;
+    /// On the way down, the entry of each list that is visited next.
+    std::vector<Place> mPath;
     BoneLimits mLimits;
-    std::map<std::u16string_view, std::shared_ptr<Bone>> mByName;
+    std::vector<Slot> mSlots;
+    std::size_t mKnown = 0;
+    /// Not to be foreseen by who makes up names that meet in one slot.
+    std::uint64_t mKey;
 };
 
 } // namespace ZLMIM

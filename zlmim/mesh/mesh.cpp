@@ -12,6 +12,8 @@ constexpr std::int32_t kFileKindPos = 8;
 constexpr std::int32_t kInfoSizePos = 16;
 /// Bytes of the info block between `Version` and `ChunkCount`.
 constexpr std::int32_t kInfoGap = 28;
+/// Bytes of a chunk without material and geometry.
+constexpr std::int32_t kSmallestChunk = 16;
 
 } // namespace
 
@@ -90,6 +92,7 @@ bool Mesh::ReadChunks()
 {
     Chunks = std::make_shared<Collection<Chunk>>();
     const std::int32_t count = ChunkCount;
+    Chunks->Reserve(mCursor.MostThatFit(count, kSmallestChunk));
     for (std::int32_t i = 0; i < count; ++i)
     {
         if (!ReadChunk())

@@ -4,6 +4,13 @@
 
 namespace ZLMIM
 {
+namespace
+{
+
+/// Bytes of an attachment without a name.
+constexpr std::int32_t kSmallestAttachment = 52;
+
+} // namespace
 
 void Mesh::SkipInfluences()
 {
@@ -21,10 +28,12 @@ void Mesh::ReadAttachments()
 
     AttVersion = mCursor.GetLong();
     const std::int32_t count = mCursor.GetLong();
+    Attachments->Reserve(mCursor.MostThatFit(count, kSmallestAttachment));
     for (std::int32_t i = 0; i < count; ++i)
     {
         const auto attachment = std::make_shared<Attachment>();
-        attachment->Name = LowerCase(mCursor.GetString());
+        attachment->Name = mCursor.GetString();
+        MakeLowerCase(attachment->Name);
         attachment->Matrix = mCursor.GetMatrix();
         Attachments->Add(attachment);
     }

@@ -10,10 +10,13 @@ namespace
 /// MATL blocks above this version have the long form.
 constexpr std::int32_t kLastShortMaterial = 101;
 
-std::u16string StripPath(const std::u16string& text)
+/// Bytes of a texture without a name.
+constexpr std::int32_t kSmallestTexture = 12;
+
+std::u16string StripPath(std::u16string text)
 {
-    const std::size_t backslash = text.rfind(u'\\');
-    return backslash == std::u16string::npos ? text : text.substr(backslash + 1);
+    text.erase(0, text.rfind(u'\\') + 1); // npos + 1 is 0
+    return text;
 }
 
 } // namespace
@@ -43,6 +46,7 @@ void Mesh::ReadMaterial(Material& material)
     const std::int32_t count = mCursor.GetLong();
     // Counted first: a load that fails among the textures has counted them all.
     TextureCount = CheckedAdd(TextureCount, count);
+    material.Textures->Reserve(mCursor.MostThatFit(count, kSmallestTexture));
     for (std::int32_t i = 0; i < count; ++i)
         material.Textures->Add(ReadTexture());
 

@@ -85,6 +85,9 @@ public:
             mEntries.push_back(mMembership.TakeIn(std::move(entry)));
     }
 
+    /// Makes room for as many entries in all, where they are references.
+    void Reserve(std::size_t count) requires(!kHeldByValue<T>) { mEntries.reserve(count); }
+
     /// Number of entries.
     [[nodiscard]] std::int32_t Count() const noexcept { return static_cast<std::int32_t>(mEntries.size()); }
 

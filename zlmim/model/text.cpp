@@ -1,5 +1,6 @@
 #include "zlmim/model/text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -76,9 +77,14 @@ constexpr bool IsLowSurrogate(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 std::u16string LowerCase(std::u16string_view text)
 {
     std::u16string lower(text);
-    for (char16_t& c : lower)
-        c = LowerCase(c);
+    MakeLowerCase(lower);
     return lower;
+}
+
+void MakeLowerCase(std::u16string& text) noexcept
+{
+    for (char16_t& c : text)
+        c = LowerCase(c);
 }
 
 std::u16string FromWindows1252(std::string_view bytes)
@@ -114,8 +120,10 @@ std::optional<std::u16string> FromUtf8(std::string_view utf8)
 
 std::string ToUtf8(std::u16string_view text)
 {
-    std::string utf8;
-    utf8.reserve(text.size());
+    const auto firstWide = std::find_if(text.begin(), text.end(), [](char16_t c) { return c >= 0x80; });
+    std::string utf8(static_cast<std::size_t>(firstWide - text.begin()), '\0');
+    std::transform(text.begin(), firstWide, utf8.begin(), [](char16_t c) { return static_cast<char>(c); });
+    text.remove_prefix(utf8.size());
     const auto trail = [&utf8](char32_t point, unsigned shift)
     { utf8.push_back(static_cast<char>(0x80U | ((point >> shift) & 0x3FU))); };
     for (std::size_t i = 0; i < text.size(); ++i)

@@ -14,6 +14,9 @@ namespace ZLMIM
 /// U+0152, U+017D and U+0178, which are the capitals that Windows-1252 has. All else stays.
 [[nodiscard]] std::u16string LowerCase(std::u16string_view text);
 
+/// The same in place.
+void MakeLowerCase(std::u16string& text) noexcept;
+
 /// One character for each byte, by Windows-1252. A byte that has no character there (81, 8D, 8F, 90, 9D
 /// hexadecimal) becomes the character of its own number.
 [[nodiscard]] std::u16string FromWindows1252(std::string_view bytes);

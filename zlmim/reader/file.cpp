@@ -35,29 +35,44 @@ FileSystemError::Code CodeOf(int error)
 
 File File::Open(const std::u16string& name, FileNames& names)
 {
-    const auto found = names.Find(name);
+    if (auto file = OpenExact(names.Guess(name)))
+        return *std::move(file);
+    const FoundFile* const found = names.Find(name);
     if (!found || found->kind != FoundFile::Kind::File)
         throw FileSystemError(FileSystemError::Code::NoSuchFile, name);
-    // The entry may have been replaced since: without O_NONBLOCK, opening a pipe would wait for its writer.
-    File file(name, ::open(found->systemName.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (file.mDescriptor < 0)
-        throw FileSystemError(CodeOf(errno), name);
+    if (auto file = OpenExact(found->systemName))
+        return *std::move(file);
+    throw FileSystemError(CodeOf(errno), name);
+}
+
+std::optional<File> File::OpenExact(std::string systemName)
+{
+    File file(std::move(systemName));
+    file.mDescriptor = ::open(file.mSystemName.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     struct stat status;
-    if (::fstat(file.mDescriptor, &status) != 0 || !S_ISREG(status.st_mode))
-        throw FileSystemError(FileSystemError::Code::NoSuchFile, name);
+    if (!file.IsOpen() || ::fstat(file.mDescriptor, &status) != 0)
+        return std::nullopt;
+    if (!S_ISREG(status.st_mode))
+    {
+        errno = ENOENT; // for such a file, that is
+        return std::nullopt;
+    }
     file.mSize = status.st_size;
     return file;
 }
 
 File::File(File&& other) noexcept
-    : mName(std::move(other.mName)), mDescriptor(std::exchange(other.mDescriptor, -1)), mSize(other.mSize)
+    : mSystemName(std::move(other.mSystemName)), mDescriptor(std::exchange(other.mDescriptor, -1)),
+      mSize(other.mSize)
 {
 }
 
-File::~File()
+std::u16string File::Name() const { return FromSystemPath(mSystemName); }
+
+void File::Close() noexcept
 {
-    if (mDescriptor >= 0)
-        ::close(mDescriptor);
+    if (IsOpen())
+        ::close(std::exchange(mDescriptor, -1));
 }
 
 std::size_t File::Read(std::span<unsigned char> bytes)
@@ -71,7 +86,7 @@ std::size_t File::Read(std::span<unsigned char> bytes)
         if (taken > 0)
             total += static_cast<std::size_t>(taken);
         else if (errno != EINTR)
-            throw FileSystemError(FileSystemError::Code::ReadError, mName);
+            throw FileSystemError(FileSystemError::Code::ReadError, Name());
     }
     return total;
 }

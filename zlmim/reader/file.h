@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -12,8 +13,8 @@ namespace ZLMIM
 
 class FileNames;
 
-/// A regular file, open for reading; closed with the object. Folders, pipes and devices are never opened (a
-/// pipe would block); links are followed.
+/// A regular file, open for reading; closed with the object. Links are followed. Something else under that
+/// name is closed again unread, without waiting for a pipe's writer.
 class File
 {
 public:
@@ -21,9 +22,17 @@ public:
     /// @throws FileSystemError if there is none, or no right to read it.
     [[nodiscard]] static File Open(const std::u16string& name, FileNames& names);
 
+    /// Opens the file that the system calls so; none if there is none, or it can't be opened.
+    [[nodiscard]] static std::optional<File> OpenExact(std::string systemName);
+
     File(File&& other) noexcept;
     File& operator=(File&&) = delete;
-    ~File();
+    ~File() { Close(); }
+
+    /// The name under which it was found, in the object model's form.
+    [[nodiscard]] std::u16string Name() const;
+    [[nodiscard]] bool IsOpen() const noexcept { return mDescriptor >= 0; }
+    void Close() noexcept;
 
     /// Length in bytes when the file was opened.
     [[nodiscard]] std::int64_t Size() const noexcept { return mSize; }
@@ -34,10 +43,10 @@ public:
     [[nodiscard]] std::size_t Read(std::span<unsigned char> bytes);
 
 private:
-    File(std::u16string name, int descriptor) : mName(std::move(name)), mDescriptor(descriptor) {}
+    explicit File(std::string systemName) : mSystemName(std::move(systemName)) {}
 
-    std::u16string mName;
-    int mDescriptor;
+    std::string mSystemName;
+    int mDescriptor = -1;
     std::int64_t mSize = 0;
 };
 

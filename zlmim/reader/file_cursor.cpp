@@ -119,6 +119,12 @@ bool FileCursor::CanRead(std::int64_t count, std::int64_t size) const noexcept
            count <= mAllowance / size;
 }
 
+std::size_t FileCursor::MostThatFit(std::int32_t count, std::int32_t size) const noexcept
+{
+    const std::int64_t left = Pos < 0 ? 0 : std::int64_t{FileSize()} + 1 - Pos;
+    return static_cast<std::size_t>(std::clamp<std::int64_t>(left / size, 0, std::max(count, 0)));
+}
+
 const unsigned char* FileCursor::TakeRun(std::int32_t count, std::size_t size)
 {
     const auto total = static_cast<std::int64_t>(count) * static_cast<std::int64_t>(size);

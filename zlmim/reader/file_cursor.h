@@ -98,6 +98,9 @@ public:
     /// Whether a run of `count` elements of `size` bytes can be read here.
     [[nodiscard]] bool CanRead(std::int64_t count, std::int64_t size) const noexcept;
 
+    /// How many of `count` elements of at least `size` bytes can follow: what a list may make room for.
+    [[nodiscard]] std::size_t MostThatFit(std::int32_t count, std::int32_t size) const noexcept;
+
 private:
     bool AdoptLength(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile);
     /// The one test of all reads: tests `size` bytes at `Pos`, and counts them as read.

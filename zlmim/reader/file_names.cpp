@@ -53,10 +53,11 @@ std::vector<FolderEntry> ReadListing(const std::string& folder)
         if (name == "." || name == "..")
             continue;
         const bool isFolder = IsFolder(*entry, folder);
-        std::u16string lowerName = LowerCase(FromSystemName(name));
-        std::u16string otherReading = LowerCase(FromWindows1252(name));
-        if (otherReading != lowerName)
-            entries.push_back({std::move(otherReading), std::string(name), isFolder, true});
+        std::u16string lowerName = FromSystemName(name);
+        MakeLowerCase(lowerName);
+        // Of a name in ASCII, and of one that isn't UTF-8, there is no other reading.
+        if (lowerName.size() != name.size())
+            entries.push_back({LowerCase(FromWindows1252(name)), std::string(name), isFolder, true});
         entries.push_back({std::move(lowerName), std::string(name), isFolder, false});
     }
     std::sort(entries.begin(), entries.end(),
@@ -65,38 +66,79 @@ std::vector<FolderEntry> ReadListing(const std::string& folder)
     return entries;
 }
 
-} // namespace
+std::u16string WithSlashes(std::u16string_view name)
+{
+    std::u16string slashed(name);
+    std::replace(slashed.begin(), slashed.end(), u'\\', u'/');
+    return slashed;
+}
 
-std::optional<FoundFile> FileNames::Find(std::u16string_view name)
+/// The name as the system would be asked for it. Empty for one that it can't be asked for.
+std::string ExactSystemName(std::u16string_view name)
 {
     // A zero would end the name early for the system, and a name of its greatest length would not be taken.
     if (name.empty() || name.size() >= PATH_MAX || name.find(u'\0') != std::u16string_view::npos)
-        return std::nullopt;
-    if (name == mLastName)
-        return mLastFound;
-    std::u16string slashed(name);
-    std::replace(slashed.begin(), slashed.end(), u'\\', u'/');
-    auto found = Look(ToUtf8(slashed));
+        return {};
+    std::string exact = ToUtf8(name);
+    std::replace(exact.begin(), exact.end(), '\\', '/');
+    return exact;
+}
+
+} // namespace
+
+const FoundFile* FileNames::Find(std::u16string_view name)
+{
+    mFound.reset();
+    mName = name;
+    mFound = LookUp(name);
+    return mFound ? &*mFound : nullptr;
+}
+
+const FoundFile* FileNames::FindAgain(std::u16string_view name)
+{
+    return mFound && name == mName ? &*mFound : Find(name);
+}
+
+std::string FileNames::Guess(std::u16string_view name)
+{
+    std::string exact = ExactSystemName(name);
+    if (exact.empty() || mFolders.empty())
+        return exact;
+    const std::u16string slashed = WithSlashes(name);
     const std::size_t leaf = slashed.rfind(u'/') + 1;
-    if (!found && std::count(slashed.begin(), slashed.end(), u'/') < kMaxParts)
+    const auto folders = mFolders.find(slashed.substr(0, leaf));
+    if (folders == mFolders.end() || folders->second.empty())
+        return exact;
+    // The exact folder is known to be missing, if it isn't among those of its name.
+    const std::string exactFolder = exact.substr(0, exact.rfind('/') + 1);
+    const auto& known = folders->second;
+    if (std::find(known.begin(), known.end(), exactFolder) != known.end())
+        return exact;
+    const std::string folder = known.front();
+    const auto entries = Matching(folder, std::u16string_view(slashed).substr(leaf));
+    return entries.empty() ? exact : folder + entries.front();
+}
+
+std::optional<FoundFile> FileNames::LookUp(std::u16string_view name)
+{
+    std::string exact = ExactSystemName(name);
+    if (exact.empty())
+        return std::nullopt;
+    if (auto found = Look(std::move(exact)))
+        return found;
+    const std::u16string slashed = WithSlashes(name);
+    if (std::count(slashed.begin(), slashed.end(), u'/') >= kMaxParts)
+        return std::nullopt;
+    const std::size_t leaf = slashed.rfind(u'/') + 1;
+    for (const std::string& folder : Folders(slashed.substr(0, leaf)))
     {
-        for (const std::string& folder : Folders(slashed.substr(0, leaf)))
+        for (const std::string& entry : Matching(folder, std::u16string_view(slashed).substr(leaf)))
         {
-            for (const std::string& entry : Matching(folder, std::u16string_view(slashed).substr(leaf)))
-            {
-                if (found = Look(folder + entry); found)
-                    break;
-            }
-            if (found)
-                break;
+            if (auto found = Look(folder + entry))
+                return found;
         }
     }
-    if (found)
-    {
-        mLastName = name;
-        mLastFound = *found;
-    }
-    return found;
+    return std::nullopt;
 }
 
 std::span<const FolderEntry> FileNames::List(const std::string& systemFolder)
@@ -113,7 +155,7 @@ void FileNames::Forget()
     mListings.clear();
     mFolders.clear();
     mRemembered = 0;
-    mLastName.clear();
+    mFound.reset();
 }
 
 void FileNames::Remember(std::size_t size)
@@ -169,6 +211,20 @@ std::u16string FromSystemName(std::string_view systemName)
 {
     auto utf8 = FromUtf8(systemName);
     return utf8 ? *std::move(utf8) : FromWindows1252(systemName);
+}
+
+std::u16string FromSystemPath(std::string_view systemPath)
+{
+    std::u16string path;
+    while (true)
+    {
+        const std::size_t length = std::min(systemPath.find('/'), systemPath.size());
+        path += FromSystemName(systemPath.substr(0, length));
+        if (length == systemPath.size())
+            return path;
+        path += u'\\';
+        systemPath.remove_prefix(length + 1);
+    }
 }
 
 } // namespace ZLMIM

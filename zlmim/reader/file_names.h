@@ -59,8 +59,15 @@ public:
     FileNames& operator=(const FileNames&) = delete;
     ~FileNames() = default;
 
-    /// What stands under `name`; none if nothing does.
-    [[nodiscard]] std::optional<FoundFile> Find(std::u16string_view name);
+    /// What stands under `name`; nullptr if nothing does. Valid until the next call of any member.
+    [[nodiscard]] const FoundFile* Find(std::u16string_view name);
+
+    /// The system's name that `Find` would most likely give: what opens under it is what `Find` would have
+    /// found. Asks the system for nothing. Empty for a name that it can't be asked for.
+    [[nodiscard]] std::string Guess(std::u16string_view name);
+
+    /// As `Find` does, for who has just asked: what was found may be as old as the last `Find`.
+    [[nodiscard]] const FoundFile* FindAgain(std::u16string_view name);
 
     /// The entries of a folder, by its name in the system's form with a trailing slash (empty for the working
     /// folder): sorted by name in lower case, then by the system's bytes; none if it can't be listed. Valid
@@ -73,19 +80,23 @@ public:
 private:
     /// Makes room for `size` more bytes.
     void Remember(std::size_t size);
+    [[nodiscard]] std::optional<FoundFile> LookUp(std::u16string_view name);
     [[nodiscard]] std::vector<std::string> Matching(const std::string& folder, std::u16string_view part);
     [[nodiscard]] std::vector<std::string> Folders(const std::u16string& name);
 
     std::unordered_map<std::string, std::vector<FolderEntry>> mListings;
     std::unordered_map<std::u16string, std::vector<std::string>> mFolders;
     std::size_t mRemembered = 0;
-    /// The last name found: whoever asks whether a file exists opens it next.
-    std::u16string mLastName;
-    FoundFile mLastFound;
+    /// The last name asked for, and what was found.
+    std::u16string mName;
+    std::optional<FoundFile> mFound;
 };
 
 /// The text of a name that the system gave: from UTF-8 if it is that, else through Windows-1252.
 [[nodiscard]] std::u16string FromSystemName(std::string_view systemName);
+
+/// The same for a path, with backslashes: name by name, since each may be UTF-8 or not.
+[[nodiscard]] std::u16string FromSystemPath(std::string_view systemPath);
 
 } // namespace ZLMIM
 

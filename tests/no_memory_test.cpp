@@ -1,0 +1,154 @@
+#include "asset_folder.h"
+#include "examples/sample/sample_assets.h"
+#include "failing_allocations.h"
+#include "good_files.h"
+#include "model_walker.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <new>
+#include <unistd.h>
+
+namespace ZLMIM::Testing
+{
+namespace
+{
+
+/// What an object shows: digests of its meshes and animations, and texts that don't depend on whether these
+/// loaded.
+struct Sight
+{
+    std::u16string texts;
+    std::vector<std::uint64_t> digests;
+
+    bool operator==(const Sight&) const = default;
+};
+
+template <class Model>
+Sight See(const Model& model, Sight sight = {})
+{
+    sight.digests.push_back(Walk(model));
+    return sight;
+}
+
+Sight See(const ZLMModel& model, Sight sight = {})
+{
+    sight.texts += model.kuid() + model.Kind + model.UserName + model.Description;
+    for (const auto& entry : *model.MeshTable())
+    {
+        EXPECT_EQ(entry->Parent().get(), &model);
+        sight.texts += entry->Name + entry->Mesh->FileName + entry->anim->FileName;
+        sight.texts += entry->AttParent() ? entry->AttParent()->Name : u"-";
+        sight.digests.push_back(entry->Att ? 1 : 0);
+        sight = See(*entry->anim, See(*entry->Mesh, std::move(sight)));
+    }
+    const std::int32_t namesAhead = model.BogieNames->Count() - model.Bogies->Count();
+    EXPECT_TRUE(namesAhead == 0 || namesAhead == 1) << namesAhead;
+    for (const auto& bogey : *model.Bogies)
+        sight = See(*bogey, std::move(sight));
+    return model.Pantograph ? See(*model.Pantograph, std::move(sight)) : sight;
+}
+
+/// The lowest that is free: a higher one when something was left open.
+int NextDescriptor()
+{
+    const int descriptor = ::open("/", O_RDONLY | O_CLOEXEC);
+    ::close(descriptor);
+    return descriptor;
+}
+
+/// Loads a new object, and one that is loaded already, with one allocation after another failing, until both
+/// get through. Answers the outcomes in that order, the same ones in a row as one.
+template <class Asset, class Load>
+std::vector<std::string> FailEachAllocation(const Load& load)
+{
+    const auto whole = std::make_shared<Asset>();
+    const std::string success = OutcomeOf([&] { return load(*whole); });
+    const Sight expected = See(*whole);
+    EXPECT_FALSE(expected.digests.empty());
+
+    std::vector<std::string> outcomes;
+    bool areThrough = false;
+    for (std::int64_t number = 1; !areThrough && !::testing::Test::HasFailure(); ++number)
+    {
+        SCOPED_TRACE(number);
+        areThrough = true;
+        outcomes.reserve(outcomes.size() + 2);
+        const std::int64_t outstanding = OutstandingAllocations();
+        const int descriptor = NextDescriptor();
+        for (auto asset = std::make_shared<Asset>(); const std::string_view state : {"new", "loaded"})
+        {
+            SCOPED_TRACE(state);
+            bool hasFailed = false;
+            std::string outcome = "bad_alloc";
+            try
+            {
+                const FailingAllocation failing(number, hasFailed);
+                outcome = OutcomeOf([&] { return load(*asset); });
+            }
+            catch (const std::bad_alloc&)
+            {
+            }
+            areThrough = areThrough && !hasFailed;
+            if (outcomes.empty() || outcomes.back() != outcome)
+                outcomes.push_back(outcome);
+
+            const Sight sight = See(*asset);
+            EXPECT_TRUE(outcome != "true" || !hasFailed);
+            EXPECT_TRUE(outcome != "done" || sight.texts == expected.texts);
+            EXPECT_EQ(OutcomeOf([&] { return load(*asset); }), success);
+            EXPECT_TRUE(See(*asset) == expected);
+        }
+        EXPECT_EQ(NextDescriptor(), descriptor);
+        if (!::testing::Test::HasFailure()) // whose record takes memory
+        {
+            EXPECT_EQ(OutstandingAllocations(), outstanding);
+        }
+    }
+    return outcomes;
+}
+
+/// Takes the sample's files with that ending, and one with every kind of block, from the disk and from
+/// memory.
+template <class Asset>
+void FailEachAllocationOfFiles(const std::string& ending, const Bytes& everyBlock)
+{
+    const AssetFolder folder;
+    auto files = Sample::SampleAssets();
+    files.emplace("every_block" + ending, everyBlock.Str());
+    for (const auto& [file, bytes] : files)
+    {
+        if (!file.ends_with(ending) || ::testing::Test::HasFailure())
+            continue;
+        SCOPED_TRACE(file);
+        std::ofstream("file", std::ios::binary) << bytes;
+        constexpr std::u16string_view kName = u"..\\WAGON\\file"; // in capitals, so that it's searched for
+        const auto span = std::as_bytes(std::span(bytes));
+        for (const bool isOnDisk : {false, true})
+        {
+            const auto load = [&](Asset& asset)
+            {
+                if constexpr (requires { asset.BoneCount; })
+                    asset.BoneCount = 0; // else it adds up
+                return isOnDisk ? asset.Load(kName) : asset.LoadBytes(span, kName);
+            };
+            const std::vector<std::string> expected = {"bad_alloc", "false", "bad_alloc", "true"};
+            EXPECT_EQ(FailEachAllocation<Asset>(load), expected);
+        }
+    }
+}
+
+TEST(NoMemory, EndsALoadOfAMesh) { FailEachAllocationOfFiles<Mesh>(".im", GoodMesh()); }
+TEST(NoMemory, EndsALoadOfAnAnimation) { FailEachAllocationOfFiles<Anim>(".kin", GoodAnim()); }
+
+TEST(NoMemory, EndsALoadOfAModelOrLeavesAMeshOut)
+{
+    const AssetFolder folder;
+    Sample::WriteSampleAssets("../..");
+    const auto load = [](ZLMModel& model) { model.Load(u"..\\WAGON\\config.txt"); };
+    for (const std::string& outcome : FailEachAllocation<ZLMModel>(load))
+        EXPECT_TRUE(outcome == "bad_alloc" || outcome == "done") << outcome;
+}
+
+} // namespace
+} // namespace ZLMIM::Testing
