@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -38,7 +39,17 @@ void ReadConfigLine(TextStream& stream, std::u16string& key, std::u16string& val
     const std::size_t blank = std::min(working.find(u' '), working.size());
     key = working.substr(0, blank);
     MakeLowerCase(key);
-    value = Trim(working.substr(blank));
+    working = Trim(working.substr(blank));
+    if (working.empty())
+    {
+        value.clear();
+        return;
+    }
+    // The line becomes the value: a copy would cost as much again where a line is very long.
+    const auto start = static_cast<std::size_t>(working.data() - line.data());
+    line.resize(start + working.size());
+    line.erase(0, start);
+    value = std::move(line);
     if (!value.starts_with(kQuote))
         return;
 

@@ -5,11 +5,19 @@
 #include "zlmim/model/text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <stdexcept>
 #include <utility>
 
 namespace ZLMIM
 {
+namespace
+{
+
+/// What comparing the name of an attachment counts for.
+constexpr std::int64_t kCostOfAComparison = 4;
+
+} // namespace
 
 MeshEntry::MeshEntry(Membership membership) : mMembership(std::move(membership)) {}
 
@@ -74,7 +82,7 @@ void MeshEntry::Attach(const Collection<MeshEntry>& table, const std::u16string&
     if (!(*entry)->Mesh || !(*entry)->Mesh->Attachments)
         return;
     const auto attachments = (*entry)->Mesh->Attachments->Entries();
-    load.Spend((*entry)->Mesh->Attachments->Count());
+    load.Spend(kCostOfAComparison * (*entry)->Mesh->Attachments->Count());
     const auto attachment =
         std::find_if(attachments.begin(), attachments.end(),
                      [&](const auto& candidate) { return candidate && candidate->Name == attName; });
