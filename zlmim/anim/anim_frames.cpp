@@ -1,13 +1,10 @@
 #include "zlmim/anim/anim.h"
 #include "zlmim/model/errors.h"
-#include "zlmim/model/pages.h"
 #include "zlmim/reader/allowances.h"
 #include "zlmim/reader/block.h"
 
-#include <algorithm>
 #include <array>
 #include <cstring>
-#include <utility>
 
 namespace ZLMIM
 {
@@ -60,7 +57,7 @@ Anim::BoneOrder Anim::InitBoneFrames()
     return std::move(maker.bones);
 }
 
-/// Stored bone by bone, so that a page of a table is written whole while the processor still has it at hand.
+/// Stored a few at a time, bone by bone, so that a processor's cache isn't pulled between all tables at once.
 /// What waits is stored at the latest when the reading ends, in whatever way.
 class Anim::WaitingFrames
 {
@@ -96,31 +93,15 @@ private:
 
     void Store() noexcept
     {
-        const auto [lowest, highest] = Range();
-        const bool isDense = highest - lowest < 2 * mCount;
         std::size_t offset = 0;
         for (BoneAnim* const bone : mBones)
         {
             Keyframe* const table = bone->mFrames.data();
-            if (isDense)
-                LayOutPages(table + lowest, (highest - lowest) * sizeof(Keyframe));
             for (std::size_t i = 0; i < mCount; ++i)
                 std::memcpy(&table[mFrames[i].number], mFrames[i].records + offset, sizeof(Keyframe));
             offset += sizeof(Keyframe);
         }
         mCount = 0;
-    }
-
-    /// The lowest and the highest slot that waits; both 0 if none does.
-    [[nodiscard]] std::pair<std::size_t, std::size_t> Range() const noexcept
-    {
-        std::pair<std::size_t, std::size_t> range;
-        for (std::size_t i = 0; i < mCount; ++i)
-        {
-            range.first = i == 0 ? mFrames[i].number : std::min(range.first, mFrames[i].number);
-            range.second = std::max(range.second, mFrames[i].number);
-        }
-        return range;
     }
 
     /// A frame that will fail has its first records stored all the same.
@@ -136,13 +117,19 @@ private:
     }
 
     const BoneOrder& mBones;
-    std::array<Frame, 2048> mFrames;
+    std::array<Frame, 8> mFrames;
     std::size_t mCount = 0;
 };
 
 bool Anim::ReadFrames(const BoneOrder& bones)
 {
     const std::int32_t count = FrameCount;
+    // Not where a small file claims many frames, whose tables nobody may ever touch.
+    if (mCursor.CanRead(count, static_cast<std::int64_t>(bones.size() * sizeof(Keyframe))))
+    {
+        for (BoneAnim* const bone : bones)
+            bone->mFrames.LayOut();
+    }
     WaitingFrames waiting(bones);
     for (std::int32_t i = 0; i < count; ++i)
     {

@@ -2,19 +2,10 @@
 
 #include "zlmim/model/text.h"
 
-#include <utility>
-
 namespace ZLMIM
 {
 namespace
 {
-
-std::int32_t Checked(std::int64_t sum)
-{
-    if (!std::in_range<std::int32_t>(sum))
-        throw OverflowError(std::to_string(sum) + " leaves the 32-bit range", sum);
-    return static_cast<std::int32_t>(sum);
-}
 
 std::string Describe(FileSystemError::Code number)
 {
@@ -43,8 +34,9 @@ FileSystemError::FileSystemError(Code number, const std::u16string& path)
 {
 }
 
-std::int32_t CheckedAdd(std::int32_t a, std::int32_t b) { return Checked(std::int64_t{a} + b); }
-
-std::int32_t CheckedSubtract(std::int32_t a, std::int32_t b) { return Checked(std::int64_t{a} - b); }
+void RaiseOverflow(std::int64_t sum)
+{
+    throw OverflowError(std::to_string(sum) + " leaves the 32-bit range", sum);
+}
 
 } // namespace ZLMIM

@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -64,13 +65,30 @@ private:
     std::shared_ptr<const std::u16string> mPath; // shared, since copying an error must not raise
 };
 
+[[noreturn]] void RaiseOverflow(std::int64_t sum);
+
+/// The sum, or difference, of two 32-bit numbers as one.
+/// @throws OverflowError where it leaves the 32-bit signed range.
+[[nodiscard]] constexpr std::int32_t Checked(std::int64_t sum)
+{
+    if (!std::in_range<std::int32_t>(sum))
+        RaiseOverflow(sum);
+    return static_cast<std::int32_t>(sum);
+}
+
 /// a + b.
 /// @throws OverflowError where the sum leaves the 32-bit signed range.
-[[nodiscard]] std::int32_t CheckedAdd(std::int32_t a, std::int32_t b);
+[[nodiscard]] constexpr std::int32_t CheckedAdd(std::int32_t a, std::int32_t b)
+{
+    return Checked(std::int64_t{a} + b);
+}
 
 /// a - b.
 /// @throws OverflowError where the difference leaves the 32-bit signed range.
-[[nodiscard]] std::int32_t CheckedSubtract(std::int32_t a, std::int32_t b);
+[[nodiscard]] constexpr std::int32_t CheckedSubtract(std::int32_t a, std::int32_t b)
+{
+    return Checked(std::int64_t{a} - b);
+}
 
 } // namespace ZLMIM
 

@@ -95,24 +95,6 @@ std::u16string FileCursor::GetString()
     return text;
 }
 
-template <class T>
-T FileCursor::GetFixed()
-{
-    T value;
-    std::memcpy(&value, Test(sizeof(T)), sizeof(T));
-    Pos += static_cast<std::int32_t>(sizeof(T)); // at most L + 1, which an i32 holds
-    return value;
-}
-
-std::int32_t FileCursor::GetLong() { return GetFixed<std::int32_t>(); }
-std::int16_t FileCursor::GetShort() { return GetFixed<std::int16_t>(); }
-float FileCursor::GetSingle() { return GetFixed<float>(); }
-Vector FileCursor::GetVector() { return GetFixed<Vector>(); }
-rgbColour FileCursor::GetColour() { return GetFixed<rgbColour>(); }
-Quaternion FileCursor::GetQuaternion() { return GetFixed<Quaternion>(); }
-Vertex FileCursor::GetVertex() { return GetFixed<Vertex>(); }
-Matrix FileCursor::GetMatrix() { return GetFixed<Matrix>(); }
-
 bool FileCursor::CanRead(std::int64_t count, std::int64_t size) const noexcept
 {
     return Pos >= 0 && Pos <= FileSize() && count <= (std::int64_t{FileSize()} + 1 - Pos) / size &&
@@ -131,14 +113,6 @@ const unsigned char* FileCursor::TakeRun(std::int32_t count, std::size_t size)
     const unsigned char* const bytes = Test(total);
     Pos = static_cast<std::int32_t>(Pos + total);
     return bytes;
-}
-
-const unsigned char* FileCursor::Test(std::int64_t size)
-{
-    if (Pos < 0 || Pos > FileSize() || size > std::int64_t{FileSize()} + 1 - Pos || size > mAllowance)
-        RaiseBounds(size);
-    mAllowance -= size;
-    return mData.data() + Pos;
 }
 
 void FileCursor::RaiseBounds(std::int64_t size) const

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -76,14 +77,14 @@ public:
     /// An i32 length, and text of at most that many bytes: it ends at the first 0. `Pos` moves by the stored
     /// length wherever the text ended, so a negative one moves it back.
     [[nodiscard]] std::u16string GetString();
-    [[nodiscard]] std::int32_t GetLong();
-    [[nodiscard]] std::int16_t GetShort();
-    [[nodiscard]] float GetSingle();
-    [[nodiscard]] Vector GetVector();
-    [[nodiscard]] rgbColour GetColour();
-    [[nodiscard]] Quaternion GetQuaternion();
-    [[nodiscard]] Vertex GetVertex();
-    [[nodiscard]] Matrix GetMatrix();
+    [[nodiscard]] std::int32_t GetLong() { return GetFixed<std::int32_t>(); }
+    [[nodiscard]] std::int16_t GetShort() { return GetFixed<std::int16_t>(); }
+    [[nodiscard]] float GetSingle() { return GetFixed<float>(); }
+    [[nodiscard]] Vector GetVector() { return GetFixed<Vector>(); }
+    [[nodiscard]] rgbColour GetColour() { return GetFixed<rgbColour>(); }
+    [[nodiscard]] Quaternion GetQuaternion() { return GetFixed<Quaternion>(); }
+    [[nodiscard]] Vertex GetVertex() { return GetFixed<Vertex>(); }
+    [[nodiscard]] Matrix GetMatrix() { return GetFixed<Matrix>(); }
 
     /// `count` elements of one kind at once, none if `count` is negative: all that as many single reads would
     /// do, in one test.
@@ -104,11 +105,24 @@ public:
 private:
     bool AdoptLength(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile);
     /// The one test of all reads: tests `size` bytes at `Pos`, and counts them as read.
-    const unsigned char* Test(std::int64_t size);
+    const unsigned char* Test(std::int64_t size)
+    {
+        if (Pos < 0 || Pos > FileSize() || size > std::int64_t{FileSize()} + 1 - Pos || size > mAllowance)
+            RaiseBounds(size);
+        mAllowance -= size;
+        return mData.data() + Pos;
+    }
     const unsigned char* TakeRun(std::int32_t count, std::size_t size);
     [[noreturn]] void RaiseBounds(std::int64_t size) const;
+
     template <class T>
-    T GetFixed();
+    T GetFixed()
+    {
+        T value;
+        std::memcpy(&value, Test(sizeof(T)), sizeof(T));
+        Pos += static_cast<std::int32_t>(sizeof(T)); // at most L + 1, which an i32 holds
+        return value;
+    }
 
     RecordArray<unsigned char> mData;
     std::int64_t mAllowance = 0;
