@@ -40,6 +40,9 @@ ReferenceSearch::ReferenceSearch(const Folder& start) : mFolders(start.SubFolder
 std::u16string ReferenceSearch::Find(const std::u16string& kuid, FileSystem& files, AssetLoad& load)
 {
     const auto path = [](const Folder& folder) { return (folder.Path() += u'\\') += kConfigName; };
+    for (auto& [passedKuid, folder] : mPassed)
+        mByKuid.try_emplace(std::move(passedKuid), std::move(folder));
+    mPassed.clear();
     if (const auto known = mByKuid.find(kuid); known != mByKuid.end())
         return path(*known->second);
     while (!load.IsSpent())
@@ -53,8 +56,9 @@ std::u16string ReferenceSearch::Find(const std::u16string& kuid, FileSystem& fil
         if (!value)
             continue;
         MakeLowerCase(*value);
-        const auto [known, isNew] = mByKuid.try_emplace(*std::move(value), folder);
-        if (isNew && known->first == kuid)
+        const bool isWanted = *value == kuid;
+        mPassed.emplace_back(*std::move(value), folder);
+        if (isWanted)
             return path(*folder);
     }
     return {};

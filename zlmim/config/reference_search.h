@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ZLMIM
@@ -38,7 +39,9 @@ private:
     std::shared_ptr<Folder> mParent;
     Folders mChildren;
     std::size_t mNextChild = 0;
-    /// The first folder whose config has that kuid.
+    /// Folders with their configs' kuids: those that the last search has passed, and for those before them
+    /// the first of each kuid. Most assets search but once.
+    std::vector<std::pair<std::u16string, std::shared_ptr<Folder>>> mPassed;
     std::map<std::u16string, std::shared_ptr<Folder>> mByKuid;
 };
 
