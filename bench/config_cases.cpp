@@ -125,7 +125,11 @@ Case MeshTable(const TempFolder& folder)
         const std::string number = std::to_string(i);
         folder.Write("table/part" + number + ".im", made.file);
         names.push_back(folder.Name(u"table\\part" + ZLMIM::FromSystemName(number) + u".im"));
-        config += "  entry" + number + "\r\n  {\r\n    mesh part" + number + ".im\r\n";
+        config.append("  entry")
+            .append(number)
+            .append("\r\n  {\r\n    mesh part")
+            .append(number)
+            .append(".im\r\n");
         if (i > 0)
             config += "    att-parent entry" + std::to_string(i / 2) + "\r\n    att a.point7\r\n";
         config += "  }\r\n";

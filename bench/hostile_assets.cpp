@@ -16,7 +16,7 @@ namespace
 {
 
 constexpr int kMissing = 4'096;
-const std::string kBounds{ZLMIM::Testing::kBounds};
+using ZLMIM::Testing::kBounds;
 
 void Write(const path& file, const std::string& bytes)
 {
@@ -48,7 +48,7 @@ std::string MeshTable(int entries, const std::string& keys)
 }
 
 /// One asset, whose folder holds all its files.
-Hostile Asset(const std::string& name, const std::string& outcome,
+Hostile Asset(const std::string& name, std::string_view outcome,
               const std::function<std::string(const path&)>& writeFiles)
 {
     const auto write = [writeFiles](const path& folder)
@@ -56,7 +56,7 @@ Hostile Asset(const std::string& name, const std::string& outcome,
         Write(folder / "top/assets/a/config.txt", writeFiles(folder / "top/assets/a"));
         return std::string("top/assets/a/config.txt");
     };
-    return {name, Hostile::Kind::Asset, outcome, write};
+    return {name, Hostile::Kind::Asset, std::string(outcome), write};
 }
 
 /// Assets in levels, each referring to all of the next level.
@@ -125,7 +125,7 @@ std::vector<Hostile> HostileAssets()
               {
                   const std::array<std::int32_t, 5> counts = {1'600'000, 0, 0, 0, 0};
                   const auto geometry =
-                      Bytes().Long(200).Zeros(8).Record(counts).Long(0).Zeros(32 * 1'600'000);
+                      Bytes().Long(200).Zeros(8).Record(counts).Long(0).Zeros(std::size_t{32} * counts[0]);
                   Write(folder / "m.im",
                         MeshHeader(1).Block("CHNK", Bytes().Long(1).Long(1).Block("GEOM", geometry)).Str());
                   return MeshTable(500, "mesh m.im\n");

@@ -11,13 +11,12 @@ namespace Bench
 {
 
 using namespace ZLMIM::Testing;
-using ZLMIM::Keyframe;
 
 namespace
 {
 
 /// Room behind a file's blocks, for those that it reads again and again: what a load may take grows with it.
-constexpr std::size_t kRoom = 4 * 1'048'576;
+constexpr std::size_t kRoom = std::size_t{4} * 1'048'576;
 
 Hostile File(Hostile::Kind kind, const std::string& name, const std::string& outcome, const Bytes& bytes)
 {

@@ -85,6 +85,7 @@ int main(int argc, char** argv)
     CLI::App app("Measures the library beside the least that any program must do for the same.");
     std::vector<Group> groups = AllGroups();
     std::vector<std::string> chosen;
+    chosen.reserve(groups.size());
     int pairs = 15;
     bool isOnce = false;
     for (const Group& group : groups)

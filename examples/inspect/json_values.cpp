@@ -94,7 +94,7 @@ private:
         if (!binary.has_subtype())
             return Floats(std::as_bytes(std::span(binary)));
         std::span<const std::byte> elements;
-        std::memcpy(&elements, binary.data(), sizeof(elements));
+        std::memcpy(&elements, binary.data(), sizeof(std::span<const std::byte>));
         if (const auto floatCount = static_cast<std::size_t>(binary.subtype()); floatCount == 0)
             Integers(elements);
         else

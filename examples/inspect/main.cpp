@@ -53,7 +53,8 @@ int Run(const CommandLine& commandLine)
 int main(int argc, char** argv)
 {
 #ifdef SIGPIPE
-    std::signal(SIGPIPE, SIG_IGN); // a reader that has seen enough makes a write fail, as a full disk does
+    // A reader that has seen enough makes a write fail, as a full disk does.
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 #endif
     CommandLine commandLine;
     CLI::App app("Shows what a mesh (.im), an animation (.kin) or an asset (config.txt) of the ZLM railway "

@@ -33,7 +33,7 @@ inline constexpr std::int32_t kMaxReferenceKeys = 16'384;
 /// What one outermost load may spend, in bytes: the memory of what it makes, beyond what the files that it
 /// reads account for, and what it reads again and again. Work that leaves no memory behind is counted as if
 /// it did.
-inline constexpr std::int64_t kLoadAllowance = 384 * 1'048'576;
+inline constexpr std::int64_t kLoadAllowance = std::int64_t{384} * 1'048'576;
 
 /// What the load of a model shares with those of the models that it refers to: the files that are being read,
 /// the folders that have been listed and searched, and what hasn't been spent yet. Keeps references from

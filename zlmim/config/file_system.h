@@ -61,7 +61,9 @@ public:
                                                                    std::u16string_view name)
     {
         const std::u16string path = (folder.Path() += u'\\') += name;
-        return FileExists(path) ? OpenTextFile(path) : nullptr;
+        if (!FileExists(path))
+            return nullptr;
+        return OpenTextFile(path);
     }
     /// The folder at a path, normally with a trailing backslash.
     /// @throws FileSystemError 76 no such folder, also for an empty path

@@ -25,7 +25,7 @@ inline constexpr std::int32_t kMaxBoneDepth = 1'024;
 /// Bytes that the frame tables of one animation from a file of `fileSize` bytes may take together.
 [[nodiscard]] constexpr std::int64_t FrameTableAllowance(std::int64_t fileSize)
 {
-    return 64 * 1'048'576 + 16 * fileSize;
+    return std::int64_t{64} * 1'048'576 + 16 * fileSize;
 }
 
 } // namespace ZLMIM

@@ -16,7 +16,7 @@ namespace
 {
 
 /// Bytes that the remembered folders may take, about, before all are forgotten.
-constexpr std::size_t kMaxRemembered = 64 * 1'048'576;
+constexpr std::size_t kMaxRemembered = std::size_t{64} * 1'048'576;
 
 /// Parts that a name may have to be found in another letter case.
 constexpr std::ptrdiff_t kMaxParts = 64;
