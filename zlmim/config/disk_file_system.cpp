@@ -3,8 +3,8 @@
 #include "zlmim/config/disk_folder.h"
 #include "zlmim/config/disk_text_stream.h"
 #include "zlmim/model/errors.h"
-#include "zlmim/model/text.h"
 #include "zlmim/reader/file.h"
+#include "zlmim/reader/system_name.h"
 
 #include <utility>
 
@@ -30,7 +30,7 @@ std::unique_ptr<TextStream> DiskFileSystem::OpenIfExists(const Folder& folder, s
     const auto* const diskFolder = dynamic_cast<const DiskFolder*>(&folder);
     if (diskFolder)
     {
-        if (auto file = File::OpenExact(diskFolder->SystemPath() + "/" + ToUtf8(name)))
+        if (auto file = File::OpenExact(diskFolder->SystemPath() + kSystemSeparator + ToSystemName(name)))
             return std::make_unique<DiskTextStream>(*std::move(file));
     }
     return FileSystem::OpenIfExists(folder, name);

@@ -15,7 +15,8 @@ namespace ZLMIM
 /// Bytes of text become characters through Windows-1252. A line ends at CR LF, LF, or CR alone; the last one
 /// needs no end.
 ///
-/// A folder's path is absolute, its names spelt as on disk, and the root's is empty text. Its subfolders come
+/// A folder's path is absolute, its names spelt as on disk. The root's is empty text; on Windows a drive's is
+/// `C:` and a share's `\\server\share`. Its subfolders come
 /// sorted by name in lower case, then by exact name; a folder that can't be listed has none.
 class DiskFileSystem : public FileSystem
 {

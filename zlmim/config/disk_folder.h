@@ -3,9 +3,11 @@
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/reader/file_names.h"
+#include "zlmim/reader/system_name.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace ZLMIM
 {
@@ -16,12 +18,13 @@ class DiskFolder : public Folder
 public:
     /// The folder that the system calls so, made absolute; none if there is no such folder.
     [[nodiscard]] static std::shared_ptr<DiskFolder> Open(std::shared_ptr<FileNames> names,
-                                                          const std::string& systemName);
+                                                          const SystemName& systemName);
 
-    /// `systemPath` is absolute, without a trailing slash: empty for the root.
-    DiskFolder(std::shared_ptr<FileNames> names, std::string systemPath);
+    /// `systemPath` is absolute, without a trailing separator: for a root empty, or as `C:` or
+    /// `\\server\share` on Windows.
+    DiskFolder(std::shared_ptr<FileNames> names, SystemName systemPath);
 
-    [[nodiscard]] const std::string& SystemPath() const noexcept { return mSystemPath; }
+    [[nodiscard]] const SystemName& SystemPath() const noexcept { return mSystemPath; }
 
     [[nodiscard]] bool IsRootFolder() const override;
     [[nodiscard]] std::shared_ptr<Folder> ParentFolder() const override;
@@ -30,7 +33,7 @@ public:
 
 private:
     std::shared_ptr<FileNames> mNames;
-    std::string mSystemPath;
+    SystemName mSystemPath;
 };
 
 } // namespace ZLMIM

@@ -95,8 +95,6 @@ std::u16string FromWindows1252(std::string_view bytes)
     return text;
 }
 
-std::u16string FromAnsi(std::string_view bytes) { return FromWindows1252(bytes); }
-
 std::optional<std::u16string> FromUtf8(std::string_view utf8)
 {
     std::u16string text;

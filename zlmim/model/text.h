@@ -22,7 +22,8 @@ void MakeLowerCase(std::u16string& text) noexcept;
 [[nodiscard]] std::u16string FromWindows1252(std::string_view bytes);
 
 /// The text that the bytes of a mesh or animation file stand for, one character for each byte: by the ANSI
-/// code page of the system, where it has one (Windows), else by Windows-1252.
+/// code page of the system, where it has one (Windows), else by Windows-1252. This also stands in for a byte
+/// that has no character by itself there.
 [[nodiscard]] std::u16string FromAnsi(std::string_view bytes);
 
 /// UTF-16 from UTF-8; none if the bytes aren't UTF-8.

@@ -1,6 +1,9 @@
 #ifndef ZLMIM_READER_FILE_H
 #define ZLMIM_READER_FILE_H
 
+#include "zlmim/model/errors.h"
+#include "zlmim/reader/system_name.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -23,7 +26,7 @@ public:
     [[nodiscard]] static File Open(const std::u16string& name, FileNames& names);
 
     /// Opens the file that the system calls so; none if there is none, or it can't be opened.
-    [[nodiscard]] static std::optional<File> OpenExact(std::string systemName);
+    [[nodiscard]] static std::optional<File> OpenExact(SystemName systemName);
 
     File(File&& other) noexcept;
     File& operator=(File&&) = delete;
@@ -31,7 +34,7 @@ public:
 
     /// The name under which it was found, in the object model's form.
     [[nodiscard]] std::u16string Name() const;
-    [[nodiscard]] bool IsOpen() const noexcept { return mDescriptor >= 0; }
+    [[nodiscard]] bool IsOpen() const noexcept { return mHandle != kNoHandle; }
     void Close() noexcept;
 
     /// Length in bytes when the file was opened.
@@ -43,10 +46,16 @@ public:
     [[nodiscard]] std::size_t Read(std::span<unsigned char> bytes);
 
 private:
-    explicit File(std::string systemName) : mSystemName(std::move(systemName)) {}
+    explicit File(SystemName systemName) : mSystemName(std::move(systemName)) {}
 
-    std::string mSystemName;
-    int mDescriptor = -1;
+    /// Why this thread's last `OpenExact` gave none.
+    [[nodiscard]] static FileSystemError::Code LastFailure() noexcept;
+
+    static constexpr std::intptr_t kNoHandle = -1;
+
+    SystemName mSystemName;
+    /// The system's number for the open file.
+    std::intptr_t mHandle = kNoHandle;
     std::int64_t mSize = 0;
 };
 

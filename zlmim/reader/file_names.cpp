@@ -3,11 +3,6 @@
 #include "zlmim/model/text.h"
 
 #include <algorithm>
-#include <climits>
-#include <dirent.h>
-#include <memory>
-#include <set>
-#include <sys/stat.h>
 #include <tuple>
 
 namespace ZLMIM
@@ -17,72 +12,6 @@ namespace
 
 /// Bytes that the remembered folders may take, about, before all are forgotten.
 constexpr std::size_t kMaxRemembered = std::size_t{64} * 1'048'576;
-
-/// Parts that a name may have to be found in another letter case.
-constexpr std::ptrdiff_t kMaxParts = 64;
-
-std::optional<FoundFile> Look(std::string systemName)
-{
-    struct stat status;
-    if (::stat(systemName.c_str(), &status) != 0)
-        return std::nullopt;
-    const auto kind = S_ISREG(status.st_mode)   ? FoundFile::Kind::File
-                      : S_ISDIR(status.st_mode) ? FoundFile::Kind::Folder
-                                                : FoundFile::Kind::Other;
-    return FoundFile{std::move(systemName), kind, {status.st_dev, status.st_ino}};
-}
-
-bool IsFolder(const dirent& entry, const std::string& folder)
-{
-    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN)
-        return entry.d_type == DT_DIR;
-    const auto found = Look(folder + entry.d_name);
-    return found && found->kind == FoundFile::Kind::Folder;
-}
-
-std::vector<FolderEntry> ReadListing(const std::string& folder)
-{
-    const auto close = [](DIR* listing) { ::closedir(listing); };
-    const std::unique_ptr<DIR, decltype(close)> listing(::opendir(folder.empty() ? "." : folder.c_str()));
-    std::vector<FolderEntry> entries;
-    if (!listing)
-        return entries;
-    while (const dirent* const entry = ::readdir(listing.get()))
-    {
-        const std::string_view name = entry->d_name;
-        if (name == "." || name == "..")
-            continue;
-        const bool isFolder = IsFolder(*entry, folder);
-        std::u16string lowerName = FromSystemName(name);
-        MakeLowerCase(lowerName);
-        // Of a name in ASCII, and of one that isn't UTF-8, there is no other reading.
-        if (lowerName.size() != name.size())
-            entries.push_back({LowerCase(FromWindows1252(name)), std::string(name), isFolder, true});
-        entries.push_back({std::move(lowerName), std::string(name), isFolder, false});
-    }
-    std::sort(entries.begin(), entries.end(),
-              [](const FolderEntry& a, const FolderEntry& b)
-              { return std::tie(a.lowerName, a.systemName) < std::tie(b.lowerName, b.systemName); });
-    return entries;
-}
-
-std::u16string WithSlashes(std::u16string_view name)
-{
-    std::u16string slashed(name);
-    std::replace(slashed.begin(), slashed.end(), u'\\', u'/');
-    return slashed;
-}
-
-/// The name as the system would be asked for it. Empty for one that it can't be asked for.
-std::string ExactSystemName(std::u16string_view name)
-{
-    // A zero would end the name early for the system, and a name of its greatest length would not be taken.
-    if (name.empty() || name.size() >= PATH_MAX || name.find(u'\0') != std::u16string_view::npos)
-        return {};
-    std::string exact = ToUtf8(name);
-    std::replace(exact.begin(), exact.end(), '\\', '/');
-    return exact;
-}
 
 } // namespace
 
@@ -99,53 +28,14 @@ const FoundFile* FileNames::FindAgain(std::u16string_view name)
     return mFound && name == mName ? &*mFound : Find(name);
 }
 
-std::string FileNames::Guess(std::u16string_view name)
-{
-    std::string exact = ExactSystemName(name);
-    if (exact.empty() || mFolders.empty())
-        return exact;
-    const std::u16string slashed = WithSlashes(name);
-    const std::size_t leaf = slashed.rfind(u'/') + 1;
-    const auto folders = mFolders.find(slashed.substr(0, leaf));
-    if (folders == mFolders.end() || folders->second.empty())
-        return exact;
-    // The exact folder is known to be missing, if it isn't among those of its name.
-    const std::string exactFolder = exact.substr(0, exact.rfind('/') + 1);
-    const auto& known = folders->second;
-    if (std::find(known.begin(), known.end(), exactFolder) != known.end())
-        return exact;
-    const std::string folder = known.front();
-    const auto entries = Matching(folder, std::u16string_view(slashed).substr(leaf));
-    return entries.empty() ? exact : folder + entries.front();
-}
-
-std::optional<FoundFile> FileNames::LookUp(std::u16string_view name)
-{
-    std::string exact = ExactSystemName(name);
-    if (exact.empty())
-        return std::nullopt;
-    if (auto found = Look(std::move(exact)))
-        return found;
-    const std::u16string slashed = WithSlashes(name);
-    if (std::count(slashed.begin(), slashed.end(), u'/') >= kMaxParts)
-        return std::nullopt;
-    const std::size_t leaf = slashed.rfind(u'/') + 1;
-    for (const std::string& folder : Folders(slashed.substr(0, leaf)))
-    {
-        for (const std::string& entry : Matching(folder, std::u16string_view(slashed).substr(leaf)))
-        {
-            if (auto found = Look(folder + entry))
-                return found;
-        }
-    }
-    return std::nullopt;
-}
-
-std::span<const FolderEntry> FileNames::List(const std::string& systemFolder)
+std::span<const FolderEntry> FileNames::List(const SystemName& systemFolder)
 {
     if (const auto known = mListings.find(systemFolder); known != mListings.end())
         return known->second;
     auto entries = ReadListing(systemFolder);
+    std::sort(entries.begin(), entries.end(),
+              [](const FolderEntry& a, const FolderEntry& b)
+              { return std::tie(a.lowerName, a.systemName) < std::tie(b.lowerName, b.systemName); });
     Remember(sizeof(FolderEntry) * (entries.size() + 1));
     return mListings.emplace(systemFolder, std::move(entries)).first->second;
 }
@@ -165,66 +55,10 @@ void FileNames::Remember(std::size_t size)
     mRemembered += size;
 }
 
-/// The entries of a folder that `part` may mean, in their order; for no part, the folder itself.
-std::vector<std::string> FileNames::Matching(const std::string& folder, std::u16string_view part)
-{
-    if (part.empty() || part == u"." || part == u"..")
-        return {ToUtf8(part)};
-    const std::u16string lowerPart = LowerCase(part);
-    const auto entries = List(folder);
-    auto entry = std::lower_bound(entries.begin(), entries.end(), lowerPart,
-                                  [](const FolderEntry& e, const std::u16string& wanted)
-                                  { return e.lowerName < wanted; });
-    std::vector<std::string> names;
-    for (; entry != entries.end() && entry->lowerName == lowerPart; ++entry)
-        names.push_back(entry->systemName);
-    return names;
-}
-
-/// All folders that a name may mean, in their order, each with a slash behind it. `name` has slashes, and one
-/// behind each part; empty for the working folder.
-std::vector<std::string> FileNames::Folders(const std::u16string& name)
-{
-    if (name.empty() || name == u"/")
-        return {ToUtf8(name)};
-    if (const auto known = mFolders.find(name); known != mFolders.end())
-        return known->second;
-    const std::size_t part = name.rfind(u'/', name.size() - 2) + 1;
-    std::vector<std::string> found;
-    // A folder that several names lead to (by links) is taken once, so that names with many parts stay cheap.
-    std::set<std::pair<std::uint64_t, std::uint64_t>> seen;
-    for (const std::string& folder : Folders(name.substr(0, part)))
-    {
-        for (const std::string& entry :
-             Matching(folder, std::u16string_view(name).substr(part, name.size() - 1 - part)))
-        {
-            auto status = Look(folder + entry + "/");
-            if (status && seen.insert(status->identity).second)
-                found.push_back(std::move(status->systemName));
-        }
-    }
-    Remember(sizeof(FolderEntry) * (found.size() + 1) + name.size() * sizeof(char16_t));
-    return mFolders.emplace(name, std::move(found)).first->second;
-}
-
 std::u16string FromSystemName(std::string_view systemName)
 {
     auto utf8 = FromUtf8(systemName);
     return utf8 ? *std::move(utf8) : FromWindows1252(systemName);
-}
-
-std::u16string FromSystemPath(std::string_view systemPath)
-{
-    std::u16string path;
-    while (true)
-    {
-        const std::size_t length = std::min(systemPath.find('/'), systemPath.size());
-        path += FromSystemName(systemPath.substr(0, length));
-        if (length == systemPath.size())
-            return path;
-        path += u'\\';
-        systemPath.remove_prefix(length + 1);
-    }
 }
 
 } // namespace ZLMIM

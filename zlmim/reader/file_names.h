@@ -1,6 +1,8 @@
 #ifndef ZLMIM_READER_FILE_NAMES_H
 #define ZLMIM_READER_FILE_NAMES_H
 
+#include "zlmim/reader/system_name.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -24,8 +26,7 @@ struct FoundFile
         Other,
     };
 
-    /// In the bytes that the system's calls take.
-    std::string systemName;
+    SystemName systemName;
     Kind kind = Kind::Other;
     /// The same for all names of one file or folder, and for no other.
     std::pair<std::uint64_t, std::uint64_t> identity;
@@ -35,7 +36,7 @@ struct FoundFile
 struct FolderEntry
 {
     std::u16string lowerName;
-    std::string systemName;
+    SystemName systemName;
     bool isFolder = false;
     /// Whether `lowerName` reads the name as Windows-1252, beside another entry that reads it as UTF-8.
     bool isOtherReading = false;
@@ -48,6 +49,9 @@ struct FolderEntry
 /// folder that equal the part in lower case, in the order of their bytes, until one leads to the end of the
 /// name. An entry is compared as UTF-8 and as Windows-1252, since text that was saved as UTF-8 may have been
 /// read one character a byte. A name of more than 64 parts is found by its exact letters only.
+///
+/// Windows ignores letter case by itself, and there all of that is left to it. Names of devices (NUL,
+/// `\\.\pipe\x`) lead to nothing there.
 ///
 /// Folders are listed once for all names that one object is asked for, so it is meant to live as long as one
 /// load, or a few of them in a row.
@@ -64,15 +68,15 @@ public:
 
     /// The system's name that `Find` would most likely give: what opens under it is what `Find` would have
     /// found. Asks the system for nothing. Empty for a name that it can't be asked for.
-    [[nodiscard]] std::string Guess(std::u16string_view name);
+    [[nodiscard]] SystemName Guess(std::u16string_view name);
 
     /// As `Find` does, for who has just asked: what was found may be as old as the last `Find`.
     [[nodiscard]] const FoundFile* FindAgain(std::u16string_view name);
 
-    /// The entries of a folder, by its name in the system's form with a trailing slash (empty for the working
-    /// folder): sorted by name in lower case, then by the system's bytes; none if it can't be listed. Valid
-    /// until the next call of any member.
-    [[nodiscard]] std::span<const FolderEntry> List(const std::string& systemFolder);
+    /// The entries of a folder, by its name in the system's form with a separator behind it (empty for the
+    /// working folder): sorted by name in lower case, then by the system's name; none if it can't be listed.
+    /// Valid until the next call of any member.
+    [[nodiscard]] std::span<const FolderEntry> List(const SystemName& systemFolder);
 
     /// Forgets all folders.
     void Forget();
@@ -80,23 +84,20 @@ public:
 private:
     /// Makes room for `size` more bytes.
     void Remember(std::size_t size);
+    /// In any order.
+    [[nodiscard]] static std::vector<FolderEntry> ReadListing(const SystemName& folder);
     [[nodiscard]] std::optional<FoundFile> LookUp(std::u16string_view name);
-    [[nodiscard]] std::vector<std::string> Matching(const std::string& folder, std::u16string_view part);
-    [[nodiscard]] std::vector<std::string> Folders(const std::u16string& name);
+    // Only where the system doesn't ignore letter case by itself.
+    [[nodiscard]] std::vector<SystemName> Matching(const SystemName& folder, std::u16string_view part);
+    [[nodiscard]] std::vector<SystemName> Folders(const std::u16string& name);
 
-    std::unordered_map<std::string, std::vector<FolderEntry>> mListings;
-    std::unordered_map<std::u16string, std::vector<std::string>> mFolders;
+    std::unordered_map<SystemName, std::vector<FolderEntry>> mListings;
+    std::unordered_map<std::u16string, std::vector<SystemName>> mFolders;
     std::size_t mRemembered = 0;
     /// The last name asked for, and what was found.
     std::u16string mName;
     std::optional<FoundFile> mFound;
 };
-
-/// The text of a name that the system gave: from UTF-8 if it is that, else through Windows-1252.
-[[nodiscard]] std::u16string FromSystemName(std::string_view systemName);
-
-/// The same for a path, with backslashes: name by name, since each may be UTF-8 or not.
-[[nodiscard]] std::u16string FromSystemPath(std::string_view systemPath);
 
 } // namespace ZLMIM
 

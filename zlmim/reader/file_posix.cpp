@@ -1,0 +1,72 @@
+#include "zlmim/reader/file.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace ZLMIM
+{
+namespace
+{
+
+int Descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
+
+} // namespace
+
+FileSystemError::Code File::LastFailure() noexcept
+{
+    switch (errno)
+    {
+    case ENOENT:
+    case ENOTDIR:
+        return FileSystemError::Code::NoSuchFile;
+    case EACCES:
+    case EPERM:
+        return FileSystemError::Code::NoPermission;
+    default:
+        return FileSystemError::Code::ReadError;
+    }
+}
+
+std::optional<File> File::OpenExact(SystemName systemName)
+{
+    File file(std::move(systemName));
+    file.mHandle = ::open(file.mSystemName.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    struct stat status;
+    if (!file.IsOpen() || ::fstat(Descriptor(file.mHandle), &status) != 0)
+        return std::nullopt;
+    if (!S_ISREG(status.st_mode))
+    {
+        errno = ENOENT; // for such a file, that is
+        return std::nullopt;
+    }
+    file.mSize = status.st_size;
+    return file;
+}
+
+void File::Close() noexcept
+{
+    if (IsOpen())
+        ::close(Descriptor(std::exchange(mHandle, kNoHandle)));
+}
+
+std::size_t File::Read(std::span<unsigned char> bytes)
+{
+    std::size_t total = 0;
+    while (total < bytes.size())
+    {
+        const ssize_t taken = ::read(Descriptor(mHandle), bytes.data() + total, bytes.size() - total);
+        if (taken == 0)
+            break;
+        if (taken > 0)
+            total += static_cast<std::size_t>(taken);
+        else if (errno != EINTR)
+            throw FileSystemError(FileSystemError::Code::ReadError, Name());
+    }
+    return total;
+}
+
+} // namespace ZLMIM

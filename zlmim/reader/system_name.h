@@ -1,0 +1,33 @@
+#ifndef ZLMIM_READER_SYSTEM_NAME_H
+#define ZLMIM_READER_SYSTEM_NAME_H
+
+#include <string>
+#include <string_view>
+
+namespace ZLMIM
+{
+
+/// The name of a file or folder as this system's calls take it, and what stands between its parts: 16-bit
+/// characters and backslashes on Windows, bytes and slashes elsewhere.
+#ifdef _WIN32
+using SystemName = std::u16string;
+inline constexpr SystemName::value_type kSystemSeparator = u'\\';
+#else
+using SystemName = std::string;
+inline constexpr SystemName::value_type kSystemSeparator = '/';
+#endif
+
+using SystemNameView = std::basic_string_view<SystemName::value_type>;
+
+/// The system's form of a name in the object model's.
+[[nodiscard]] SystemName ToSystemName(std::u16string_view name);
+
+/// The text of a path that the system gave, with backslashes.
+[[nodiscard]] std::u16string FromSystemPath(SystemNameView systemPath);
+
+/// The text of a name in bytes: from UTF-8 if it is that, else through Windows-1252.
+[[nodiscard]] std::u16string FromSystemName(std::string_view systemName);
+
+} // namespace ZLMIM
+
+#endif
