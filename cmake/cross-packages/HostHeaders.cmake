@@ -1,0 +1,15 @@
+# Makes an imported target of a library that is headers only, from /usr/include of the system that builds. That
+# folder as a whole would bring its C library along, so the target's holds a link to the library's headers alone.
+function(import_host_headers target folder)
+    if(TARGET ${target})
+        return()
+    endif()
+    if(NOT IS_DIRECTORY /usr/include/${folder})
+        message(FATAL_ERROR "${target}: no /usr/include/${folder}")
+    endif()
+    set(include ${CMAKE_BINARY_DIR}/host-headers/${folder})
+    file(MAKE_DIRECTORY ${include})
+    file(CREATE_LINK /usr/include/${folder} ${include}/${folder} SYMBOLIC)
+    add_library(${target} INTERFACE IMPORTED)
+    target_include_directories(${target} INTERFACE ${include})
+endfunction()

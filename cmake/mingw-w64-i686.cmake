@@ -1,0 +1,2 @@
+set(MINGW_W64_PROCESSOR i686)
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64.cmake)
