@@ -2,6 +2,7 @@
 #define ZLMIM_ANIM_ANIM_H
 
 #include "zlmim/anim/bone_anim.h"
+#include "zlmim/model/facade.h"
 #include "zlmim/reader/bone_tree.h"
 #include "zlmim/reader/file_cursor.h"
 #include "zlmim/reader/file_names.h"
@@ -65,6 +66,9 @@ public:
 
     /// The same for the bytes of a file, which are copied; `name` only goes to `FileName`.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 
 private:
     bool Finish(bool isLoaded);

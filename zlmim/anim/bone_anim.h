@@ -2,6 +2,7 @@
 #define ZLMIM_ANIM_BONE_ANIM_H
 
 #include "zlmim/model/collection.h"
+#include "zlmim/model/facade.h"
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
 #include "zlmim/model/whole.h"
@@ -57,6 +58,9 @@ public:
     {
         return {mFrames.data(), mFrames.size()};
     }
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 
 private:
     friend class Anim;

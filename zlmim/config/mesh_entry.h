@@ -4,6 +4,7 @@
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/collection.h"
+#include "zlmim/model/facade.h"
 #include "zlmim/model/whole.h"
 
 #include <memory>
@@ -68,6 +69,9 @@ public:
     void Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
               const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
               std::u16string& AttName, AssetLoad& load);
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 
 private:
     void Attach(const Collection<MeshEntry>& table, const std::u16string& attPar,

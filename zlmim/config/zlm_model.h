@@ -4,6 +4,7 @@
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/mesh_entry.h"
 #include "zlmim/model/collection.h"
+#include "zlmim/model/facade.h"
 
 #include <cstdint>
 #include <memory>
@@ -80,6 +81,9 @@ public:
     /// @throws std::bad_alloc
     /// @throws std::bad_weak_ptr if the model isn't held by a `std::shared_ptr`
     void Load(const std::u16string& ConfigFileName);
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 
 private:
     void Load(const std::u16string& configFileName, AssetLoad& load);

@@ -1,6 +1,7 @@
 #ifndef ZLMIM_MESH_ATTACHMENT_H
 #define ZLMIM_MESH_ATTACHMENT_H
 
+#include "zlmim/model/facade.h"
 #include "zlmim/model/records.h"
 
 #include <cstdint>
@@ -19,6 +20,9 @@ public:
     std::u16string Name;
     /// 4x3 matrix for rotation and position of the attachment, as stored.
     ZLMIM::Matrix Matrix;
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 };
 
 } // namespace ZLMIM

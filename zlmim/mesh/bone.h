@@ -2,6 +2,7 @@
 #define ZLMIM_MESH_BONE_H
 
 #include "zlmim/model/collection.h"
+#include "zlmim/model/facade.h"
 #include "zlmim/model/records.h"
 #include "zlmim/model/whole.h"
 
@@ -50,6 +51,9 @@ public:
     /// first. Elements are formed in double precision from products that are partly rounded to 32 bits, as
     /// the system does it.
     [[nodiscard]] Matrix ToMatrix() const;
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 
 private:
     Membership mMembership;

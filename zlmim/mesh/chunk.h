@@ -3,6 +3,7 @@
 
 #include "zlmim/mesh/geometry.h"
 #include "zlmim/mesh/material.h"
+#include "zlmim/model/facade.h"
 
 #include <cstdint>
 #include <memory>
@@ -21,6 +22,9 @@ public:
     std::int32_t Version = 0;
     /// The chunk's number in the file, as stored.
     std::int32_t Id = 0;
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 };
 
 } // namespace ZLMIM

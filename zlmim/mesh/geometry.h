@@ -4,6 +4,7 @@
 #include "zlmim/mesh/element_store.h"
 #include "zlmim/model/collection.h"
 #include "zlmim/model/enumerations.h"
+#include "zlmim/model/facade.h"
 #include "zlmim/model/records.h"
 
 #include <cstdint>
@@ -82,6 +83,9 @@ public:
     [[nodiscard]] std::span<const Vertex> Vertices() const noexcept { return mVertices.Elements(); }
     [[nodiscard]] std::span<const Vector> VertexNormals() const noexcept { return mNormals.Elements(); }
     [[nodiscard]] std::span<const std::int32_t> Indices() const noexcept { return mIndices.Elements(); }
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 
 private:
     friend class Mesh;

@@ -3,6 +3,7 @@
 
 #include "zlmim/mesh/texture.h"
 #include "zlmim/model/collection.h"
+#include "zlmim/model/facade.h"
 #include "zlmim/model/records.h"
 
 #include <cstdint>
@@ -40,6 +41,9 @@ public:
     rgbColour Diffuse;
     rgbColour Specular;
     rgbColour Emissive;
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 };
 
 } // namespace ZLMIM

@@ -5,6 +5,7 @@
 #include "zlmim/mesh/bone.h"
 #include "zlmim/mesh/chunk.h"
 #include "zlmim/model/collection.h"
+#include "zlmim/model/facade.h"
 #include "zlmim/reader/bone_tree.h"
 #include "zlmim/reader/file_cursor.h"
 #include "zlmim/reader/file_names.h"
@@ -76,6 +77,9 @@ public:
     std::int32_t VertexCount = 0;
     /// Sum of the materials' texture counts: records, not distinct names.
     std::int32_t TextureCount = 0;
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 
 private:
     void Begin(std::u16string_view name);

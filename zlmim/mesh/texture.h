@@ -2,6 +2,7 @@
 #define ZLMIM_MESH_TEXTURE_H
 
 #include "zlmim/model/enumerations.h"
+#include "zlmim/model/facade.h"
 
 #include <string>
 
@@ -18,6 +19,9 @@ public:
     std::u16string Name;
     /// Influence over the material as a whole.
     float Amount = 0;
+
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
 };
 
 } // namespace ZLMIM

@@ -2,6 +2,7 @@
 #define ZLMIM_MODEL_COLLECTION_H
 
 #include "zlmim/model/errors.h"
+#include "zlmim/model/facade.h"
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
 #include "zlmim/model/whole.h"
@@ -85,6 +86,10 @@ public:
             mEntries.push_back(mMembership.TakeIn(std::move(entry)));
     }
 
+    /// Takes entry `number` out, from 1; those behind it move up.
+    /// @throws BoundsError where there is no such entry.
+    void Remove(std::int32_t number) { mEntries.erase(mEntries.begin() + IndexOf(number)); }
+
     /// Makes room for as many entries in all, where they are references.
     void Reserve(std::size_t count) requires(!kHeldByValue<T>) { mEntries.reserve(count); }
 
@@ -95,10 +100,7 @@ public:
     /// @throws BoundsError where there is no such entry.
     [[nodiscard]] Entry Item(std::int32_t number) const
     {
-        if (number < 1 || number > Count())
-            throw BoundsError("no entry " + std::to_string(number) + " among " + std::to_string(Count()),
-                              number);
-        return At(static_cast<std::size_t>(number) - 1);
+        return At(static_cast<std::size_t>(IndexOf(number)));
     }
 
     [[nodiscard]] Iterator begin() const { return Iterator(this, 0); }
@@ -114,8 +116,19 @@ public:
         mEntries.AppendBytes(bytes, count);
     }
 
+    /// What a host of the component holds.
+    ZLMIM::Facade Facade;
+
 private:
     using Storage = std::conditional_t<kHoldsRecords, RecordArray<T>, std::vector<Entry>>;
+
+    [[nodiscard]] std::ptrdiff_t IndexOf(std::int32_t number) const
+    {
+        if (number < 1 || number > Count())
+            throw BoundsError("no entry " + std::to_string(number) + " among " + std::to_string(Count()),
+                              number);
+        return std::ptrdiff_t{number} - 1;
+    }
 
     [[nodiscard]] Entry At(std::size_t index) const
     {

@@ -69,6 +69,15 @@ public:
         mRecords.get()[mSize++] = copy;
     }
 
+    [[nodiscard]] const T* begin() const noexcept { return mRecords.get(); }
+
+    void erase(const T* record) noexcept
+    {
+        T* const place = mRecords.get() + (record - mRecords.get());
+        std::copy(place + 1, mRecords.get() + mSize, place);
+        --mSize;
+    }
+
     /// Appends `count` records from a file's bytes, which need no alignment.
     void AppendBytes(const unsigned char* bytes, std::size_t count)
     {

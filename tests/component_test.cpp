@@ -1,0 +1,379 @@
+#include "asset_folder.h"
+#include "component_host.h"
+#include "good_files.h"
+#include "temp_folder.h"
+#include "zlmim/component/classes.h"
+#include "zlmim/model/text.h"
+
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace ZLMIM::Host
+{
+namespace
+{
+
+using namespace ZLMIM::Testing;
+using Component::Classes;
+using Component::ClassInfo;
+using Component::kIClassFactory;
+using Component::kIDispatch;
+using Component::kIUnknown;
+using Component::kNoInterface;
+using Component::Member;
+
+[[nodiscard]] Pointer<IDispatch> NewObject(const ClassInfo& info)
+{
+    Pointer<IClassFactory> factory;
+    EXPECT_EQ(ClassObjects()(info.classId, kIClassFactory, factory.OutAny()), S_OK);
+    Pointer<IDispatch> object;
+    EXPECT_EQ(factory->CreateInstance(nullptr, info.Interface().guid, object.OutAny()), S_OK);
+    return object;
+}
+
+template <class... A>
+HRESULT CallSlot(IDispatch* object, std::size_t slot, A... arguments)
+{
+    using Function = HRESULT(STDMETHODCALLTYPE*)(void*, A...);
+    const auto* const table = *reinterpret_cast<Function* const*>(object);
+    return table[slot](object, arguments...);
+}
+
+[[nodiscard]] std::u16string NameOf(const Member& member)
+{
+    const std::string_view name(member.name);
+    return {name.begin(), name.end()};
+}
+
+/// Reads a property through its slot, as text.
+[[nodiscard]] std::string ReadSlot(IDispatch* object, std::size_t slot, const Member& member)
+{
+    const std::string type = member.result.type;
+    char value[48] = {};
+    EXPECT_EQ(CallSlot(object, slot, static_cast<void*>(value)), S_OK) << member.name;
+    const auto as = [&](auto number)
+    {
+        std::memcpy(&number, value, sizeof(number));
+        return number;
+    };
+    if (type == "BSTR")
+        return ToUtf8(Text::Adopt(as(BSTR{})).Copy());
+    if (member.result.isObject)
+        return Pointer<IUnknown>(as(static_cast<IUnknown*>(nullptr))) ? "object" : "none";
+    return type == "float" ? std::to_string(as(float{})) : std::string(value, sizeof(value));
+}
+
+/// The same by name.
+[[nodiscard]] std::string ReadName(IDispatch* object, const Member& member)
+{
+    Variant value;
+    EXPECT_EQ(Call(object, NameOf(member), DISPATCH_PROPERTYGET, {}, &value), S_OK) << member.name;
+    switch (value.vt)
+    {
+    case VT_BSTR:
+        return ToUtf8(Text::Copy(value.bstrVal));
+    case VT_DISPATCH:
+        return value.pdispVal ? "object" : "none";
+    case VT_R4:
+        return std::to_string(value.fltVal);
+    default:
+        break;
+    }
+    std::string bytes(48, '\0');
+    ULONG size = sizeof(value.lVal);
+    if (value.vt == VT_RECORD)
+    {
+        EXPECT_EQ(value.pRecInfo->GetSize(&size), S_OK);
+    }
+    std::memcpy(bytes.data(), value.vt == VT_RECORD ? value.pvRecord : &value.lVal, size);
+    return bytes;
+}
+
+TEST(Component, EveryPropertyIsTheSameBySlotAndByName)
+{
+    int properties = 0;
+    const Variant text(std::u16string_view(u"7"));
+    for (const ClassInfo* const info : Classes())
+    {
+        SCOPED_TRACE(info->name);
+        const auto object = NewObject(*info);
+        for (std::size_t i = 0; i < info->members.size(); ++i)
+        {
+            const Member& member = info->members[i];
+            SCOPED_TRACE(member.name);
+            EXPECT_EQ(IdOf(object.Get(), NameOf(member)), member.id);
+            if (member.kind != DISPATCH_PROPERTYGET)
+                continue;
+            const auto readSlot = [&] { return ReadSlot(object.Get(), i + Component::kFirstSlot, member); };
+            const std::string before = readSlot();
+            EXPECT_EQ(ReadName(object.Get(), member), before);
+            Variant read;
+            ASSERT_EQ(Call(object.Get(), NameOf(member), DISPATCH_PROPERTYGET, {}, &read), S_OK);
+            if (read.vt == VT_RECORD)
+                static_cast<float*>(read.pvRecord)[2] = 7;
+            else if (read.vt == VT_BSTR)
+            {
+                ASSERT_EQ(VariantCopy(&read, &text), S_OK);
+            }
+            else if (read.vt == VT_R4)
+                read.fltVal = 7;
+            else if (read.vt != VT_DISPATCH)
+                read.lVal = 7;
+            EXPECT_EQ(Call(object.Get(), NameOf(member), DISPATCH_PROPERTYPUT, {&read}), S_OK);
+            const std::string after = readSlot();
+            EXPECT_EQ(after == before, read.vt == VT_DISPATCH);
+            EXPECT_EQ(ReadName(object.Get(), member), after);
+            ++properties;
+        }
+    }
+    EXPECT_EQ(properties, 80);
+    EXPECT_TRUE(IsIdle());
+}
+
+TEST(Component, AnswersToItsIdentifiersAndToNoOthers)
+{
+    for (const ClassInfo* const info : Classes())
+    {
+        SCOPED_TRACE(info->name);
+        const auto object = NewObject(*info);
+        Pointer<IUnknown> unknown;
+        ASSERT_EQ(object->QueryInterface(kIUnknown, unknown.OutAny()), S_OK);
+        for (const ClassInfo* const other : Classes())
+        {
+            for (const auto& interface : other->interfaces)
+            {
+                Pointer<IUnknown> found;
+                EXPECT_EQ(object->QueryInterface(interface.guid, found.OutAny()),
+                          other == info ? S_OK : E_NOINTERFACE);
+                EXPECT_EQ(static_cast<bool>(found), other == info);
+            }
+        }
+        Pointer<IUnknown> again;
+        Pointer<IDispatch> dispatch;
+        ASSERT_EQ(unknown->QueryInterface(kIDispatch, dispatch.OutAny()), S_OK);
+        ASSERT_EQ(dispatch->QueryInterface(kIUnknown, again.OutAny()), S_OK);
+        EXPECT_EQ(again.Get(), unknown.Get());
+        EXPECT_EQ(object->QueryInterface(kIUnknown, nullptr), E_POINTER);
+    }
+    void* object = &object;
+    EXPECT_EQ(ClassObjects()(kNoInterface, kIClassFactory, &object), CLASS_E_CLASSNOTAVAILABLE);
+    EXPECT_EQ(object, nullptr);
+    EXPECT_EQ(ClassObjects()(kClassId<_Mesh>, kIDispatch, &object), E_NOINTERFACE);
+    EXPECT_EQ(ClassObjects()(kClassId<_Mesh>, kIClassFactory, nullptr), E_POINTER);
+    Pointer<IClassFactory> factory;
+    ASSERT_EQ(ClassObjects()(kClassId<_Mesh>, kIClassFactory, factory.OutAny()), S_OK);
+    EXPECT_EQ(factory->CreateInstance(factory.Get(), kIUnknown, &object), CLASS_E_NOAGGREGATION);
+    EXPECT_EQ(factory->CreateInstance(nullptr, kInterfaceId<_Bone>, &object), E_NOINTERFACE);
+    EXPECT_EQ(object, nullptr);
+}
+
+TEST(Component, AnyOneReferenceKeepsWhatTheModelKeeps)
+{
+    const TempFolder folder;
+    const Bytes root = MeshBone("a", 1, MeshBone("b", 1, MeshBone("c")));
+    folder.Write("m.im", MeshHeader(0).Append(MeshSkeleton(root)).Str());
+    auto mesh = New<_Mesh>();
+    const Text name(folder.Name(u"m.im"));
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    ASSERT_EQ(mesh->Load(name.Get(), &isLoaded), S_OK);
+    EXPECT_EQ(isLoaded, VARIANT_TRUE);
+    auto bone = ReadObject(mesh, &_Mesh::get_RootBone);
+    const auto again = ReadObject(mesh, &_Mesh::get_RootBone);
+    EXPECT_EQ(bone.Get(), again.Get());
+    auto leaf = Entry<_Bone>(
+        ReadObject(Entry<_Bone>(ReadObject(bone, &_Bone::get_Children), 1), &_Bone::get_Children), 1);
+    bone.Reset();
+    mesh.Reset();
+
+    EXPECT_EQ(ReadText(leaf, &_Bone::get_Name), u"c");
+    const auto top = ReadObject(ReadObject(leaf, &_Bone::get_Parent), &_Bone::get_Parent);
+    EXPECT_EQ(top.Get(), again.Get());
+    EXPECT_FALSE(IsIdle());
+}
+
+TEST(Component, LoadsAnAssetAndTellsItsFailures)
+{
+    const TempFolder folder;
+    folder.Write("assets/a/config.txt",
+                 "kuid <KUID:1:2>\r\nmesh-table\r\n{\r\nbody\r\n{\r\nmesh a.im\r\n}\r\n"
+                 "wheel\r\n{\r\nmesh a.im\r\natt-parent BODY\r\natt a.Point\r\n}\r\n}\r\n");
+    folder.Write("assets/a/a.im", Testing::MeshWith({"a.point"}));
+    folder.Write("assets/open/config.txt", "description \"never closed\r\n");
+    folder.Write("short.im", "JIRF");
+    auto model = New<_ZLMModel>();
+    Text name(folder.Name(u"assets\\a\\config.txt"));
+    ASSERT_EQ(model->Load(name.InOut()), S_OK);
+    EXPECT_EQ(ReadText(model, &_ZLMModel::get_kuid), u"<kuid:1:2>");
+    auto table = ReadObject(model, &_ZLMModel::get_MeshTable);
+    EXPECT_EQ(Read<LONG>(table, &_Collection::Count), 2);
+    const auto wheel = Entry<_MeshEntry>(table, 2);
+    EXPECT_EQ(ReadObject(wheel, &_MeshEntry::get_AttParent).Get(), Entry<_MeshEntry>(table, 1).Get());
+    EXPECT_EQ(ReadText(ReadObject(wheel, &_MeshEntry::get_Att), &_Attachment::get_Name), u"a.point");
+    // The entry keeps its model.
+    model.Reset();
+    table.Reset();
+    EXPECT_EQ(ReadText(ReadObject(wheel, &_MeshEntry::get_Parent), &_ZLMModel::get_kuid), u"<kuid:1:2>");
+
+    const auto mesh = New<_Mesh>();
+    VARIANT_BOOL isLoaded = VARIANT_TRUE;
+    EXPECT_EQ(mesh->Load(Text(folder.Name(u"short.im")).Get(), &isLoaded), DISP_E_BADINDEX);
+    EXPECT_EQ(isLoaded, VARIANT_FALSE);
+    EXPECT_EQ(mesh->Load(nullptr, &isLoaded), S_OK);
+    EXPECT_EQ(mesh->Load(nullptr, nullptr), E_POINTER);
+    model = New<_ZLMModel>();
+    Text open(folder.Name(u"assets\\open\\config.txt"));
+    EXPECT_EQ(model->Load(open.InOut()), static_cast<HRESULT>(0x800A003E));
+    EXPECT_EQ(model->Load(nullptr), E_POINTER);
+
+    const auto entry = New<_MeshEntry>();
+    Text empty;
+    Text attPar(u"Body");
+    Text attName(u"A.POINT");
+    _ZLMModel* none = nullptr;
+    EXPECT_EQ(
+        entry->Load(&none, empty.InOut(), empty.InOut(), empty.InOut(), attPar.InOut(), attName.InOut()),
+        E_INVALIDARG);
+    EXPECT_EQ(attPar.Copy(), u"body");
+    EXPECT_EQ(attName.Copy(), u"a.point");
+    Variant text(std::u16string_view(u"A"));
+    Variant same(std::u16string_view(u"B"));
+    VARIANT reference = ReferenceTo(text);
+    Variant nothing(static_cast<IDispatch*>(nullptr));
+    EXPECT_EQ(Call(entry.Get(), u"load", DISPATCH_METHOD, {&nothing, &same, &same, &same, &reference, &same}),
+              E_INVALIDARG);
+    EXPECT_EQ(Text::Copy(text.bstrVal), u"a");
+    EXPECT_EQ(Text::Copy(same.bstrVal), u"B");
+}
+
+TEST(Component, ListsTakeWhatTheyHoldAndAreCountedFromOne)
+{
+    const auto bone = New<_Bone>();
+    const auto list = ReadObject(bone, &_Bone::get_Children);
+    const auto child = New<_Bone>();
+    const auto stranger = New<_Mesh>();
+    Variant item(child.Get());
+    Variant wrong(stranger.Get());
+    Variant nothing(static_cast<IDispatch*>(nullptr));
+    Variant number(LONG{2});
+    Variant key(std::u16string_view(u"key"));
+    Variant leftOut;
+    EXPECT_EQ(list->Add(&item, &leftOut, &leftOut, &leftOut), S_OK);
+    EXPECT_EQ(list->Add(&nothing, &leftOut, &leftOut, &leftOut), S_OK);
+    EXPECT_EQ(list->Add(&wrong, &leftOut, &leftOut, &leftOut), E_INVALIDARG);
+    EXPECT_EQ(list->Add(&number, &leftOut, &leftOut, &leftOut), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(list->Add(&item, &key, &leftOut, &leftOut), E_INVALIDARG);
+    EXPECT_EQ(bone->putref_Parent(reinterpret_cast<_Bone*>(stranger.Get())), E_INVALIDARG);
+    EXPECT_EQ(bone->putref_Children(reinterpret_cast<_Collection*>(child.Get())), E_INVALIDARG);
+
+    Variant entry;
+    EXPECT_EQ(Call(bone.Get(), u"CHILDREN", DISPATCH_METHOD | DISPATCH_PROPERTYGET, {&number}, &entry), S_OK);
+    EXPECT_EQ(entry.vt, VT_DISPATCH);
+    EXPECT_EQ(entry.pdispVal, nullptr);
+    EXPECT_EQ(list->Item(&key, entry.Out()), E_INVALIDARG);
+
+    Pointer<IUnknown> unknown;
+    Pointer<IEnumVARIANT> enumerator;
+    ASSERT_EQ(list->_NewEnum(unknown.Out()), S_OK);
+    ASSERT_EQ(unknown->QueryInterface(Component::kIEnumVariant, enumerator.OutAny()), S_OK);
+    Pointer<IEnumVARIANT> clone;
+    ULONG fetched = 9;
+    VARIANT entries[3] = {};
+    EXPECT_EQ(enumerator->Next(1, entry.Out(), nullptr), S_OK);
+    EXPECT_EQ(entry.pdispVal, child.Get());
+    ASSERT_EQ(enumerator->Clone(clone.Out()), S_OK);
+    EXPECT_EQ(enumerator->Next(3, entries, &fetched), S_FALSE);
+    EXPECT_EQ(fetched, 1U);
+    EXPECT_EQ(clone->Skip(1), S_OK);
+    EXPECT_EQ(clone->Skip(1), S_FALSE);
+    EXPECT_EQ(clone->Reset(), S_OK);
+    EXPECT_EQ(clone->Next(1, entry.Out(), &fetched), S_OK);
+    EXPECT_EQ(entry.pdispVal, child.Get());
+
+    EXPECT_EQ(list->Remove(&number), S_OK);
+    EXPECT_EQ(list->Remove(&number), DISP_E_BADINDEX);
+    EXPECT_EQ(list->Item(&number, entry.Out()), DISP_E_BADINDEX);
+    EXPECT_EQ(clone->Next(1, entry.Out(), &fetched), S_FALSE);
+
+    const auto model = New<_ZLMModel>();
+    const auto names = ReadObject(model, &_ZLMModel::get_BogieNames);
+    EXPECT_EQ(names->Add(&key, &leftOut, &leftOut, &leftOut), S_OK);
+    Variant one(LONG{1});
+    EXPECT_EQ(names->Item(&one, entry.Out()), S_OK);
+    EXPECT_EQ(Text::Copy(entry.bstrVal), u"key");
+    EXPECT_EQ(model->putref_Bogies(names.Get()), E_INVALIDARG);
+}
+
+TEST(Component, CopiesRecordsAndTellsBadIndices)
+{
+    const auto geometry = New<_Geometry>();
+    Vertex vertex{1, 2, 3, 4, 5};
+    LONG index = 1;
+    VARIANT_BOOL isThere = VARIANT_FALSE;
+    EXPECT_EQ(geometry->SetVertex(&index, &vertex), DISP_E_BADINDEX);
+    EXPECT_EQ(geometry->put_MaxVertices(2), S_OK);
+    EXPECT_EQ(geometry->SetVertex(&index, &vertex), S_OK);
+    Vertex read;
+    EXPECT_EQ(geometry->GetVertex(&index, &read, &isThere), S_OK);
+    EXPECT_EQ(isThere, VARIANT_TRUE);
+    EXPECT_EQ(read, vertex);
+    index = 2;
+    EXPECT_EQ(geometry->GetVertex(&index, &read, &isThere), S_OK);
+    EXPECT_EQ(isThere, VARIANT_FALSE);
+    EXPECT_EQ(geometry->GetVertex(nullptr, &read, &isThere), E_POINTER);
+    EXPECT_EQ(geometry->GetVertex(&index, nullptr, &isThere), E_POINTER);
+
+    // By name: a record from one property into another place, and a wrong one.
+    const auto bone = New<_Bone>();
+    Vector position{6, 7, 8};
+    ASSERT_EQ(bone->put_Position(&position), S_OK);
+    Variant record;
+    ASSERT_EQ(Call(bone.Get(), u"position", DISPATCH_PROPERTYGET, {}, record.Out()), S_OK);
+    EXPECT_EQ(Call(bone.Get(), u"Rotation", DISPATCH_PROPERTYPUT, {&record}), DISP_E_TYPEMISMATCH);
+    const auto normals = ReadObject(geometry, &_Geometry::get_FaceNormals);
+    Variant leftOut;
+    EXPECT_EQ(normals->Add(&record, &leftOut, &leftOut, &leftOut), S_OK);
+    ASSERT_EQ(geometry->put_MaxVertNormal(1), S_OK);
+    Variant zero(0.4F);
+    Variant copy;
+    ASSERT_EQ(VariantCopy(&copy, &record), S_OK);
+    EXPECT_EQ(Call(geometry.Get(), u"SetVertexNormal", DISPATCH_METHOD, {&zero, &record}), S_OK);
+    static_cast<Vector*>(copy.pvRecord)->x = 0;
+    VARIANT reference = ReferenceTo(copy);
+    Variant answer;
+    EXPECT_EQ(Call(geometry.Get(), u"GetVertexNormal", DISPATCH_METHOD, {&zero, &reference}, &answer), S_OK);
+    EXPECT_EQ(answer.vt, VT_BOOL);
+    EXPECT_EQ(answer.boolVal, VARIANT_TRUE);
+    EXPECT_EQ(*static_cast<Vector*>(copy.pvRecord), position);
+
+    EXPECT_EQ(Call(geometry.Get(), u"SetVertexNormal", DISPATCH_METHOD, {&zero}), DISP_E_BADPARAMCOUNT);
+    Variant text(std::u16string_view(u"text"));
+    EXPECT_EQ(Call(geometry.Get(), u"GetIndex", DISPATCH_METHOD, {&text}), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(Call(geometry.Get(), u"GetIndex", DISPATCH_PROPERTYPUT, {&zero}), DISP_E_MEMBERNOTFOUND);
+}
+
+TEST(Component, SaysWhenItMayBeUnloaded)
+{
+    ASSERT_TRUE(IsIdle());
+    Pointer<IClassFactory> factory;
+    ASSERT_EQ(ClassObjects()(kClassId<_Bone>, kIClassFactory, factory.OutAny()), S_OK);
+    EXPECT_FALSE(IsIdle());
+    EXPECT_EQ(factory->LockServer(1), S_OK);
+    auto bone = New<_Bone>();
+    factory.Reset();
+    EXPECT_FALSE(IsIdle());
+    auto list = ReadObject(bone, &_Bone::get_Children);
+    bone.Reset();
+    Pointer<IUnknown> enumerator;
+    ASSERT_EQ(list->_NewEnum(enumerator.Out()), S_OK);
+    list.Reset();
+    ASSERT_EQ(ClassObjects()(kClassId<_Bone>, kIClassFactory, factory.OutAny()), S_OK);
+    EXPECT_EQ(factory->LockServer(0), S_OK);
+    factory.Reset();
+    EXPECT_FALSE(IsIdle());
+    enumerator.Reset();
+    EXPECT_TRUE(IsIdle());
+}
+
+} // namespace
+} // namespace ZLMIM::Host

@@ -1,0 +1,23 @@
+#ifndef ZLMIM_COMPONENT_ABI_H
+#define ZLMIM_COMPONENT_ABI_H
+
+/// The types and functions of the component interface: the system's own on Windows, elsewhere the same names
+/// with the same layouts.
+
+#ifdef _WIN32
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include <oaidl.h>
+#include <oleauto.h>
+
+#else
+
+#include "zlmim/component/abi_posix.h"
+
+#endif
+
+#endif

@@ -1,0 +1,42 @@
+#include "zlmim/component/generator/generate.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+namespace
+{
+
+/// Writes a file, or only looks whether it stands there as it should.
+bool Settle(const std::filesystem::path& file, const std::string& text, bool isCheck)
+{
+    std::ifstream old(file, std::ios::binary);
+    const std::string standing{std::istreambuf_iterator<char>(old), {}};
+    if (standing == text)
+        return true;
+    if (isCheck)
+    {
+        std::cerr << file << " isn't what the tables of the classes make; run the target component_files\n";
+        return false;
+    }
+    std::ofstream stream(file, std::ios::binary);
+    return static_cast<bool>(stream.write(text.data(), static_cast<std::streamsize>(text.size())).flush());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const bool isCheck = argc == 3 && std::string(argv[1]) == "--check";
+    if (argc != 2 && !isCheck)
+    {
+        std::cerr << "zlmim_component_files [--check] FOLDER\n";
+        return 2;
+    }
+    const std::filesystem::path folder = argv[argc - 1];
+    bool isDone = Settle(folder / "host.h", ZLMIM::Component::GenerateHostHeader(), isCheck);
+    isDone &= Settle(folder / "ZLMIM.idl", ZLMIM::Component::GenerateIdl(), isCheck);
+    isDone &= Settle(folder / "ZLMIMFile.rc", ZLMIM::Component::GenerateResources(), isCheck);
+    return isDone ? 0 : 1;
+}

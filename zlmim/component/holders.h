@@ -1,0 +1,165 @@
+#ifndef ZLMIM_COMPONENT_HOLDERS_H
+#define ZLMIM_COMPONENT_HOLDERS_H
+
+#include "zlmim/component/abi.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace ZLMIM::Component
+{
+
+/// Owns a text of the component interface.
+class Text
+{
+public:
+    Text() = default;
+    /// A copy.
+    /// @throws std::bad_alloc
+    explicit Text(std::u16string_view text) : mText(Allocate(text)) {}
+    Text(Text&& other) noexcept : mText(std::exchange(other.mText, nullptr)) {}
+    Text& operator=(Text&& other) noexcept
+    {
+        std::swap(mText, other.mText);
+        return *this;
+    }
+    Text(const Text&) = delete;
+    Text& operator=(const Text&) = delete;
+    ~Text() { SysFreeString(mText); }
+
+    /// Owns a text that a call has given.
+    [[nodiscard]] static Text Adopt(BSTR given) noexcept
+    {
+        Text text;
+        text.mText = given;
+        return text;
+    }
+
+    /// A text that the caller must free.
+    /// @throws std::bad_alloc
+    [[nodiscard]] static BSTR Allocate(std::u16string_view text)
+    {
+        if (text.size() > std::numeric_limits<UINT>::max() / 4)
+            throw std::bad_alloc();
+        // The characters of some systems are a type of their own, with 16 bits as well.
+        BSTR const allocated = SysAllocStringLen(nullptr, static_cast<UINT>(text.size()));
+        if (!allocated)
+            throw std::bad_alloc();
+        std::copy(text.begin(), text.end(), allocated);
+        return allocated;
+    }
+
+    /// The characters of a text that may be null.
+    [[nodiscard]] static std::u16string Copy(BSTR text)
+    {
+        return text ? std::u16string(text, text + SysStringLen(text)) : std::u16string();
+    }
+
+    [[nodiscard]] std::u16string Copy() const { return Copy(mText); }
+    [[nodiscard]] BSTR Get() const noexcept { return mText; }
+    /// Gives the text away.
+    [[nodiscard]] BSTR Detach() noexcept { return std::exchange(mText, nullptr); }
+    /// Where a call leaves its result; what was held before is freed.
+    [[nodiscard]] BSTR* Out() noexcept
+    {
+        SysFreeString(std::exchange(mText, nullptr));
+        return &mText;
+    }
+    /// Where a call finds a text and may leave another.
+    [[nodiscard]] BSTR* InOut() noexcept { return &mText; }
+
+private:
+    BSTR mText = nullptr;
+};
+
+/// Owns a counted reference to an interface.
+template <class T>
+class Pointer
+{
+public:
+    Pointer() = default;
+    /// Takes over a reference that has been counted already.
+    explicit Pointer(T* counted) noexcept : mPointer(counted) {}
+    Pointer(const Pointer& other) noexcept : mPointer(other.mPointer)
+    {
+        if (mPointer)
+            mPointer->AddRef();
+    }
+    Pointer(Pointer&& other) noexcept : mPointer(std::exchange(other.mPointer, nullptr)) {}
+    Pointer& operator=(Pointer other) noexcept
+    {
+        std::swap(mPointer, other.mPointer);
+        return *this;
+    }
+    ~Pointer() { Reset(); }
+
+    void Reset() noexcept
+    {
+        if (T* const pointer = std::exchange(mPointer, nullptr))
+            pointer->Release();
+    }
+    [[nodiscard]] T* Get() const noexcept { return mPointer; }
+    [[nodiscard]] T* operator->() const noexcept { return mPointer; }
+    [[nodiscard]] explicit operator bool() const noexcept { return mPointer != nullptr; }
+    /// Gives the reference away.
+    [[nodiscard]] T* Detach() noexcept { return std::exchange(mPointer, nullptr); }
+    /// Where a call leaves its result; what was held before is released.
+    [[nodiscard]] T** Out() noexcept
+    {
+        Reset();
+        return &mPointer;
+    }
+    /// The same for calls that don't tell the interface's type.
+    [[nodiscard]] void** OutAny() noexcept { return reinterpret_cast<void**>(Out()); }
+
+private:
+    T* mPointer = nullptr;
+};
+
+/// A variant that owns what it holds.
+class Variant : public VARIANT
+{
+public:
+    Variant() noexcept : VARIANT() { VariantInit(this); }
+    explicit Variant(LONG number) noexcept : Variant()
+    {
+        vt = VT_I4;
+        lVal = number;
+    }
+    explicit Variant(float number) noexcept : Variant()
+    {
+        vt = VT_R4;
+        fltVal = number;
+    }
+    explicit Variant(std::u16string_view text) : Variant()
+    {
+        bstrVal = Text::Allocate(text);
+        vt = VT_BSTR;
+    }
+    /// Counts a reference of its own.
+    explicit Variant(IDispatch* object) noexcept : Variant()
+    {
+        vt = VT_DISPATCH;
+        pdispVal = object;
+        if (object)
+            object->AddRef();
+    }
+    Variant(const Variant&) = delete;
+    Variant& operator=(const Variant&) = delete;
+    ~Variant() { VariantClear(this); }
+
+    /// Where a call leaves its result; what was held before is freed.
+    [[nodiscard]] VARIANT* Out() noexcept
+    {
+        VariantClear(this);
+        return this;
+    }
+};
+
+} // namespace ZLMIM::Component
+
+#endif

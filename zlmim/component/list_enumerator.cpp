@@ -1,0 +1,73 @@
+#include "zlmim/component/list_enumerator.h"
+
+#include "zlmim/component/guid.h"
+#include "zlmim/component/status.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ZLMIM::Component
+{
+
+ListEnumerator* ListEnumerator::Make(std::shared_ptr<const void> list, Entry entry, Count count,
+                                     std::int32_t passed)
+{
+    return new ListEnumerator(std::move(list), entry, count, passed);
+}
+
+ListEnumerator::ListEnumerator(std::shared_ptr<const void> list, Entry entry, Count count,
+                               std::int32_t passed)
+    : mList(std::move(list)), mEntry(entry), mCount(count), mPassed(passed)
+{
+}
+
+HRESULT ListEnumerator::QueryInterface(REFIID iid, void** object) noexcept
+{
+    return Answer(object, IsSame(iid, kIUnknown) || IsSame(iid, kIEnumVariant));
+}
+
+HRESULT ListEnumerator::Next(ULONG count, VARIANT* entries, ULONG* fetched) noexcept
+{
+    if (fetched)
+        *fetched = 0;
+    if ((!entries && count > 0) || (!fetched && count != 1))
+        return E_POINTER;
+    ULONG given = 0;
+    for (; given < count && mPassed < mCount(mList.get()); ++given, ++mPassed)
+    {
+        const HRESULT status = Guarded([&] { entries[given] = mEntry(mList.get(), mPassed + 1); });
+        if (SUCCEEDED(status))
+            continue;
+        mPassed -= static_cast<std::int32_t>(given);
+        while (given > 0)
+            VariantClear(&entries[--given]);
+        return status;
+    }
+    if (fetched)
+        *fetched = given;
+    return given == count ? S_OK : S_FALSE;
+}
+
+HRESULT ListEnumerator::Skip(ULONG count) noexcept
+{
+    // A host's Remove may have left fewer entries than have been passed.
+    const auto left = static_cast<ULONG>(std::max(mCount(mList.get()) - mPassed, 0));
+    mPassed += static_cast<std::int32_t>(std::min(count, left));
+    return count <= left ? S_OK : S_FALSE;
+}
+
+HRESULT ListEnumerator::Reset() noexcept
+{
+    mPassed = 0;
+    return S_OK;
+}
+
+HRESULT ListEnumerator::Clone(IEnumVARIANT** copy) noexcept
+{
+    if (!copy)
+        return E_POINTER;
+    *copy = nullptr;
+    return Guarded([&] { *copy = Make(mList, mEntry, mCount, mPassed); });
+}
+
+} // namespace ZLMIM::Component

@@ -1,0 +1,80 @@
+#include "zlmim/component/module.h"
+#include "zlmim/component/classes.h"
+#include "zlmim/component/counted.h"
+#include "zlmim/component/dispatch.h"
+#include "zlmim/component/platform.h"
+#include "zlmim/component/status.h"
+
+#include <algorithm>
+
+namespace ZLMIM::Component
+{
+namespace
+{
+
+/// Creates objects of one class for hosts.
+class ClassFactory final : public Counted<IClassFactory>
+{
+public:
+    explicit ClassFactory(const ClassInfo& info) : mInfo(info) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override
+    {
+        return Answer(object, IsSame(iid, kIUnknown) || IsSame(iid, kIClassFactory));
+    }
+
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) noexcept override
+    {
+        if (!object)
+            return E_POINTER;
+        *object = nullptr;
+        if (outer)
+            return CLASS_E_NOAGGREGATION;
+        Facade* created = nullptr;
+        if (const HRESULT status = Guarded([&] { created = mInfo.create(); }); FAILED(status))
+            return status;
+        const HRESULT status = Component::QueryInterface(mInfo, *created, iid, object);
+        Component::Release(created);
+        return status;
+    }
+
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) noexcept override
+    {
+        LiveCount += lock ? 1 : -1;
+        return S_OK;
+    }
+
+private:
+    const ClassInfo& mInfo;
+};
+
+} // namespace
+} // namespace ZLMIM::Component
+
+using namespace ZLMIM::Component;
+
+HRESULT STDAPICALLTYPE DllCanUnloadNow() { return LiveCount == 0 ? S_OK : S_FALSE; }
+
+HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID classId, REFIID iid, void** object)
+{
+    if (!object)
+        return E_POINTER;
+    *object = nullptr;
+    const auto classes = Classes();
+    const auto info =
+        std::find_if(classes.begin(), classes.end(),
+                     [&](const ClassInfo* candidate) { return IsSame(candidate->classId, classId); });
+    if (info == classes.end())
+        return CLASS_E_CLASSNOTAVAILABLE;
+    return Guarded(
+        [&]
+        {
+            const Pointer<ClassFactory> factory(new ClassFactory(**info));
+            if (const HRESULT status = factory->QueryInterface(iid, object); FAILED(status))
+                throw Failure{status};
+        });
+}
+
+HRESULT STDAPICALLTYPE DllRegisterServer() { return Register(); }
+
+HRESULT STDAPICALLTYPE DllUnregisterServer() { return Unregister(); }

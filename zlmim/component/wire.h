@@ -1,0 +1,144 @@
+#ifndef ZLMIM_COMPONENT_WIRE_H
+#define ZLMIM_COMPONENT_WIRE_H
+
+#include "zlmim/component/expose.h"
+#include "zlmim/component/holders.h"
+#include "zlmim/component/types.h"
+#include "zlmim/model/collection.h"
+
+#include <concepts>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace ZLMIM::Component
+{
+
+/// Name of class `T` in the type library, such as "Mesh".
+template <class T>
+inline constexpr const char* kClassName = nullptr;
+
+/// How a type of the model crosses the boundary: `Type` is what travels, `In` and `Out` convert. What `Out`
+/// gives belongs to the host. `kVarType` and `Of` say where a variant holds it, `kIdl` is its type in the
+/// type library, before the stars of a pointer.
+template <class T>
+struct Wire;
+
+template <>
+struct Wire<std::int32_t>
+{
+    using Type = LONG;
+    static constexpr VARTYPE kVarType = VT_I4;
+    static constexpr const char* kIdl = "long";
+    [[nodiscard]] static std::int32_t In(Type value) noexcept { return static_cast<std::int32_t>(value); }
+    [[nodiscard]] static Type Out(std::int32_t value) noexcept { return value; }
+    [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.lVal; }
+};
+
+template <>
+struct Wire<float>
+{
+    using Type = float;
+    static constexpr VARTYPE kVarType = VT_R4;
+    static constexpr const char* kIdl = "float";
+    [[nodiscard]] static float In(Type value) noexcept { return value; }
+    [[nodiscard]] static Type Out(float value) noexcept { return value; }
+    [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.fltVal; }
+};
+
+template <>
+struct Wire<bool>
+{
+    using Type = VARIANT_BOOL;
+    static constexpr VARTYPE kVarType = VT_BOOL;
+    static constexpr const char* kIdl = "VARIANT_BOOL";
+    [[nodiscard]] static bool In(Type value) noexcept { return value != VARIANT_FALSE; }
+    [[nodiscard]] static Type Out(bool value) noexcept { return value ? VARIANT_TRUE : VARIANT_FALSE; }
+    [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.boolVal; }
+};
+
+template <class T>
+requires std::is_enum_v<T>
+struct Wire<T>
+{
+    using Type = LONG;
+    static constexpr VARTYPE kVarType = VT_I4;
+    static constexpr const char* kIdl = kEnumerationType<T>.name;
+    [[nodiscard]] static T In(Type value) noexcept { return static_cast<T>(value); }
+    [[nodiscard]] static Type Out(T value) noexcept { return static_cast<Type>(value); }
+    [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.lVal; }
+};
+
+template <>
+struct Wire<std::u16string>
+{
+    using Type = BSTR;
+    static constexpr VARTYPE kVarType = VT_BSTR;
+    static constexpr const char* kIdl = "BSTR";
+    [[nodiscard]] static std::u16string In(Type value) { return Text::Copy(value); }
+    [[nodiscard]] static Type Out(const std::u16string& value) { return Text::Allocate(value); }
+    [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.bstrVal; }
+};
+
+/// True for records, which travel by reference and lie in a variant by pointer.
+template <class T>
+inline constexpr bool kIsRecordType = kRecordType<T>.name != nullptr;
+
+template <class T>
+requires kIsRecordType<T>
+struct Wire<T>
+{
+    using Type = T;
+    static constexpr VARTYPE kVarType = VT_RECORD;
+    static constexpr const char* kIdl = kRecordType<T>.name;
+    [[nodiscard]] static T In(const Type& value) noexcept { return value; }
+    [[nodiscard]] static Type Out(const T& value) noexcept { return value; }
+    [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return *static_cast<T*>(variant.pvRecord); }
+};
+
+/// Objects and lists. In a variant an object is an `IDispatch`, whose memory begins as its face does.
+template <class T>
+struct Wire<std::shared_ptr<T>>
+{
+    using Type = Facade*;
+    static constexpr VARTYPE kVarType = VT_DISPATCH;
+    static constexpr const char* kIdl = kClassName<T>;
+    [[nodiscard]] static std::shared_ptr<T> In(Type value) { return Unwrap<T>(value); }
+    [[nodiscard]] static Type Out(std::shared_ptr<T> value) noexcept { return Expose(std::move(value)); }
+    [[nodiscard]] static Type& Of(VARIANT& variant) noexcept
+    {
+        static_assert(sizeof(Type) == sizeof(variant.pdispVal));
+        return reinterpret_cast<Type&>(variant.pdispVal);
+    }
+};
+
+template <class T>
+inline constexpr const char* kClassName<Collection<T>> = "Collection";
+
+/// A variant crosses as it is.
+template <>
+struct Wire<VARIANT>
+{
+    using Type = VARIANT;
+    static constexpr VARTYPE kVarType = VT_VARIANT;
+    static constexpr const char* kIdl = "VARIANT";
+    [[nodiscard]] static const VARIANT& In(const Type& value) noexcept { return value; }
+    [[nodiscard]] static Type Out(const VARIANT& value) noexcept { return value; }
+};
+
+/// An interface that isn't an object's, whose reference goes over to the host.
+template <>
+struct Wire<IUnknown*>
+{
+    using Type = IUnknown*;
+    static constexpr VARTYPE kVarType = VT_UNKNOWN;
+    static constexpr const char* kIdl = "IUnknown";
+    [[nodiscard]] static Type Out(IUnknown* value) noexcept { return value; }
+    [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.punkVal; }
+};
+
+} // namespace ZLMIM::Component
+
+#endif
