@@ -104,7 +104,7 @@ HRESULT QueryInterface(const ClassInfo& info, Facade& object, REFIID iid, void**
     if (!result)
         return E_POINTER;
     *result = nullptr;
-    const auto isAsked = [&](const InterfaceId& interface) { return IsSame(interface.guid, iid); };
+    const auto isAsked = [&](const InterfaceId& id) { return IsSame(id.guid, iid); };
     if (!IsSame(iid, kIUnknown) && !IsSame(iid, kIDispatch) &&
         std::none_of(info.interfaces.begin(), info.interfaces.end(), isAsked))
         return E_NOINTERFACE;
