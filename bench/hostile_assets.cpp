@@ -103,6 +103,19 @@ std::vector<Hostile> HostileAssets()
                       Write(folder.parent_path() / std::to_string(i) / "config.txt", "kuid <x>\n");
                   return MissingReferences(kMissing);
               }),
+        Asset("a reference among 300 configs of 8 MiB", "done",
+              [](const path& folder)
+              {
+                  const path longFile = folder.parent_path() / "0/config.txt";
+                  Write(longFile, Lines(200'000, [](const std::string&)
+                                        { return "description words, words and more words."; }));
+                  for (int i = 1; i < 300; ++i)
+                  {
+                      create_directories(folder.parent_path() / std::to_string(i));
+                      create_hard_link(longFile, folder.parent_path() / std::to_string(i) / "config.txt");
+                  }
+                  return MissingReferences(2);
+              }),
         Asset("a quotation mark that is never closed", "done",
               [](const path&) {
                   return "description \"" +

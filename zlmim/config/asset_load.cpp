@@ -16,8 +16,13 @@ namespace
 /// of 48 bytes, say, becomes an object of six times as many.
 constexpr std::int64_t kMemoryPerByte = 8;
 
-/// A mesh or an animation that takes less is spent like one that has been read before.
+/// A mesh or an animation that takes less is spent like one that has been read before, without looking
+/// whether it has, until that has come to so much.
 constexpr std::int64_t kWorthALook = 262'144;
+constexpr std::int64_t kMostUnseen = std::int64_t{64} * 1'048'576;
+
+/// Reading a file again costs its time, which counts as an eighth of its size.
+constexpr std::int64_t kSizePerReading = 8;
 
 class SpendingStream : public TextStream
 {
@@ -87,14 +92,16 @@ void AssetLoad::SpendOn(const Anim& anim, std::u16string_view name)
 
 void AssetLoad::SpendOn(std::int64_t memory, std::int64_t fileSize, std::u16string_view name)
 {
-    if (memory + fileSize < kWorthALook)
+    const std::int64_t again = memory + fileSize / kSizePerReading;
+    if (again < kWorthALook && mSpentUnseen + again <= kMostUnseen)
     {
-        Spend(memory + fileSize);
+        mSpentUnseen += again;
+        Spend(again);
         return;
     }
     const FoundFile* const found = mNames->Find(name);
     const bool isFirstReading = found && mBinaryFilesRead.insert(found->identity).second;
-    Spend(isFirstReading ? std::max<std::int64_t>(0, memory - kMemoryPerByte * fileSize) : fileSize + memory);
+    Spend(isFirstReading ? std::max<std::int64_t>(0, memory - kMemoryPerByte * fileSize) : again);
 }
 
 std::unique_ptr<TextStream> AssetLoad::Counted(std::unique_ptr<TextStream> stream)

@@ -35,6 +35,10 @@ inline constexpr std::int32_t kMaxReferenceKeys = 16'384;
 /// it did.
 inline constexpr std::int64_t kLoadAllowance = std::int64_t{384} * 1'048'576;
 
+/// What the searches of one outermost load may read of other assets' configs, in characters. Past it nothing
+/// more is found.
+inline constexpr std::int64_t kSearchAllowance = 1'024 * std::int64_t{1'048'576};
+
 /// What the load of a model shares with those of the models that it refers to: the files that are being read,
 /// the folders that have been listed and searched, and what hasn't been spent yet. Keeps references from
 /// going round in circles, and a small file from costing much.
@@ -72,6 +76,8 @@ public:
     void Spend(std::int64_t bytes) noexcept { mLeft -= bytes; }
     /// Whether nothing more is to be loaded. What is being read is read to its end.
     [[nodiscard]] bool IsSpent() const noexcept { return mLeft < 0; }
+    void SpendOnSearch(std::int64_t characters) noexcept { mSearchLeft -= characters; }
+    [[nodiscard]] bool IsSearchSpent() const noexcept { return mSearchLeft < 0 || IsSpent(); }
     /// Spends what a mesh or an animation holds. `name` is the name of its file.
     void SpendOn(const Mesh& mesh, std::u16string_view name);
     void SpendOn(const Anim& anim, std::u16string_view name);
@@ -101,6 +107,8 @@ private:
     std::int32_t mMeshEntries = 0;
     std::int32_t mReferenceKeys = 0;
     std::int64_t mLeft = kLoadAllowance;
+    std::int64_t mSearchLeft = kSearchAllowance;
+    std::int64_t mSpentUnseen = 0;
 };
 
 } // namespace ZLMIM

@@ -13,22 +13,29 @@ namespace ZLMIM
 
 DiskFileSystem::DiskFileSystem(std::shared_ptr<FileNames> names) : mNames(std::move(names)) {}
 
+std::shared_ptr<FileNames> DiskFileSystem::Names() const
+{
+    return mNames ? mNames : std::make_shared<FileNames>();
+}
+
 bool DiskFileSystem::FileExists(const std::u16string& path)
 {
-    const FoundFile* const found = mNames->Find(path);
+    const auto names = Names();
+    const FoundFile* const found = names->Find(path);
     return found && found->kind == FoundFile::Kind::File;
 }
 
 std::unique_ptr<TextStream> DiskFileSystem::OpenTextFile(const std::u16string& path)
 {
-    return std::make_unique<DiskTextStream>(File::Open(path, *mNames));
+    return std::make_unique<DiskTextStream>(File::Open(path, *Names()));
 }
 
 std::unique_ptr<TextStream> DiskFileSystem::OpenIfExists(const Folder& folder, std::u16string_view name)
 {
-    // Most folders have the file, under its exact name.
+    // Most folders have the file, under its exact name. A folder whose name isn't UTF-8, or has a backslash,
+    // is another folder, or none, by its path.
     const auto* const diskFolder = dynamic_cast<const DiskFolder*>(&folder);
-    if (diskFolder)
+    if (diskFolder && ToSystemName(folder.Path()) == diskFolder->SystemPath())
     {
         if (auto file = File::OpenExact(diskFolder->SystemPath() + kSystemSeparator + ToSystemName(name)))
             return std::make_unique<DiskTextStream>(*std::move(file));
@@ -38,8 +45,9 @@ std::unique_ptr<TextStream> DiskFileSystem::OpenIfExists(const Folder& folder, s
 
 std::shared_ptr<Folder> DiskFileSystem::GetFolder(const std::u16string& path)
 {
-    const FoundFile* const found = mNames->Find(path);
-    auto folder = found ? DiskFolder::Open(mNames, found->systemName) : nullptr;
+    const auto names = Names();
+    const FoundFile* const found = names->Find(path);
+    auto folder = found ? DiskFolder::Open(names, found->systemName) : nullptr;
     if (!folder)
         throw FileSystemError(FileSystemError::Code::NoSuchFolder, path);
     return folder;
@@ -47,7 +55,8 @@ std::shared_ptr<Folder> DiskFileSystem::GetFolder(const std::u16string& path)
 
 std::u16string DiskFileSystem::FileIdentity(const std::u16string& path)
 {
-    const FoundFile* const found = mNames->FindAgain(path);
+    const auto names = Names();
+    const FoundFile* const found = names->FindAgain(path);
     if (!found)
         return path;
     const auto [device, number] = found->identity;

@@ -18,11 +18,13 @@ namespace ZLMIM
 /// A folder's path is absolute, its names spelt as on disk. The root's is empty text; on Windows a drive's is
 /// `C:` and a share's `\\server\share`. Its subfolders come
 /// sorted by name in lower case, then by exact name; a folder that can't be listed has none.
-class DiskFileSystem : public FileSystem
+class DiskFileSystem final : public FileSystem
 {
 public:
-    /// `names` remembers the folders that have been listed.
-    explicit DiskFileSystem(std::shared_ptr<FileNames> names = std::make_shared<FileNames>());
+    /// Asks the system anew each time. A folder that it has given remembers what it lists.
+    DiskFileSystem() = default;
+    /// `names` remembers the folders that have been listed, also by others that share it.
+    explicit DiskFileSystem(std::shared_ptr<FileNames> names);
 
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
     [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;
@@ -32,6 +34,9 @@ public:
     [[nodiscard]] std::u16string FileIdentity(const std::u16string& path) override;
 
 private:
+    [[nodiscard]] std::shared_ptr<FileNames> Names() const;
+
+    /// None where nothing is to be remembered.
     std::shared_ptr<FileNames> mNames;
 };
 

@@ -15,8 +15,8 @@ namespace
 
 constexpr std::u16string_view kConfigName = u"config.txt";
 
-/// What looking into one folder counts for.
-constexpr std::int64_t kCostOfALook = 512;
+/// What looking into one folder counts for, in characters of a config.
+constexpr std::int64_t kCostOfALook = 1'024;
 
 /// The value of the first line with that key; none without such a line.
 std::optional<std::u16string> ConfigValue(std::u16string_view key, TextStream& stream, AssetLoad& load)
@@ -28,7 +28,7 @@ std::optional<std::u16string> ConfigValue(std::u16string_view key, TextStream& s
         ReadConfigLine(stream, lineKey, value);
         if (lineKey == key)
             return value;
-        load.Spend(static_cast<std::int64_t>(lineKey.size() + value.size() + 1));
+        load.SpendOnSearch(static_cast<std::int64_t>(lineKey.size() + value.size() + 1));
     }
     return std::nullopt;
 }
@@ -45,12 +45,12 @@ std::u16string ReferenceSearch::Find(const std::u16string& kuid, FileSystem& fil
     mPassed.clear();
     if (const auto known = mByKuid.find(kuid); known != mByKuid.end())
         return path(*known->second);
-    while (!load.IsSpent())
+    while (!load.IsSearchSpent())
     {
         const auto folder = NextFolder();
         if (!folder)
             break;
-        load.Spend(kCostOfALook);
+        load.SpendOnSearch(kCostOfALook);
         const auto stream = files.OpenIfExists(*folder, kConfigName);
         auto value = stream ? ConfigValue(u"kuid", *stream, load) : std::nullopt;
         if (!value)

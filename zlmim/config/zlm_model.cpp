@@ -59,15 +59,14 @@ void ZLMModel::Load(const std::u16string& configFileName, AssetLoad& load)
 
 void ZLMModel::ResetModel(const std::shared_ptr<FileNames>& names)
 {
-    // All that may fail comes first: a model is reset whole or not at all.
     auto table = ZLMIM::MeshTable::Make(weak_from_this());
     auto bogies = std::make_shared<Collection<ZLMModel>>();
     auto bogieNames = std::make_shared<Collection<std::u16string>>();
-    mFSO = mMakeFileSystem ? mMakeFileSystem() : std::make_shared<DiskFileSystem>(names);
     mOwnTable = std::move(table);
     mMeshTable = Membership::Uncounted(mOwnTable->List());
     Bogies = std::move(bogies);
     BogieNames = std::move(bogieNames);
+    mFSO = mMakeFileSystem ? mMakeFileSystem() : std::make_shared<DiskFileSystem>(names);
     AssetFileName.clear();
     Author.clear();
     UserName.clear();

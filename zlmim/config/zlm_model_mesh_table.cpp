@@ -91,7 +91,7 @@ void ZLMModel::LoadEntry(const std::u16string& name, const std::u16string& meshF
     load.Spend(kCostOfAQuestion);
     MeshEntry& entry = mOwnTable->MakeEntry();
     const std::u16string folderAnim = mPath + u"anim.kin";
-    if (!mHasFolderAnim)
+    if (!mHasFolderAnim || mMakeFileSystem)
         mHasFolderAnim = mFSO->FileExists(folderAnim);
     if (*mHasFolderAnim && animFile.empty())
         animFile = folderAnim;

@@ -66,7 +66,9 @@ std::u16string ZLMModel::FindConfigFile(const std::u16string& kuid, AssetLoad& l
     if (mFSO->FileExists(candidate))
         return candidate;
     const auto start = StartFolder(mFSO->GetFolder(mPath));
-    return load.SearchFrom(*start).Find(kuid, *mFSO, load);
+    // A host's own service may tell one search from another, and may not outlive this model.
+    return mMakeFileSystem ? ReferenceSearch(*start).Find(kuid, *mFSO, load)
+                           : load.SearchFrom(*start).Find(kuid, *mFSO, load);
 }
 
 } // namespace ZLMIM

@@ -7,7 +7,7 @@ namespace ZLMIM
 
 File File::Open(const std::u16string& name, FileNames& names)
 {
-    if (auto file = OpenExact(names.Guess(name)))
+    if (auto file = OpenExact(ExactSystemName(name)))
         return *std::move(file);
     const FoundFile* const found = names.Find(name);
     if (!found || found->kind != FoundFile::Kind::File)

@@ -66,10 +66,6 @@ public:
     /// What stands under `name`; nullptr if nothing does. Valid until the next call of any member.
     [[nodiscard]] const FoundFile* Find(std::u16string_view name);
 
-    /// The system's name that `Find` would most likely give: what opens under it is what `Find` would have
-    /// found. Asks the system for nothing. Empty for a name that it can't be asked for.
-    [[nodiscard]] SystemName Guess(std::u16string_view name);
-
     /// As `Find` does, for who has just asked: what was found may be as old as the last `Find`.
     [[nodiscard]] const FoundFile* FindAgain(std::u16string_view name);
 

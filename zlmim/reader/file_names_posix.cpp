@@ -43,16 +43,15 @@ std::u16string WithSlashes(std::u16string_view name)
     return slashed;
 }
 
-/// The name as the system would be asked for it. Empty for one that it can't be asked for.
-std::string ExactSystemName(std::u16string_view name)
+} // namespace
+
+SystemName ExactSystemName(std::u16string_view name)
 {
     // A zero would end the name early for the system, and a name of its greatest length would not be taken.
     if (name.empty() || name.size() >= PATH_MAX || name.find(u'\0') != std::u16string_view::npos)
         return {};
     return ToSystemName(name);
 }
-
-} // namespace
 
 std::vector<FolderEntry> FileNames::ReadListing(const SystemName& folder)
 {
@@ -75,26 +74,6 @@ std::vector<FolderEntry> FileNames::ReadListing(const SystemName& folder)
         entries.push_back({std::move(lowerName), std::string(name), isFolder, false});
     }
     return entries;
-}
-
-SystemName FileNames::Guess(std::u16string_view name)
-{
-    std::string exact = ExactSystemName(name);
-    if (exact.empty() || mFolders.empty())
-        return exact;
-    const std::u16string slashed = WithSlashes(name);
-    const std::size_t leaf = slashed.rfind(u'/') + 1;
-    const auto folders = mFolders.find(slashed.substr(0, leaf));
-    if (folders == mFolders.end() || folders->second.empty())
-        return exact;
-    // The exact folder is known to be missing, if it isn't among those of its name.
-    const std::string exactFolder = exact.substr(0, exact.rfind('/') + 1);
-    const auto& known = folders->second;
-    if (std::find(known.begin(), known.end(), exactFolder) != known.end())
-        return exact;
-    const std::string folder = known.front();
-    const auto entries = Matching(folder, std::u16string_view(slashed).substr(leaf));
-    return entries.empty() ? exact : folder + entries.front();
 }
 
 std::optional<FoundFile> FileNames::LookUp(std::u16string_view name)

@@ -74,7 +74,7 @@ std::vector<FolderEntry> FileNames::ReadListing(const SystemName& folder)
     return entries;
 }
 
-SystemName FileNames::Guess(std::u16string_view name) { return ToSystemName(name); }
+SystemName ExactSystemName(std::u16string_view name) { return ToSystemName(name); }
 
 std::optional<FoundFile> FileNames::LookUp(std::u16string_view name) { return Look(ToSystemName(name)); }
 

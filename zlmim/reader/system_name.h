@@ -22,6 +22,9 @@ using SystemNameView = std::basic_string_view<SystemName::value_type>;
 /// The system's form of a name in the object model's.
 [[nodiscard]] SystemName ToSystemName(std::u16string_view name);
 
+/// The same; empty for a name that the system can't be asked for.
+[[nodiscard]] SystemName ExactSystemName(std::u16string_view name);
+
 /// The text of a path that the system gave, with backslashes.
 [[nodiscard]] std::u16string FromSystemPath(SystemNameView systemPath);
 
