@@ -21,19 +21,9 @@ private:
     std::vector<const char*> mPointers;
 };
 
-/// As long as it lives, what is written to standard output arrives there byte by byte, and a console takes it
-/// as UTF-8.
-class Utf8Output
-{
-public:
-    Utf8Output();
-    Utf8Output(const Utf8Output&) = delete;
-    Utf8Output& operator=(const Utf8Output&) = delete;
-    ~Utf8Output();
-
-private:
-    [[maybe_unused]] unsigned mFormerCodePage = 0;
-};
+/// Until the program ends, what is written to standard output arrives there byte by byte, and a console takes
+/// it as UTF-8. What nobody reads any more makes a write fail.
+void SetUpOutput();
 
 } // namespace ZLMIM
 

@@ -7,12 +7,6 @@ namespace ZLMIM
 
 Arguments::Arguments(int argc, const char* const* argv) : mPointers(argv, argv + argc) {}
 
-Utf8Output::Utf8Output()
-{
-    // A reader that has seen enough makes a write fail, as a full disk does.
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
-}
-
-Utf8Output::~Utf8Output() = default;
+void SetUpOutput() { static_cast<void>(std::signal(SIGPIPE, SIG_IGN)); }
 
 } // namespace ZLMIM

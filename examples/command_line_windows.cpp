@@ -3,6 +3,7 @@
 #include "zlmim/model/text.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
 #include <memory>
@@ -31,16 +32,12 @@ Arguments::Arguments(int argc, const char* const* argv) : mPointers(argv, argv +
         mPointers.push_back(text.c_str());
 }
 
-Utf8Output::Utf8Output() : mFormerCodePage(::GetConsoleOutputCP())
+void SetUpOutput()
 {
     static_cast<void>(::_setmode(::_fileno(stdout), _O_BINARY));
-    ::SetConsoleOutputCP(CP_UTF8);
-}
-
-Utf8Output::~Utf8Output()
-{
-    if (mFormerCodePage != 0)
-        ::SetConsoleOutputCP(mFormerCodePage);
+    static const UINT kFormerCodePage = ::GetConsoleOutputCP();
+    if (kFormerCodePage != 0 && std::atexit([] { ::SetConsoleOutputCP(kFormerCodePage); }) == 0)
+        ::SetConsoleOutputCP(CP_UTF8);
 }
 
 } // namespace ZLMIM

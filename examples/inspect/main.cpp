@@ -53,7 +53,7 @@ int Run(const CommandLine& commandLine)
 int main(int argc, char** argv)
 {
     const ZLMIM::Arguments arguments(argc, argv);
-    const ZLMIM::Utf8Output output;
+    ZLMIM::SetUpOutput();
     CommandLine commandLine;
     CLI::App app("Shows what a mesh (.im), an animation (.kin) or an asset (config.txt) of the ZLM railway "
                  "simulator holds.");
