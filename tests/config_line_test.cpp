@@ -105,26 +105,5 @@ TEST(LodNumber, ReadsAsFarAsANumberGoes)
         EXPECT_EQ(LodNumber(text), number) << std::string(text.begin(), text.end());
 }
 
-TEST(DiskFolder, IsAbsoluteSortedAndSpeltAsOnDisk)
-{
-    const TempFolder folder;
-    for (const auto* const name : {"A/b/", "A/C/", "A/a/", "A/B/", "A/file"})
-        folder.Write(name);
-    const auto a = DiskFileSystem().GetFolder(folder.Name(u"a\\"));
-    EXPECT_EQ(a->Path(), folder.Name(u"A"));
-    EXPECT_FALSE(a->IsRootFolder());
-    EXPECT_EQ(a->ParentFolder()->Path() + u"\\", folder.Name(u""));
-    std::u16string names;
-    for (const auto& child : a->SubFolders())
-        names += child->Path().substr(a->Path().size());
-    EXPECT_EQ(names, u"\\a\\B\\b\\C");
-    EXPECT_EQ(DiskFileSystem().GetFolder(folder.Name(u"A\\b\\..\\c"))->Path(), folder.Name(u"A\\C"));
-    const auto root = DiskFileSystem().GetFolder(u"\\");
-    EXPECT_TRUE(root->IsRootFolder());
-    EXPECT_EQ(root->Path(), u"");
-    for (const auto* const missing : {u"", u"\\nowhere\\", u"A\\file"})
-        EXPECT_THROW(static_cast<void>(DiskFileSystem().GetFolder(missing)), FileSystemError);
-}
-
 } // namespace
 } // namespace ZLMIM::Testing

@@ -9,8 +9,6 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <string_view>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace ZLMIM::Testing
@@ -172,9 +170,6 @@ TEST(FileCursorLoadFile, AnswersForEachKindOfFile)
     folder.Write("folder/");
     folder.Write("too long");
     std::filesystem::resize_file(folder.Path() / "too long", 2147483647);
-    std::filesystem::create_symlink("three", folder.Path() / "link");
-    std::filesystem::create_symlink("nothing", folder.Path() / "dead link");
-    ASSERT_EQ(::mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
     const struct
     {
         std::u16string_view name;
@@ -182,14 +177,12 @@ TEST(FileCursorLoadFile, AnswersForEachKindOfFile)
         bool answer;
         std::int32_t fileSize; // 77 before
     } cases[] = {
-        {u"three", EmptyFile::Refused, true, 3},        {u"THREE", EmptyFile::Refused, true, 3},
-        {u"link", EmptyFile::Refused, true, 3},         {u"empty", EmptyFile::Refused, false, 0},
-        {u"empty", EmptyFile::Accepted, true, 0},       {u"missing", EmptyFile::Accepted, false, 77},
-        {u"dead link", EmptyFile::Accepted, false, 77}, {u"folder", EmptyFile::Accepted, false, 77},
-        {u"folder\\", EmptyFile::Accepted, false, 77},  {u"pipe", EmptyFile::Accepted, false, 77},
+        {u"three", EmptyFile::Refused, true, 3},       {u"THREE", EmptyFile::Refused, true, 3},
+        {u"empty", EmptyFile::Refused, false, 0},      {u"empty", EmptyFile::Accepted, true, 0},
+        {u"missing", EmptyFile::Accepted, false, 77},  {u"folder", EmptyFile::Accepted, false, 77},
+        {u"folder\\", EmptyFile::Accepted, false, 77}, {u"three\\", EmptyFile::Accepted, false, 77},
         {u"too long", EmptyFile::Accepted, false, 77},
     };
-    ::alarm(20); // ends a load that waits for a pipe's writer
     for (const auto& c : cases)
     {
         SCOPED_TRACE(std::string(c.name.begin(), c.name.end()));
@@ -204,7 +197,6 @@ TEST(FileCursorLoadFile, AnswersForEachKindOfFile)
                   !c.answer ? "" : file.substr(3 - static_cast<std::size_t>(c.fileSize)));
         EXPECT_EQ(cursor.Pos, 5);
     }
-    ::alarm(0);
 }
 
 } // namespace

@@ -78,8 +78,11 @@ TEST(FindConfigFile, KnowsAFileThatIsBeingReadByALink)
     AssetFolder folder;
     // The link comes before the wagon's own folder in the walk, and leads to its file.
     folder.Wagon("kuid <kuid:1:1>\nauthor me\nbogey <kuid:1:1>\n");
-    std::filesystem::create_directory_symlink("wagon", "../A-link");
-    std::filesystem::create_directory_symlink("wagon", "../kuid 1 1");
+    std::error_code error;
+    for (const auto* const link : {"../A-link", "../kuid 1 1"})
+        std::filesystem::create_directory_symlink("wagon", link, error);
+    if (error)
+        GTEST_SKIP() << "no links here";
     const auto model = std::make_shared<ZLMModel>();
     EXPECT_EQ(folder.Load(*model), "");
     EXPECT_EQ(Outline(*model), "me(-)");

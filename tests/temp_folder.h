@@ -1,13 +1,10 @@
 #ifndef ZLMIM_TESTS_TEMP_FOLDER_H
 #define ZLMIM_TESTS_TEMP_FOLDER_H
 
-#include "zlmim/reader/file_names.h"
-
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -20,10 +17,10 @@ class TempFolder
 public:
     TempFolder()
     {
-        std::string name = std::filesystem::temp_directory_path() / "zlmim-XXXXXX";
-        if (!::mkdtemp(name.data()))
-            throw std::runtime_error("no temporary folder");
-        mPath = name;
+        std::random_device random;
+        do
+            mPath = std::filesystem::temp_directory_path() / ("zlmim-" + std::to_string(random()));
+        while (!std::filesystem::create_directory(mPath));
     }
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
@@ -38,7 +35,7 @@ public:
     /// The whole name of `entry` in the object model's form.
     [[nodiscard]] std::u16string Name(std::u16string_view entry) const
     {
-        std::u16string name = FromSystemName(mPath.native());
+        std::u16string name = mPath.u16string();
         std::replace(name.begin(), name.end(), u'/', u'\\');
         return (name += u'\\') += entry;
     }

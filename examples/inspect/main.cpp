@@ -2,12 +2,12 @@
 #include "json.h"
 #include "tree.h"
 
-#include "zlmim/reader/file_names.h"
+#include "examples/command_line.h"
+#include "zlmim/reader/system_name.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <csignal>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -52,10 +52,8 @@ int Run(const CommandLine& commandLine)
 
 int main(int argc, char** argv)
 {
-#ifdef SIGPIPE
-    // A reader that has seen enough makes a write fail, as a full disk does.
-    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
-#endif
+    const ZLMIM::Arguments arguments(argc, argv);
+    ZLMIM::SetUpOutput();
     CommandLine commandLine;
     CLI::App app("Shows what a mesh (.im), an animation (.kin) or an asset (config.txt) of the ZLM railway "
                  "simulator holds.");
@@ -64,7 +62,7 @@ int main(int argc, char** argv)
     app.footer("Exit status: 0 if the file was read, 1 if not, 2 for a wrong command line.");
     try
     {
-        app.parse(argc, argv);
+        app.parse(arguments.Count(), arguments.Pointers());
         return Run(commandLine);
     }
     catch (const CLI::ParseError& error)

@@ -1,17 +1,20 @@
+#include "examples/command_line.h"
 #include "examples/sample/sample_assets.h"
 
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <string>
 
 int main(int argc, char** argv)
 {
+    const ZLMIM::Arguments arguments(argc, argv);
     CLI::App app("Writes a small set of sample assets into a folder.");
     std::string folder;
     app.add_option("FOLDER", folder, "Where to write; made if it doesn't exist")->required();
     try
     {
-        app.parse(argc, argv);
+        app.parse(arguments.Count(), arguments.Pointers());
     }
     catch (const CLI::ParseError& error)
     {
@@ -19,7 +22,7 @@ int main(int argc, char** argv)
     }
     try
     {
-        Sample::WriteSampleAssets(folder);
+        Sample::WriteSampleAssets(std::u8string(folder.begin(), folder.end()));
     }
     catch (const std::exception& error)
     {

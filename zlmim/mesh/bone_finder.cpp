@@ -82,7 +82,7 @@ std::uint64_t BoneFinder::Hash(std::u16string_view name) const noexcept
 BoneFinder::Slot& BoneFinder::SlotOf(std::u16string_view name, std::uint64_t hash)
 {
     const std::size_t mask = mSlots.size() - 1; // the size is a power of two
-    for (std::size_t at = hash & mask;; at = (at + 1) & mask)
+    for (std::size_t at = static_cast<std::size_t>(hash) & mask;; at = (at + 1) & mask)
     {
         Slot& slot = mSlots[at];
         if (!slot.place.list || (slot.hash == hash && slot.place.Stored()->Name == name))
