@@ -93,7 +93,7 @@ HRESULT CallSlot(IDispatch* object, std::size_t slot, A... arguments)
 TEST(Component, EveryPropertyIsTheSameBySlotAndByName)
 {
     int properties = 0;
-    const Variant text(std::u16string_view(u"7"));
+    Variant text(std::u16string_view(u"7"));
     for (const ClassInfo* const info : Classes())
     {
         SCOPED_TRACE(info->name);
@@ -141,10 +141,10 @@ TEST(Component, AnswersToItsIdentifiersAndToNoOthers)
         ASSERT_EQ(object->QueryInterface(kIUnknown, unknown.OutAny()), S_OK);
         for (const ClassInfo* const other : Classes())
         {
-            for (const auto& interface : other->interfaces)
+            for (const auto& id : other->interfaces)
             {
                 Pointer<IUnknown> found;
-                EXPECT_EQ(object->QueryInterface(interface.guid, found.OutAny()),
+                EXPECT_EQ(object->QueryInterface(id.guid, found.OutAny()),
                           other == info ? S_OK : E_NOINTERFACE);
                 EXPECT_EQ(static_cast<bool>(found), other == info);
             }

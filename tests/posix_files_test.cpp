@@ -1,9 +1,11 @@
+#include "asset_folder.h"
 #include "temp_folder.h"
 #include "zlmim/anim/anim.h"
 #include "zlmim/config/disk_file_system.h"
 #include "zlmim/model/errors.h"
 
 #include <gtest/gtest.h>
+#include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -48,6 +50,27 @@ TEST(DiskFolder, IsAbsoluteSortedAndSpeltAsOnDisk)
     EXPECT_EQ(root->Path(), u"");
     for (const auto* const missing : {u"", u"\\nowhere\\", u"A\\file"})
         EXPECT_THROW(static_cast<void>(DiskFileSystem().GetFolder(missing)), FileSystemError);
+}
+
+TEST(FindConfigFile, SeesWhatStandsThereAtEachLoad)
+{
+    AssetFolder folder;
+    folder.Wagon("bogey <kuid:1:2>\n");
+    // One service for all loads, and one that a load can't have: the lists are new before it is asked for.
+    auto service = std::make_shared<DiskFileSystem>();
+    const auto make = [&]() -> std::shared_ptr<FileSystem>
+    { return service ? service : throw std::runtime_error("no service"); };
+    const auto model = std::make_shared<ZLMModel>(make);
+    EXPECT_EQ(folder.Load(*model), "");
+    EXPECT_EQ(model->Bogies->Item(1)->Author, u"");
+    folder.Write("z/config.txt", "kuid <kuid:1:2>\nauthor z\n");
+    // Its name is no UTF-8: another asset's, by the path that the service gives.
+    folder.Write("\xE9/config.txt", "kuid <kuid:1:2>\nauthor wrong\n");
+    EXPECT_EQ(folder.Load(*model), "");
+    EXPECT_EQ(model->Bogies->Item(1)->Author, u"z");
+    service.reset();
+    EXPECT_THROW(model->Load(folder.WagonName()), std::runtime_error);
+    EXPECT_EQ(model->Bogies->Count(), 0);
 }
 
 } // namespace
