@@ -28,16 +28,19 @@ const FoundFile* FileNames::FindAgain(std::u16string_view name)
     return mFound && name == mName ? &*mFound : Find(name);
 }
 
-std::span<const FolderEntry> FileNames::List(const SystemName& systemFolder)
+std::span<const FolderEntry> FileNames::List(SystemName systemFolder)
 {
     if (const auto known = mListings.find(systemFolder); known != mListings.end())
         return known->second;
-    auto entries = ReadListing(systemFolder);
+    auto listing = ReadListing(systemFolder);
+    if (!listing)
+        return {};
+    auto& entries = *listing;
     std::sort(entries.begin(), entries.end(),
               [](const FolderEntry& a, const FolderEntry& b)
               { return std::tie(a.lowerName, a.systemName) < std::tie(b.lowerName, b.systemName); });
     Remember(sizeof(FolderEntry) * (entries.size() + 1));
-    return mListings.emplace(systemFolder, std::move(entries)).first->second;
+    return mListings.emplace(std::move(systemFolder), std::move(entries)).first->second;
 }
 
 void FileNames::Forget()

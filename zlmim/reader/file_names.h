@@ -72,7 +72,7 @@ public:
     /// The entries of a folder, by its name in the system's form with a separator behind it (empty for the
     /// working folder): sorted by name in lower case, then by the system's name; none if it can't be listed.
     /// Valid until the next call of any member.
-    [[nodiscard]] std::span<const FolderEntry> List(const SystemName& systemFolder);
+    [[nodiscard]] std::span<const FolderEntry> List(SystemName systemFolder);
 
     /// Forgets all folders.
     void Forget();
@@ -81,7 +81,7 @@ private:
     /// Makes room for `size` more bytes.
     void Remember(std::size_t size);
     /// In any order.
-    [[nodiscard]] static std::vector<FolderEntry> ReadListing(const SystemName& folder);
+    [[nodiscard]] static std::optional<std::vector<FolderEntry>> ReadListing(const SystemName& folder);
     [[nodiscard]] std::optional<FoundFile> LookUp(std::u16string_view name);
     // Only where the system doesn't ignore letter case by itself.
     [[nodiscard]] std::vector<SystemName> Matching(const SystemName& folder, std::u16string_view part);

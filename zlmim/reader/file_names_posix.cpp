@@ -53,13 +53,13 @@ SystemName ExactSystemName(std::u16string_view name)
     return ToSystemName(name);
 }
 
-std::vector<FolderEntry> FileNames::ReadListing(const SystemName& folder)
+std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName& folder)
 {
     const auto close = [](DIR* listing) { ::closedir(listing); };
     const std::unique_ptr<DIR, decltype(close)> listing(::opendir(folder.empty() ? "." : folder.c_str()));
-    std::vector<FolderEntry> entries;
     if (!listing)
-        return entries;
+        return std::nullopt;
+    std::vector<FolderEntry> entries;
     while (const dirent* const entry = ::readdir(listing.get()))
     {
         const std::string_view name = entry->d_name;

@@ -52,7 +52,7 @@ std::u16string Text(const wchar_t* name)
 
 } // namespace
 
-std::vector<FolderEntry> FileNames::ReadListing(const SystemName& folder)
+std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName& folder)
 {
     std::vector<FolderEntry> entries;
     const std::wstring pattern = CallName(folder + u'*');
@@ -60,7 +60,7 @@ std::vector<FolderEntry> FileNames::ReadListing(const SystemName& folder)
     const HANDLE first = ::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch,
                                             nullptr, FIND_FIRST_EX_LARGE_FETCH);
     if (first == INVALID_HANDLE_VALUE)
-        return entries;
+        return std::nullopt;
     const auto close = [](HANDLE listing) { ::FindClose(listing); };
     const std::unique_ptr<void, decltype(close)> listing(first);
     do
