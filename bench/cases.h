@@ -19,6 +19,7 @@ using ZLMIM::Testing::TempFolder;
 [[nodiscard]] std::vector<Case> References(const TempFolder& folder);
 [[nodiscard]] Case MeshTable(const TempFolder& folder);
 [[nodiscard]] Case BoneNames();
+[[nodiscard]] std::vector<Case> ComponentCalls(const TempFolder& folder);
 
 } // namespace Bench
 

@@ -58,7 +58,8 @@ std::vector<Group> AllGroups()
             {"small", one(Bench::SmallMeshes)},
             {"references", Bench::References},
             {"table", one(Bench::MeshTable)},
-            {"bones", one([](const Bench::TempFolder&) { return Bench::BoneNames(); })}};
+            {"bones", one([](const Bench::TempFolder&) { return Bench::BoneNames(); })},
+            {"component", Bench::ComponentCalls}};
 }
 
 bool RunGroup(const Group& group, int pairs)

@@ -1,5 +1,5 @@
-#include "zlmim/component/counted.h"
 #include "zlmim/component/holders.h"
+#include "zlmim/component/live_count.h"
 #include "zlmim/component/platform.h"
 #include "zlmim/component/status.h"
 #include "zlmim/component/variants.h"
@@ -14,16 +14,30 @@ namespace ZLMIM::Component
 namespace
 {
 
-/// Tells variants how large a record is. Records have no fields by name here.
-class RecordInfo final : public Counted<IRecordInfo>
+/// Tells variants how large a record is. Records have no fields by name here. There is one for each type,
+/// always: references only keep the module loaded.
+class RecordInfo final : public IRecordInfo
 {
 public:
-    explicit RecordInfo(const RecordType& type) : mType(type) {}
+    explicit constexpr RecordInfo(const RecordType& type) : mType(type) {}
+    RecordInfo(const RecordInfo&) = delete;
+    RecordInfo& operator=(const RecordInfo&) = delete;
+
+    [[nodiscard]] bool IsOf(const RecordType& type) const noexcept { return IsSame(mType.guid, type.guid); }
 
     HRESULT QueryInterface(REFIID iid, void** object) noexcept override
     {
-        return Answer(object, IsSame(iid, kIUnknown) || IsSame(iid, kIRecordInfo));
+        if (!object)
+            return E_POINTER;
+        const bool isOffered = IsSame(iid, kIUnknown) || IsSame(iid, kIRecordInfo);
+        *object = isOffered ? this : nullptr;
+        if (!isOffered)
+            return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
     }
+    ULONG AddRef() noexcept override { return static_cast<ULONG>(++LiveCount); }
+    ULONG Release() noexcept override { return static_cast<ULONG>(--LiveCount); }
     HRESULT RecordInit(void* record) noexcept override
     {
         std::memset(record, 0, mType.size);
@@ -116,8 +130,20 @@ UINT TypeInfoCount() noexcept { return 0; }
 
 HRESULT GetRecordInfo(const RecordType& type, IRecordInfo** info) noexcept
 {
+    static RecordInfo infos[] = {RecordInfo(kRecordType<Vector>),   RecordInfo(kRecordType<Quaternion>),
+                                 RecordInfo(kRecordType<Vertex>),   RecordInfo(kRecordType<Matrix>),
+                                 RecordInfo(kRecordType<Keyframe>), RecordInfo(kRecordType<rgbColour>)};
     *info = nullptr;
-    return Guarded([&] { *info = new RecordInfo(type); });
+    for (RecordInfo& candidate : infos)
+    {
+        if (candidate.IsOf(type))
+        {
+            candidate.AddRef();
+            *info = &candidate;
+            return S_OK;
+        }
+    }
+    return E_INVALIDARG;
 }
 
 HRESULT Coerce(VARIANT& to, VARIANT& from, VARTYPE type) noexcept
