@@ -6,6 +6,7 @@
 #include "zlmim/model/text.h"
 
 #include <cstdint>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -236,6 +237,16 @@ TEST(Component, LoadsAnAssetAndTellsItsFailures)
         E_INVALIDARG);
     EXPECT_EQ(attPar.Copy(), u"body");
     EXPECT_EQ(attName.Copy(), u"a.point");
+    _ZLMModel* into = model.Get();
+    ASSERT_EQ(entry->putref_Mesh(nullptr), S_OK);
+    EXPECT_EQ(
+        entry->Load(&into, empty.InOut(), empty.InOut(), empty.InOut(), attPar.InOut(), attName.InOut()),
+        E_INVALIDARG);
+    EXPECT_EQ(entry->putref_Parent(nullptr), S_OK);
+    LPOLESTR noName[] = {nullptr};
+    DISPID id = 0;
+    EXPECT_EQ(entry->GetIDsOfNames(kNoInterface, noName, 1, 0, &id), E_INVALIDARG);
+    EXPECT_EQ(entry->GetIDsOfNames(kNoInterface, noName, 1, 0, nullptr), E_POINTER);
     Variant text(std::u16string_view(u"A"));
     Variant same(std::u16string_view(u"B"));
     VARIANT reference = ReferenceTo(text);
@@ -278,12 +289,14 @@ TEST(Component, ListsTakeWhatTheyHoldAndAreCountedFromOne)
     ASSERT_EQ(unknown->QueryInterface(Component::kIEnumVariant, enumerator.OutAny()), S_OK);
     Pointer<IEnumVARIANT> clone;
     ULONG fetched = 9;
-    VARIANT entries[3] = {};
+    VARIANT entries[3];
+    std::memset(entries, 0xAA, sizeof(entries));
     EXPECT_EQ(enumerator->Next(1, entry.Out(), nullptr), S_OK);
     EXPECT_EQ(entry.pdispVal, child.Get());
     ASSERT_EQ(enumerator->Clone(clone.Out()), S_OK);
     EXPECT_EQ(enumerator->Next(3, entries, &fetched), S_FALSE);
     EXPECT_EQ(fetched, 1U);
+    EXPECT_EQ(entries[1].vt, VT_EMPTY);
     EXPECT_EQ(clone->Skip(1), S_OK);
     EXPECT_EQ(clone->Skip(1), S_FALSE);
     EXPECT_EQ(clone->Reset(), S_OK);
@@ -297,7 +310,12 @@ TEST(Component, ListsTakeWhatTheyHoldAndAreCountedFromOne)
 
     const auto model = New<_ZLMModel>();
     const auto names = ReadObject(model, &_ZLMModel::get_BogieNames);
-    EXPECT_EQ(names->Add(&key, &leftOut, &leftOut, &leftOut), S_OK);
+    VARIANT reference = ReferenceTo(leftOut);
+    EXPECT_EQ(names->Add(&number, &leftOut, &leftOut, &leftOut), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(names->Add(&key, &reference, &leftOut, &leftOut), S_OK);
+    Variant place(LONG{1});
+    EXPECT_EQ(names->Item(&place, &place), S_OK);
+    EXPECT_EQ(place.vt, VT_BSTR);
     Variant one(LONG{1});
     EXPECT_EQ(names->Item(&one, entry.Out()), S_OK);
     EXPECT_EQ(Text::Copy(entry.bstrVal), u"key");
@@ -369,6 +387,7 @@ TEST(Component, SaysWhenItMayBeUnloaded)
     list.Reset();
     ASSERT_EQ(ClassObjects()(kClassId<_Bone>, kIClassFactory, factory.OutAny()), S_OK);
     EXPECT_EQ(factory->LockServer(0), S_OK);
+    EXPECT_EQ(factory->LockServer(0), E_FAIL);
     factory.Reset();
     EXPECT_FALSE(IsIdle());
     enumerator.Reset();

@@ -15,7 +15,8 @@ std::int32_t ToNumber(const VARIANT& index)
 
 void RefuseKey(const VARIANT& argument)
 {
-    if (!IsLeftOut(argument))
+    VARIANT given = argument;
+    if (!IsLeftOut(Dereferenced(given)))
         throw Failure{E_INVALIDARG};
 }
 

@@ -50,6 +50,9 @@ void Add(Collection<T>& list, const VARIANT& item, const VARIANT& key, const VAR
         RefuseKey(*argument);
     using Value = Argument<kIsRecordType<T> ? How::Ref : How::In, typename Collection<T>::Entry>;
     VARIANT given = item;
+    // Where the system would make a text of anything.
+    if (std::is_same_v<T, std::u16string> && (Dereferenced(given).vt & ~VT_BYREF) != VT_BSTR)
+        throw Failure{DISP_E_TYPEMISMATCH};
     Converted<Value> converted(Given{&given, 0});
     list.Add(std::move(Value(converted.Get()).Get()));
 }

@@ -93,8 +93,36 @@ namespace
         return DISP_E_EXCEPTION;
     }
     if (call.result)
-        std::swap(*call.result, static_cast<VARIANT&>(result));
+    {
+        *call.result = result;
+        VariantInit(&result);
+    }
     return S_OK;
+}
+
+[[nodiscard]] HRESULT TryInvoke(const ClassInfo& info, Facade& object, const Call& call) noexcept
+{
+    if (!IsSame(call.iid, kNoInterface))
+        return DISP_E_UNKNOWNINTERFACE;
+    if (!call.arguments || (call.arguments->cArgs > 0 && !call.arguments->rgvarg))
+        return E_INVALIDARG;
+    const Member* const member = Find(info, call.id, call.flags);
+    if (!member)
+        return DISP_E_MEMBERNOTFOUND;
+    try
+    {
+        return InvokeMember(*member, object, call);
+    }
+    catch (const BadArgument& bad)
+    {
+        if (call.badArgument)
+            *call.badArgument = bad.index;
+        return bad.status;
+    }
+    catch (...)
+    {
+        return StatusOfException();
+    }
 }
 
 } // namespace
@@ -145,9 +173,11 @@ HRESULT GetTypeInfo(const ClassInfo& info, UINT number, ITypeInfo** result) noex
 
 HRESULT GetIDsOfNames(const ClassInfo& info, REFIID iid, LPOLESTR* names, UINT count, DISPID* ids) noexcept
 {
-    if (!names || !ids || count == 0)
-        return E_INVALIDARG;
+    if (!ids)
+        return E_POINTER;
     std::fill_n(ids, count, DISPID_UNKNOWN);
+    if (!names || count == 0 || std::find(names, names + count, nullptr) != names + count)
+        return E_INVALIDARG;
     if (!IsSame(iid, kNoInterface))
         return DISP_E_UNKNOWNINTERFACE;
     const auto member = std::find_if(info.members.begin(), info.members.end(),
@@ -171,29 +201,11 @@ HRESULT GetIDsOfNames(const ClassInfo& info, REFIID iid, LPOLESTR* names, UINT c
 
 HRESULT Invoke(const ClassInfo& info, Facade& object, const Call& call) noexcept
 {
-    if (call.result)
+    const HRESULT status = TryInvoke(info, object, call);
+    // Only now: a host may want the result where an argument stands.
+    if (FAILED(status) && call.result)
         VariantInit(call.result);
-    if (!IsSame(call.iid, kNoInterface))
-        return DISP_E_UNKNOWNINTERFACE;
-    if (!call.arguments || (call.arguments->cArgs > 0 && !call.arguments->rgvarg))
-        return E_INVALIDARG;
-    const Member* const member = Find(info, call.id, call.flags);
-    if (!member)
-        return DISP_E_MEMBERNOTFOUND;
-    try
-    {
-        return InvokeMember(*member, object, call);
-    }
-    catch (const BadArgument& bad)
-    {
-        if (call.badArgument)
-            *call.badArgument = bad.index;
-        return bad.status;
-    }
-    catch (...)
-    {
-        return StatusOfException();
-    }
+    return status;
 }
 
 } // namespace ZLMIM::Component

@@ -32,6 +32,7 @@ HRESULT ListEnumerator::Next(ULONG count, VARIANT* entries, ULONG* fetched) noex
         *fetched = 0;
     if ((!entries && count > 0) || (!fetched && count != 1))
         return E_POINTER;
+    std::for_each_n(entries, count, [](VARIANT& entry) { VariantInit(&entry); });
     ULONG given = 0;
     for (; given < count && mPassed < mCount(mList.get()); ++given, ++mPassed)
     {

@@ -2,6 +2,7 @@
 #include "zlmim/component/classes.h"
 #include "zlmim/component/counted.h"
 #include "zlmim/component/dispatch.h"
+#include "zlmim/component/live_count.h"
 #include "zlmim/component/platform.h"
 #include "zlmim/component/status.h"
 
@@ -40,7 +41,19 @@ public:
 
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) noexcept override
     {
-        LiveCount += lock ? 1 : -1;
+        if (lock)
+        {
+            ++LockCount;
+            ++LiveCount;
+            return S_OK;
+        }
+        long locks = LockCount;
+        do
+        {
+            if (locks == 0)
+                return E_FAIL;
+        } while (!LockCount.compare_exchange_weak(locks, locks - 1));
+        --LiveCount;
         return S_OK;
     }
 

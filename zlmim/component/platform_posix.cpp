@@ -40,34 +40,32 @@ public:
     ULONG Release() noexcept override { return static_cast<ULONG>(--LiveCount); }
     HRESULT RecordInit(void* record) noexcept override
     {
+        if (!record)
+            return E_INVALIDARG;
         std::memset(record, 0, mType.size);
         return S_OK;
     }
     HRESULT RecordClear(void* record) noexcept override { return RecordInit(record); }
     HRESULT RecordCopy(void* from, void* to) noexcept override
     {
-        std::memcpy(to, from, mType.size);
+        if (!from || !to)
+            return E_INVALIDARG;
+        std::memmove(to, from, mType.size);
         return S_OK;
     }
-    HRESULT GetGuid(GUID* guid) noexcept override
-    {
-        *guid = mType.guid;
-        return S_OK;
-    }
+    HRESULT GetGuid(GUID* guid) noexcept override { return Give(guid, mType.guid); }
     HRESULT GetName(BSTR* name) noexcept override
     {
+        if (const HRESULT status = Give<BSTR>(name, nullptr); FAILED(status))
+            return status;
         const std::string_view given(mType.name);
         return Guarded([&] { *name = Text::Allocate(std::u16string(given.begin(), given.end())); });
     }
-    HRESULT GetSize(ULONG* size) noexcept override
-    {
-        *size = static_cast<ULONG>(mType.size);
-        return S_OK;
-    }
+    HRESULT GetSize(ULONG* size) noexcept override { return Give(size, static_cast<ULONG>(mType.size)); }
     HRESULT GetTypeInfo(ITypeInfo** info) noexcept override
     {
-        *info = nullptr;
-        return E_NOTIMPL;
+        const HRESULT status = Give<ITypeInfo*>(info, nullptr);
+        return FAILED(status) ? status : E_NOTIMPL;
     }
     HRESULT GetField(void*, LPCOLESTR, VARIANT*) noexcept override { return E_NOTIMPL; }
     HRESULT GetFieldNoCopy(void*, LPCOLESTR, VARIANT*, void**) noexcept override { return E_NOTIMPL; }
@@ -82,6 +80,10 @@ public:
     void* RecordCreate() noexcept override { return std::calloc(1, mType.size); }
     HRESULT RecordCreateCopy(void* from, void** copy) noexcept override
     {
+        if (const HRESULT status = Give<void*>(copy, nullptr); FAILED(status))
+            return status;
+        if (!from)
+            return E_INVALIDARG;
         *copy = std::malloc(mType.size);
         return *copy ? RecordCopy(from, *copy) : E_OUTOFMEMORY;
     }
@@ -92,6 +94,15 @@ public:
     }
 
 private:
+    template <class T>
+    static HRESULT Give(T* place, T value) noexcept
+    {
+        if (!place)
+            return E_POINTER;
+        *place = value;
+        return S_OK;
+    }
+
     const RecordType& mType;
 };
 

@@ -106,6 +106,19 @@ template <class Slot, class R, class... A>
     return InvokeSlot<Slot, R, A...>(object, given, result, std::index_sequence_for<A...>());
 }
 
+/// Leaves in `place` what `make` gives; nothing where that fails. Only then or at the end: the place may be
+/// that of an argument as well.
+template <class T, class Make>
+[[nodiscard]] HRESULT Give(T* place, const Make& make) noexcept
+{
+    if (!place)
+        return E_POINTER;
+    const HRESULT status = Guarded([&] { *place = make(); });
+    if (FAILED(status))
+        *place = {};
+    return status;
+}
+
 /// Reads a property.
 template <auto kGet>
 struct GetSlot
@@ -115,10 +128,7 @@ struct GetSlot
 
     static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename Wire<T>::Type* result) noexcept
     {
-        if (!result)
-            return E_POINTER;
-        *result = {};
-        return Guarded([&] { *result = Wire<T>::Out(std::invoke(kGet, ObjectOf<Class>(object))); });
+        return Give(result, [&] { return Wire<T>::Out(std::invoke(kGet, ObjectOf<Class>(object))); });
     }
 
     [[nodiscard]] static constexpr Member Describe(const char* name, const char* help)
@@ -202,11 +212,8 @@ struct TypedMethodSlot
     static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename A::Type... given,
                                           typename Wire<R>::Type* result) noexcept
     {
-        if (!result)
-            return E_POINTER;
-        *result = {};
-        return Guarded([&]
-                       { *result = Wire<R>::Out(CallWith<kFunction>(ObjectOf<C>(object), A(given)...)); });
+        return Give(result,
+                    [&] { return Wire<R>::Out(CallWith<kFunction>(ObjectOf<C>(object), A(given)...)); });
     }
 };
 

@@ -60,6 +60,8 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
 
     if (load.IsSpent())
         return;
+    if (!Mesh || (!AnimFile.empty() && !anim))
+        throw std::invalid_argument("an entry is loaded into its mesh and its animation");
     static_cast<void>(Mesh->Load(MeshFile, load.Names())); // a mesh that doesn't load stops nothing
     if (!AnimFile.empty())
         static_cast<void>(anim->Load(AnimFile, load.Names())); // nor does an animation

@@ -59,7 +59,8 @@ public:
     /// nothing. All names but those of files match in any letter case: `AttPar` and `AttName` come back in
     /// lower case.
     /// @throws BoundsError, OverflowError from the readers; the entry stays in the table
-    /// @throws std::invalid_argument if there is no model, or it has no `MeshTable`
+    /// @throws std::invalid_argument if there is no model, or it has no `MeshTable`; if the entry has no
+    /// `Mesh`, or no `anim` for an animation, then it stays in the table
     /// @throws std::bad_weak_ptr if the entry isn't held by a `std::shared_ptr`
     void Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
               const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,

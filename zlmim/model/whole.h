@@ -22,7 +22,8 @@ namespace ZLMIM
 ///   part holds the owner as well.
 /// - A reference that a host writes is held as it was written, counted. A host that makes two objects
 ///   refer to each other, where they aren't of one whole, ties a ring that it must untie itself, by
-///   writing an empty reference. A tree that it builds by itself goes level by level, by recursion.
+///   writing an empty reference. A tree that it builds by itself goes level by level, by recursion: chains of
+///   more than 5,000 levels may be too much for the stack.
 ///
 /// An object that a host makes by itself belongs to no whole, and all its references are counted.
 class Membership

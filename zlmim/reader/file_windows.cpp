@@ -37,6 +37,8 @@ FileSystemError::Code File::LastFailure() noexcept
     case ERROR_BAD_NET_NAME:
         return FileSystemError::Code::NoSuchFile;
     case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
         return FileSystemError::Code::NoPermission;
     default:
         return FileSystemError::Code::ReadError;
