@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <initializer_list>
 
 namespace ZLMIM::Component
@@ -41,12 +42,9 @@ namespace ZLMIM::Component
     return guid;
 }
 
-[[nodiscard]] constexpr bool IsSame(const GUID& a, const GUID& b) noexcept
+[[nodiscard]] inline bool IsSame(const GUID& a, const GUID& b) noexcept
 {
-    bool isSame = a.Data1 == b.Data1 && a.Data2 == b.Data2 && a.Data3 == b.Data3;
-    for (int i = 0; i < 8; ++i)
-        isSame = isSame && a.Data4[i] == b.Data4[i];
-    return isSame;
+    return std::memcmp(&a, &b, sizeof(a)) == 0;
 }
 
 inline constexpr GUID kNoInterface{};
