@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace ZLMIM
+namespace ZLMIM::Examples
 {
 
 /// The arguments of the program, its name first: in UTF-8 on Windows, elsewhere the bytes that it was given.
@@ -21,10 +21,13 @@ private:
     std::vector<const char*> mPointers;
 };
 
+/// The name, with backslashes, that `Load` takes for a path from the command line.
+[[nodiscard]] std::u16string FileName(const std::string& path);
+
 /// Until the program ends, what is written to standard output arrives there byte by byte, and a console takes
 /// it as UTF-8. What nobody reads any more makes a write fail.
 void SetUpOutput();
 
-} // namespace ZLMIM
+} // namespace ZLMIM::Examples
 
 #endif

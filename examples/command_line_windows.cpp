@@ -11,7 +11,7 @@
 
 #include <shellapi.h>
 
-namespace ZLMIM
+namespace ZLMIM::Examples
 {
 
 // The narrow arguments have lost what the system's code page lacks.
@@ -40,4 +40,4 @@ void SetUpOutput()
         ::SetConsoleOutputCP(CP_UTF8);
 }
 
-} // namespace ZLMIM
+} // namespace ZLMIM::Examples

@@ -7,9 +7,9 @@
 namespace ZLMIM::Inspect
 {
 
-void WriteJson(const Asset& asset, std::ostream& out)
+void WriteJson(const Examples::Asset& asset, std::ostream& out)
 {
-    const Outcome& outcome = asset.Outcome;
+    const Examples::Outcome& outcome = asset.Outcome;
     Json json;
     json["Load"] = outcome.Raised.empty() ? Json(outcome.IsLoaded) : Json(outcome.Raised);
     Json object = std::visit([](const auto& held) { return ToJson(*held); }, asset.Object);

@@ -1,13 +1,11 @@
-#include "asset.h"
 #include "json.h"
 #include "tree.h"
 
+#include "examples/asset.h"
 #include "examples/command_line.h"
-#include "zlmim/reader/system_name.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -15,6 +13,7 @@
 namespace
 {
 
+using namespace ZLMIM::Examples;
 using namespace ZLMIM::Inspect;
 
 constexpr int kFailed = 1;
@@ -28,9 +27,7 @@ struct CommandLine
 
 int Run(const CommandLine& commandLine)
 {
-    std::u16string name = ZLMIM::FromSystemName(commandLine.Path);
-    std::replace(name.begin(), name.end(), u'/', u'\\');
-    const Asset asset = LoadAsset(name);
+    const Asset asset = LoadAsset(FileName(commandLine.Path));
     if (commandLine.IsJson)
     {
         WriteJson(asset, std::cout);
@@ -52,8 +49,8 @@ int Run(const CommandLine& commandLine)
 
 int main(int argc, char** argv)
 {
-    const ZLMIM::Arguments arguments(argc, argv);
-    ZLMIM::SetUpOutput();
+    const Arguments arguments(argc, argv);
+    SetUpOutput();
     CommandLine commandLine;
     CLI::App app("Shows what a mesh (.im), an animation (.kin) or an asset (config.txt) of the ZLM railway "
                  "simulator holds.");

@@ -62,7 +62,7 @@ std::string Title(const ZLMModel&) { return "Asset"; }
 std::string Title(const Anim& anim) { return Printable(anim.FileName) + ": animation"; }
 
 template <class Object>
-std::string OutcomeText(const Object& object, const Outcome& outcome)
+std::string OutcomeText(const Object& object, const Examples::Outcome& outcome)
 {
     if (outcome.IsLoaded)
         return "loaded";
@@ -86,7 +86,7 @@ std::string Draw(const Node& root)
     return text;
 }
 
-std::string TreeText(const Asset& asset)
+std::string TreeText(const Examples::Asset& asset)
 {
     return std::visit(
         [&asset](const auto& object)

@@ -1,7 +1,7 @@
 #ifndef INSPECT_TREE_H
 #define INSPECT_TREE_H
 
-#include "asset.h"
+#include "examples/asset.h"
 
 #include <string>
 #include <string_view>
@@ -42,7 +42,7 @@ struct Node
 [[nodiscard]] Node ToTree(const ZLMModel& model);
 
 /// The file and how its load ended, then the object's tree.
-[[nodiscard]] std::string TreeText(const Asset& asset);
+[[nodiscard]] std::string TreeText(const Examples::Asset& asset);
 
 } // namespace ZLMIM::Inspect
 

@@ -8,7 +8,7 @@
 
 int main(int argc, char** argv)
 {
-    const ZLMIM::Arguments arguments(argc, argv);
+    const ZLMIM::Examples::Arguments arguments(argc, argv);
     CLI::App app("Writes a small set of sample assets into a folder.");
     std::string folder;
     app.add_option("FOLDER", folder, "Where to write; made if it doesn't exist")->required();

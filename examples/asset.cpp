@@ -1,11 +1,11 @@
-#include "asset.h"
+#include "examples/asset.h"
 
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
 #include <new>
 
-namespace ZLMIM::Inspect
+namespace ZLMIM::Examples
 {
 namespace
 {
@@ -72,4 +72,4 @@ Asset LoadAssetBytes(const std::u16string& name, std::span<const std::byte> byte
 
 int ExitStatus(const Outcome& outcome) { return outcome.IsLoaded ? 0 : 1; }
 
-} // namespace ZLMIM::Inspect
+} // namespace ZLMIM::Examples

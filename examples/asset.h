@@ -1,5 +1,5 @@
-#ifndef INSPECT_ASSET_H
-#define INSPECT_ASSET_H
+#ifndef ZLMIM_EXAMPLES_ASSET_H
+#define ZLMIM_EXAMPLES_ASSET_H
 
 #include "zlmim/anim/anim.h"
 #include "zlmim/config/zlm_model.h"
@@ -11,7 +11,7 @@
 #include <string>
 #include <variant>
 
-namespace ZLMIM::Inspect
+namespace ZLMIM::Examples
 {
 
 /// How a load ended.
@@ -29,7 +29,7 @@ struct Outcome
 struct Asset
 {
     std::variant<std::shared_ptr<Mesh>, std::shared_ptr<Anim>, std::shared_ptr<ZLMModel>> Object;
-    ZLMIM::Inspect::Outcome Outcome;
+    ZLMIM::Examples::Outcome Outcome;
 };
 
 /// Loads the file of that name (with backslashes) into the class that its ending asks for, letter case
@@ -42,6 +42,6 @@ struct Asset
 /// 0 for a load that answered true, else 1.
 [[nodiscard]] int ExitStatus(const Outcome& outcome);
 
-} // namespace ZLMIM::Inspect
+} // namespace ZLMIM::Examples
 
 #endif
