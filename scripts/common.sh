@@ -4,6 +4,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev)
 test_packages=("${build_packages[@]}" libgtest-dev)
+package_packages=(g++ cmake ninja-build dpkg-dev file lintian)
 
 # Installs those of the named packages that are missing.
 need_packages() {

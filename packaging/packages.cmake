@@ -1,0 +1,51 @@
+# `cpack -G DEB` makes two packages: libzlmim1 with what programs load, and libzlmim-dev with what builds on it.
+# The preset `package` has the folders of a Debian system. Who hands packages on names themselves by
+# `cpack -G DEB -D CPACK_PACKAGE_CONTACT="Name <address>"`.
+set(CPACK_PACKAGE_VENDOR "The ZLMIM developers")
+set(CPACK_PACKAGE_CONTACT "The ZLMIM developers <developers@zlmim.invalid>")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "library that reads the 3D assets of the ZLM railway simulator")
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL runtime dev)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+
+set(runtime libzlmim${PROJECT_VERSION_MAJOR})
+set(description "It loads meshes, animations and asset descriptions, with the meshes,
+animations and further assets that they name, into an object model.
+.
+This package has")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_RUNTIME_DESCRIPTION "${description} the shared library, and the component for hosts that
+load it while they run.")
+
+set(CPACK_DEBIAN_DEV_PACKAGE_NAME libzlmim-dev)
+set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${runtime} (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
+set(CPACK_DEBIAN_DEV_DESCRIPTION "${description} the headers, the static library, and what CMake
+and pkg-config need to find them.")
+
+# What a Debian package tells of itself, in its folder of documentation.
+find_program(GZIP gzip)
+if(GZIP)
+    set(folder ${PROJECT_BINARY_DIR}/packaging)
+    string(TIMESTAMP date "%a, %d %b %Y %H:%M:%S +0000" UTC)
+    configure_file(packaging/changelog.Debian.in ${folder}/changelog.Debian @ONLY)
+    configure_file(CHANGELOG.md ${folder}/changelog COPYONLY)
+    execute_process(COMMAND ${GZIP} -9nkf changelog changelog.Debian
+        WORKING_DIRECTORY ${folder} COMMAND_ERROR_IS_FATAL ANY)
+    foreach(component IN ITEMS RUNTIME DEV)
+        string(TOLOWER ${component} lower)
+        install(FILES packaging/copyright ${folder}/changelog.gz ${folder}/changelog.Debian.gz
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${component}_PACKAGE_NAME}
+            COMPONENT ${lower})
+    endforeach()
+endif()
+include(CPack)
