@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Shared by the scripts: the project's root as the working folder, and the packages that a step needs.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

@@ -46,7 +46,7 @@ public:
         if (text.size() > std::numeric_limits<UINT>::max() / 4)
             throw std::bad_alloc();
         // The characters of some systems are a type of their own, with 16 bits as well.
-        BSTR const allocated = SysAllocStringLen(nullptr, static_cast<UINT>(text.size()));
+        auto* const allocated = SysAllocStringLen(nullptr, static_cast<UINT>(text.size()));
         if (!allocated)
             throw std::bad_alloc();
         std::copy(text.begin(), text.end(), allocated);

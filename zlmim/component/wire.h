@@ -109,7 +109,6 @@ struct Wire<std::shared_ptr<T>>
     [[nodiscard]] static Type Out(std::shared_ptr<T> value) noexcept { return Expose(std::move(value)); }
     [[nodiscard]] static Type& Of(VARIANT& variant) noexcept
     {
-        static_assert(sizeof(Type) == sizeof(variant.pdispVal));
         return reinterpret_cast<Type&>(variant.pdispVal);
     }
 };

@@ -18,10 +18,12 @@ class Facade
 public:
     Facade() = default;
     Facade(const Facade&) noexcept {}
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp): takes nothing over.
     Facade& operator=(const Facade&) noexcept { return *this; }
     ~Facade() = default;
 
-    /// What a host's pointer to the object points at: the table of its functions, none while no host holds it.
+    /// What a host's pointer to the object points at: the table of its functions, none while no host holds
+    /// it.
     const void* Functions = nullptr;
     /// Counted references of hosts.
     std::atomic<std::uint32_t> References = 0;
