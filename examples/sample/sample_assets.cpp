@@ -100,9 +100,19 @@ std::map<std::string, std::string> SampleAssets()
     };
 }
 
+std::map<std::string, std::string> SamplePictures()
+{
+    std::map<std::string, std::string> pictures;
+    for (const std::string name : {"underframe", "planks", "planks_bump", "doors", "sky", "load/crate"})
+        pictures.emplace("assets/wagon/" + name + ".tga", WhitePicture().Str());
+    return pictures;
+}
+
 void WriteSampleAssets(const std::filesystem::path& folder)
 {
-    for (const auto& [name, bytes] : SampleAssets())
+    auto files = SampleAssets();
+    files.merge(SamplePictures());
+    for (const auto& [name, bytes] : files)
     {
         const std::filesystem::path path = folder / name;
         std::filesystem::create_directories(path.parent_path());

@@ -243,4 +243,21 @@ Bytes PantographMesh()
     return file;
 }
 
+Bytes WhitePicture()
+{
+    constexpr std::int32_t kSide = 8;
+    constexpr char kTrueColour = 2;
+    constexpr char kBitsPerPixel = 24;
+    constexpr std::size_t kBytes = std::size_t{kSide} * kSide * kBitsPerPixel / 8;
+    return Bytes()
+        .Zeros(2)
+        .Record(kTrueColour)
+        .Zeros(9)
+        .Short(kSide)
+        .Short(kSide)
+        .Record(kBitsPerPixel)
+        .Zeros(1)
+        .Text(std::string(kBytes, '\xFF'));
+}
+
 } // namespace Sample

@@ -25,6 +25,9 @@ using ZLMIM::Testing::Bytes;
 /// A pantograph of a few bars.
 [[nodiscard]] Bytes PantographMesh();
 
+/// A small TGA picture, white, so that each surface has the colour of its material.
+[[nodiscard]] Bytes WhitePicture();
+
 } // namespace Sample
 
 #endif
