@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev)
+build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libboost-dev)
 test_packages=("${build_packages[@]}" libgtest-dev)
 package_packages=(g++ cmake ninja-build dpkg-dev file lintian)
 

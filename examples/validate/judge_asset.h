@@ -1,0 +1,26 @@
+#ifndef VALIDATE_JUDGE_ASSET_H
+#define VALIDATE_JUDGE_ASSET_H
+
+#include "judged_files.h"
+#include "kuid_search.h"
+#include "located_file.h"
+
+#include "zlmim/reader/file_names.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ZLMIM::Validate
+{
+
+/// Judges the asset of a config that has been claimed, with its meshes and animations, as a host loads it
+/// whose working folder is the asset's. Answers the configs of the assets that it refers to, which it leaves
+/// alone.
+[[nodiscard]] std::vector<std::u16string> JudgeAsset(const std::u16string& name, const LocatedFile& file,
+                                                     const std::shared_ptr<FileNames>& names,
+                                                     JudgedFiles& judged, KuidSearch& search);
+
+} // namespace ZLMIM::Validate
+
+#endif

@@ -1,0 +1,103 @@
+#include "kuid_search.h"
+
+#include "zlmim/config/config_line.h"
+#include "zlmim/model/errors.h"
+#include "zlmim/model/text.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace ZLMIM::Validate
+{
+namespace
+{
+
+constexpr std::u16string_view kConfigName = u"config.txt";
+
+/// The first kuid of a config, in lower case.
+std::optional<std::u16string> Kuid(TextStream& stream)
+{
+    std::u16string key;
+    std::u16string value;
+    while (!stream.AtEndOfStream())
+    {
+        ReadConfigLine(stream, key, value);
+        if (key == u"kuid")
+            return LowerCase(value);
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+KuidIndex::KuidIndex(const Folder& start, FileSystem& files)
+{
+    for (const auto& folder : start.SubFolders())
+    {
+        Take(*folder, files);
+        for (const auto& child : folder->SubFolders())
+            Take(*child, files);
+    }
+    const auto failed = std::find_if(mConfigs.begin(), mConfigs.end(),
+                                     [](const FoundConfig& config) { return !config.Failure.empty(); });
+    mFirstFailure = static_cast<std::size_t>(failed - mConfigs.begin());
+}
+
+void KuidIndex::Take(const Folder& folder, FileSystem& files)
+{
+    FoundConfig config;
+    std::optional<std::u16string> kuid;
+    try
+    {
+        const auto stream = files.OpenIfExists(folder, kConfigName);
+        if (!stream)
+            return;
+        kuid = Kuid(*stream);
+        if (!kuid)
+            return;
+    }
+    catch (const FileSystemError& error)
+    {
+        config.Failure = error.what();
+    }
+    config.Path = (folder.Path() += u'\\') += kConfigName;
+    config.Identity = files.FileIdentity(config.Path);
+    if (kuid)
+        mByKuid[*kuid].push_back(mConfigs.size());
+    mConfigs.push_back(std::move(config));
+}
+
+KuidIndex::Match KuidIndex::Find(const std::u16string& kuid) const
+{
+    Match match;
+    const auto found = mByKuid.find(kuid);
+    std::size_t first = mConfigs.size();
+    if (found != mByKuid.end())
+    {
+        first = found->second.front();
+        for (const std::size_t place : found->second)
+            match.Configs.push_back(&mConfigs[place]);
+    }
+    if (mFirstFailure < first)
+        match.Failure = &mConfigs[mFirstFailure];
+    return match;
+}
+
+const KuidIndex& KuidSearch::From(const std::u16string& folder, FileSystem& files)
+{
+    // Two levels up, or to the root where that comes first.
+    auto start = files.GetFolder(folder);
+    for (int level = 0; level < 2 && !start->IsRootFolder(); ++level)
+        start = start->ParentFolder();
+    Slot* slot = nullptr;
+    {
+        const std::lock_guard lock(mMutex);
+        slot = &mSlots[start->Path()];
+    }
+    std::call_once(slot->Once, [&] { slot->Index = std::make_unique<KuidIndex>(*start, files); });
+    return *slot->Index;
+}
+
+} // namespace ZLMIM::Validate

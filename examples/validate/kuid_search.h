@@ -1,0 +1,75 @@
+#ifndef VALIDATE_KUID_SEARCH_H
+#define VALIDATE_KUID_SEARCH_H
+
+#include "zlmim/config/file_system.h"
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace ZLMIM::Validate
+{
+
+/// A config that a search met.
+struct FoundConfig
+{
+    std::u16string Path;
+    /// The same for all paths to it.
+    std::u16string Identity;
+    /// Why it couldn't be read; empty if it could. A search ends there.
+    std::string Failure;
+};
+
+/// All configs in the two levels of folders below a start folder, in the order in which a search for a kuid
+/// goes through them: where a model stops at the first that answers, this finds the others as well.
+class KuidIndex
+{
+public:
+    KuidIndex(const Folder& start, FileSystem& files);
+
+    struct Match
+    {
+        /// What a search finds first, and what it would find then.
+        std::vector<const FoundConfig*> Configs;
+        /// What it fails at before; nullptr if it doesn't.
+        const FoundConfig* Failure = nullptr;
+    };
+    /// The configs whose kuid, in lower case, is `kuid`.
+    [[nodiscard]] Match Find(const std::u16string& kuid) const;
+
+private:
+    void Take(const Folder& folder, FileSystem& files);
+
+    std::vector<FoundConfig> mConfigs;
+    /// Places in `mConfigs`, in their order.
+    std::unordered_map<std::u16string, std::vector<std::size_t>> mByKuid;
+    /// Place of the first config with a failure; behind the last without one.
+    std::size_t mFirstFailure = 0;
+};
+
+/// The indexes of a run, each made once, by whichever thread needs it first.
+class KuidSearch
+{
+public:
+    /// The index that serves the references of a config in that folder (with a backslash).
+    /// @throws FileSystemError if there is no such folder
+    [[nodiscard]] const KuidIndex& From(const std::u16string& folder, FileSystem& files);
+
+private:
+    struct Slot
+    {
+        std::once_flag Once;
+        std::unique_ptr<KuidIndex> Index;
+    };
+
+    std::mutex mMutex;
+    std::map<std::u16string, Slot> mSlots;
+};
+
+} // namespace ZLMIM::Validate
+
+#endif

@@ -1,0 +1,59 @@
+#include "located_file.h"
+
+#include "words.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace ZLMIM::Validate
+{
+
+std::optional<LocatedFile> Locate(std::u16string_view name, FileNames& names)
+{
+    const FoundFile* found = names.Find(name);
+    if (!found || found->kind != FoundFile::Kind::File)
+        return std::nullopt;
+    LocatedFile file;
+    file.Key.File = found->identity;
+    file.Shown = ShownName(found->systemName);
+    const std::size_t separator = found->systemName.find_last_of(kSystemSeparator);
+    if (separator != SystemName::npos)
+        file.Folder = found->systemName.substr(0, separator + 1);
+    const FoundFile* const folder = names.Find(file.Folder.empty() ? u"." : FromSystemPath(file.Folder));
+    if (folder)
+        file.Key.Folder = folder->identity;
+    return file;
+}
+
+std::u16string ShownName(const SystemName& systemName)
+{
+    std::filesystem::path path = ToPath(systemName).lexically_normal();
+    std::error_code failure;
+    auto folder = std::filesystem::current_path(failure).native();
+    folder += std::filesystem::path::preferred_separator;
+    if (!failure && path.native().starts_with(folder))
+        path = path.native().substr(folder.size());
+    std::u16string shown = ToName(path);
+    std::replace(shown.begin(), shown.end(), u'\\', static_cast<char16_t>(kSystemSeparator));
+    return shown;
+}
+
+std::string QuotedFile(std::u16string_view name) { return Quoted(ShownName(ToSystemName(name))); }
+
+std::filesystem::path ToPath(SystemNameView systemName)
+{
+    return std::filesystem::path::string_type(systemName.begin(), systemName.end());
+}
+
+std::u16string ToName(const std::filesystem::path& path)
+{
+    return FromSystemPath(SystemName(path.native().begin(), path.native().end()));
+}
+
+std::u16string FolderOf(std::u16string_view name)
+{
+    const std::size_t backslash = name.rfind(u'\\');
+    return backslash == std::u16string_view::npos ? u".\\" : std::u16string(name.substr(0, backslash + 1));
+}
+
+} // namespace ZLMIM::Validate

@@ -1,0 +1,57 @@
+#ifndef VALIDATE_LOCATED_FILE_H
+#define VALIDATE_LOCATED_FILE_H
+
+#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/system_name.h"
+
+#include <compare>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace ZLMIM::Validate
+{
+
+/// Tells files apart, by whatever names they are reached. The folder counts: a file that stands in two
+/// folders, by links, has other files beside it in each.
+struct FileKey
+{
+    std::pair<std::uint64_t, std::uint64_t> File;
+    std::pair<std::uint64_t, std::uint64_t> Folder;
+
+    auto operator<=>(const FileKey&) const = default;
+};
+
+/// A regular file that stands under a name.
+struct LocatedFile
+{
+    FileKey Key;
+    /// Its folder as the system calls it, with a separator behind it; empty for the working folder.
+    SystemName Folder;
+    /// The name to show, see `ShownName`.
+    std::u16string Shown;
+};
+
+/// The file under a name in the object model's form; none if there is none.
+[[nodiscard]] std::optional<LocatedFile> Locate(std::u16string_view name, FileNames& names);
+
+/// A name as the system's users write it, without detours, and relative to the working folder where it lies
+/// below that.
+[[nodiscard]] std::u16string ShownName(const SystemName& systemName);
+
+/// The name to show for one in the object model's form, in a message.
+[[nodiscard]] std::string QuotedFile(std::u16string_view name);
+
+/// A path, and a name in the object model's form, from one another.
+[[nodiscard]] std::filesystem::path ToPath(SystemNameView systemName);
+[[nodiscard]] std::u16string ToName(const std::filesystem::path& path);
+
+/// The folder part of a name in the object model's form, with its backslash; `.\` for a name without one.
+[[nodiscard]] std::u16string FolderOf(std::u16string_view name);
+
+} // namespace ZLMIM::Validate
+
+#endif
