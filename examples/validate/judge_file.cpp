@@ -50,7 +50,7 @@ Report ReportOn(const Mesh& mesh, const Outcome& outcome, const LocatedFile& fil
     }
     for (std::int32_t number = 1; const auto& chunk : mesh.Chunks->Entries())
         JudgeGeometry(*chunk->Geometry, ChunkPlace(number++), report);
-    JudgeMaterials(mesh, file.Folder, names, report);
+    JudgeMaterials(mesh, file.Folder(), names, report);
     JudgeSkeleton(mesh, report);
     return report;
 }

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <utility>
 
 namespace ZLMIM::Validate
@@ -28,7 +29,8 @@ class ReferenceJudge
 {
 public:
     ReferenceJudge(const std::u16string& config, FileSystem& files, KuidSearch& search, Report& report)
-        : mFolder(FolderOf(config)), mFiles(files), mIndex(search.From(mFolder, files)), mReport(report)
+        : mFiles(files), mFolder(files.GetFolder(FolderOf(config))), mIndex(search.From(mFolder, files)),
+          mReport(report)
     {
     }
 
@@ -48,7 +50,8 @@ public:
             paths.push_back(path);
             identities.push_back(identity);
         };
-        const std::u16string candidate = mFolder + u"..\\" + FolderName(kuid) + u"\\config.txt";
+        const auto above = mFolder->IsRootFolder() ? mFolder : mFolder->ParentFolder();
+        const std::u16string candidate = above->Path() + u"\\" + FolderName(kuid) + u"\\config.txt";
         if (mFiles.FileExists(candidate))
             add(candidate, mFiles.FileIdentity(candidate));
         else if (match.Failure)
@@ -84,8 +87,8 @@ public:
     }
 
 private:
-    std::u16string mFolder;
     FileSystem& mFiles;
+    std::shared_ptr<Folder> mFolder;
     const KuidIndex& mIndex;
     Report& mReport;
 };

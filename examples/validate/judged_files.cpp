@@ -8,7 +8,7 @@ namespace ZLMIM::Validate
 namespace
 {
 
-bool IsBetter(const std::u16string& name, const std::u16string& other)
+bool IsBetter(const SystemName& name, const SystemName& other)
 {
     return name.size() != other.size() ? name.size() < other.size() : name < other;
 }
@@ -19,8 +19,8 @@ bool JudgedFiles::Claim(const LocatedFile& file)
 {
     const std::lock_guard lock(mMutex);
     const auto [known, isNew] = mFiles.try_emplace(file.Key);
-    if (isNew || IsBetter(file.Shown, known->second.Shown))
-        known->second.Shown = file.Shown;
+    if (isNew || IsBetter(file.Name, known->second.Name))
+        known->second.Name = file.Name;
     return isNew;
 }
 
@@ -42,9 +42,12 @@ std::vector<Finding> JudgedFiles::Findings() const
     std::vector<Finding> findings;
     for (const auto& [key, file] : mFiles)
     {
+        if (file.Report.Findings().empty())
+            continue;
+        const std::u16string shown = ShownName(file.Name);
         for (Finding finding : file.Report.Findings())
         {
-            finding.File = file.Shown;
+            finding.File = shown;
             findings.push_back(std::move(finding));
         }
     }

@@ -32,7 +32,7 @@ public:
 private:
     struct File
     {
-        std::u16string Shown;
+        SystemName Name;
         Validate::Report Report;
     };
 

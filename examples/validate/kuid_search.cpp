@@ -85,10 +85,10 @@ KuidIndex::Match KuidIndex::Find(const std::u16string& kuid) const
     return match;
 }
 
-const KuidIndex& KuidSearch::From(const std::u16string& folder, FileSystem& files)
+const KuidIndex& KuidSearch::From(const std::shared_ptr<Folder>& folder, FileSystem& files)
 {
     // Two levels up, or to the root where that comes first.
-    auto start = files.GetFolder(folder);
+    auto start = folder;
     for (int level = 0; level < 2 && !start->IsRootFolder(); ++level)
         start = start->ParentFolder();
     Slot* slot = nullptr;

@@ -55,9 +55,8 @@ private:
 class KuidSearch
 {
 public:
-    /// The index that serves the references of a config in that folder (with a backslash).
-    /// @throws FileSystemError if there is no such folder
-    [[nodiscard]] const KuidIndex& From(const std::u16string& folder, FileSystem& files);
+    /// The index that serves the references of a config in that folder.
+    [[nodiscard]] const KuidIndex& From(const std::shared_ptr<Folder>& folder, FileSystem& files);
 
 private:
     struct Slot

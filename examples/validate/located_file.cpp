@@ -10,17 +10,12 @@ namespace ZLMIM::Validate
 
 std::optional<LocatedFile> Locate(std::u16string_view name, FileNames& names)
 {
-    const FoundFile* found = names.Find(name);
+    const FoundFile* const found = names.Find(name);
     if (!found || found->kind != FoundFile::Kind::File)
         return std::nullopt;
-    LocatedFile file;
-    file.Key.File = found->identity;
-    file.Shown = ShownName(found->systemName);
-    const std::size_t separator = found->systemName.find_last_of(kSystemSeparator);
-    if (separator != SystemName::npos)
-        file.Folder = found->systemName.substr(0, separator + 1);
-    const FoundFile* const folder = names.Find(file.Folder.empty() ? u"." : FromSystemPath(file.Folder));
-    if (folder)
+    LocatedFile file = {{found->identity, {}}, found->systemName};
+    const SystemName folderName = file.Folder();
+    if (const FoundFile* const folder = names.Find(folderName.empty() ? u"." : FromSystemPath(folderName)))
         file.Key.Folder = folder->identity;
     return file;
 }

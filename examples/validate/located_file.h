@@ -29,10 +29,11 @@ struct FileKey
 struct LocatedFile
 {
     FileKey Key;
-    /// Its folder as the system calls it, with a separator behind it; empty for the working folder.
-    SystemName Folder;
-    /// The name to show, see `ShownName`.
-    std::u16string Shown;
+    /// Its name as the system calls it.
+    SystemName Name;
+
+    /// Its folder, with a separator behind it; empty for the working folder.
+    [[nodiscard]] SystemName Folder() const { return Name.substr(0, Name.rfind(kSystemSeparator) + 1); }
 };
 
 /// The file under a name in the object model's form; none if there is none.
