@@ -1,8 +1,10 @@
 #ifndef ZLMIM_COMPONENT_ABI_H
 #define ZLMIM_COMPONENT_ABI_H
 
+/// \file
 /// The types and functions of the component interface: the system's own on Windows, elsewhere the same names
-/// with the same layouts.
+/// with the same layouts, from `zlmim/component/abi_posix.h`.
+/// \ingroup hosts
 
 #ifdef _WIN32
 

@@ -10,13 +10,19 @@
 #include <cstring>
 #include <limits>
 
+/// \file
 /// What `windows.h` and the headers of automation call these things, for systems that have neither.
 /// Interfaces are abstract classes without a virtual destructor, whose functions stand in the order of their
 /// slots.
 ///
 /// A text (`BSTR`) and what a `VARIANT` owns go from one module to another, so how they are allocated is a
 /// part of the interface here: by `malloc`, a text with its length in bytes in the four bytes before its
-/// first character and a zero behind its last one.
+/// first character and a zero behind its last one. `SysAllocStringLen`, `SysFreeString`, `VariantClear` and
+/// `VariantCopy` do so.
+///
+/// What each name means is the system's to say, and isn't told again here.
+/// \ingroup hosts
+/// \cond SYSTEM
 
 using BYTE = std::uint8_t;
 using WORD = std::uint16_t;
@@ -317,5 +323,7 @@ inline HRESULT VariantCopy(VARIANT* to, const VARIANT* from) noexcept
     *to = copy;
     return S_OK;
 }
+
+/// \endcond
 
 #endif

@@ -11,6 +11,9 @@
 namespace ZLMIM::Component
 {
 
+/// \addtogroup hosts
+/// @{
+
 /// The identifier that is written "01234567-89AB-CDEF-0123-456789ABCDEF".
 [[nodiscard]] consteval GUID ParseGuid(const char (&text)[37])
 {
@@ -42,18 +45,28 @@ namespace ZLMIM::Component
     return guid;
 }
 
+/// Whether two identifiers are equal.
 [[nodiscard]] inline bool IsSame(const GUID& a, const GUID& b) noexcept
 {
     return std::memcmp(&a, &b, sizeof(a)) == 0;
 }
 
+/// The identifier of nothing, all zero.
 inline constexpr GUID kNoInterface{};
+/// The identifier of `IUnknown`.
 inline constexpr GUID kIUnknown = ParseGuid("00000000-0000-0000-C000-000000000046");
+/// The identifier of `IDispatch`.
 inline constexpr GUID kIDispatch = ParseGuid("00020400-0000-0000-C000-000000000046");
+/// The identifier of `IClassFactory`.
 inline constexpr GUID kIClassFactory = ParseGuid("00000001-0000-0000-C000-000000000046");
+/// The identifier of `IEnumVARIANT`.
 inline constexpr GUID kIEnumVariant = ParseGuid("00020404-0000-0000-C000-000000000046");
+/// The identifier of `IRecordInfo`.
 inline constexpr GUID kIRecordInfo = ParseGuid("0000002F-0000-0000-C000-000000000046");
+/// The identifier of `_Collection`.
 inline constexpr GUID kCollection = ParseGuid("A4C46780-499F-101B-BB78-00AA00383CBB");
+
+/// @}
 
 } // namespace ZLMIM::Component
 

@@ -13,7 +13,10 @@
 namespace ZLMIM::Component
 {
 
-/// Owns a text of the component interface.
+/// \addtogroup hosts
+/// @{
+
+/// Owns a text of the component interface; null, which is the empty text, to begin with.
 class Text
 {
 public:
@@ -21,7 +24,9 @@ public:
     /// A copy.
     /// @throws std::bad_alloc
     explicit Text(std::u16string_view text) : mText(Allocate(text)) {}
+    /// Takes over the text of `other`.
     Text(Text&& other) noexcept : mText(std::exchange(other.mText, nullptr)) {}
+    /// Takes over the text of `other`, which gets this one.
     Text& operator=(Text&& other) noexcept
     {
         std::swap(mText, other.mText);
@@ -59,7 +64,9 @@ public:
         return text ? std::u16string(text, text + SysStringLen(text)) : std::u16string();
     }
 
+    /// Its characters.
     [[nodiscard]] std::u16string Copy() const { return Copy(mText); }
+    /// For a call that reads it; stays owned here.
     [[nodiscard]] BSTR Get() const noexcept { return mText; }
     /// Gives the text away.
     [[nodiscard]] BSTR Detach() noexcept { return std::exchange(mText, nullptr); }
@@ -76,7 +83,7 @@ private:
     BSTR mText = nullptr;
 };
 
-/// Owns a counted reference to an interface.
+/// Owns a counted reference to an interface; null to begin with.
 template <class T>
 class Pointer
 {
@@ -84,12 +91,15 @@ public:
     Pointer() = default;
     /// Takes over a reference that has been counted already.
     explicit Pointer(T* counted) noexcept : mPointer(counted) {}
+    /// Counts a reference of its own.
     Pointer(const Pointer& other) noexcept : mPointer(other.mPointer)
     {
         if (mPointer)
             mPointer->AddRef();
     }
+    /// Takes over the reference of `other`.
     Pointer(Pointer&& other) noexcept : mPointer(std::exchange(other.mPointer, nullptr)) {}
+    /// Takes over the reference of `other`, and releases the former one.
     Pointer& operator=(Pointer other) noexcept
     {
         std::swap(mPointer, other.mPointer);
@@ -97,13 +107,17 @@ public:
     }
     ~Pointer() { Reset(); }
 
+    /// Releases the reference.
     void Reset() noexcept
     {
         if (T* const pointer = std::exchange(mPointer, nullptr))
             pointer->Release();
     }
+    /// Stays owned here.
     [[nodiscard]] T* Get() const noexcept { return mPointer; }
+    /// Calls a member; the pointer must not be null.
     [[nodiscard]] T* operator->() const noexcept { return mPointer; }
+    /// Whether it isn't null.
     [[nodiscard]] explicit operator bool() const noexcept { return mPointer != nullptr; }
     /// Gives the reference away.
     [[nodiscard]] T* Detach() noexcept { return std::exchange(mPointer, nullptr); }
@@ -120,27 +134,31 @@ private:
     T* mPointer = nullptr;
 };
 
-/// A variant that owns what it holds.
+/// A variant that owns what it holds; empty to begin with.
 class Variant : public VARIANT
 {
 public:
     Variant() noexcept : VARIANT() { VariantInit(this); }
+    /// A whole number, such as that of an entry of a list.
     explicit Variant(LONG number) noexcept : Variant()
     {
         vt = VT_I4;
         lVal = number;
     }
+    /// A float.
     explicit Variant(float number) noexcept : Variant()
     {
         vt = VT_R4;
         fltVal = number;
     }
+    /// A copy of a text.
+    /// @throws std::bad_alloc
     explicit Variant(std::u16string_view text) : Variant()
     {
         bstrVal = Text::Allocate(text);
         vt = VT_BSTR;
     }
-    /// Counts a reference of its own.
+    /// An object, of which it counts a reference of its own.
     explicit Variant(IDispatch* object) noexcept : Variant()
     {
         vt = VT_DISPATCH;
@@ -159,6 +177,8 @@ public:
         return this;
     }
 };
+
+/// @}
 
 } // namespace ZLMIM::Component
 

@@ -16,10 +16,12 @@ namespace ZLMIM
 /// quotation mark; the lines are joined with CR LF and the two marks dropped. Where the file ends first, or
 /// with that very line, the value stays as it is, its marks included. Key and value may be empty; there are
 /// no comments, and braces are ordinary keys and values.
-/// @throws FileSystemError at the end of the stream, also where a quoted value finds it open.
+/// @throws FileSystemError at the end of the stream, also where it ends within a quoted value.
+/// \ingroup inside
 void ReadConfigLine(TextStream& stream, std::u16string& key, std::u16string& value);
 
-/// `text` without the blanks (U+0020) at its ends.
+/// `text` without the blanks (U+0020) at its ends, a part of it.
+/// \ingroup inside
 [[nodiscard]] std::u16string_view Trim(std::u16string_view text);
 
 } // namespace ZLMIM

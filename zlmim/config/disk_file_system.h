@@ -16,8 +16,8 @@ namespace ZLMIM
 /// needs no end.
 ///
 /// A folder's path is absolute, its names spelt as on disk. The root's is empty text; on Windows a drive's is
-/// `C:` and a share's `\\server\share`. Its subfolders come
-/// sorted by name in lower case, then by exact name; a folder that can't be listed has none.
+/// `C:` and a share's `\\server\share`. Its subfolders come sorted by name in lower case, then by exact name;
+/// a folder that can't be listed has none. \ingroup files
 class DiskFileSystem final : public FileSystem
 {
 public:

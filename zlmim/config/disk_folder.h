@@ -13,6 +13,7 @@ namespace ZLMIM
 {
 
 /// A folder of the system, known by its absolute path.
+/// \ingroup inside
 class DiskFolder : public Folder
 {
 public:
@@ -24,6 +25,7 @@ public:
     /// `\\server\share` on Windows.
     DiskFolder(std::shared_ptr<FileNames> names, SystemName systemPath);
 
+    /// The path as the constructor takes it.
     [[nodiscard]] const SystemName& SystemPath() const noexcept { return mSystemPath; }
 
     [[nodiscard]] bool IsRootFolder() const override;

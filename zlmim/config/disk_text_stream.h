@@ -12,9 +12,11 @@ namespace ZLMIM
 {
 
 /// The lines of a file, read piece by piece: most readers want no more than its beginning.
+/// \ingroup inside
 class DiskTextStream : public TextStream
 {
 public:
+    /// The lines from where `file` is read next, which the stream owns from now on.
     explicit DiskTextStream(File file);
 
     [[nodiscard]] bool AtEndOfStream() override;

@@ -11,6 +11,7 @@ namespace ZLMIM
 {
 
 /// A text file, open for reading line by line, one character a byte. Closed with the object.
+/// \ingroup files
 class TextStream
 {
 public:
@@ -19,12 +20,14 @@ public:
     /// True when no further line can be read.
     [[nodiscard]] virtual bool AtEndOfStream() = 0;
     /// The next line without its end.
-    /// @throws FileSystemError 62 at the end of the stream, 57 on a read error
+    /// @throws FileSystemError 62 at the end of the stream, 57 on a read error.
     [[nodiscard]] virtual std::u16string ReadLine() = 0;
+    /// Closes the file before the object goes. Then there is no further line.
     virtual void Close() = 0;
 };
 
-/// A folder.
+/// A folder. What it gives may outlive it.
+/// \ingroup files
 class Folder
 {
 public:
@@ -34,7 +37,8 @@ public:
     [[nodiscard]] virtual bool IsRootFolder() const = 0;
     /// The enclosing folder; asked of non-root folders only.
     [[nodiscard]] virtual std::shared_ptr<Folder> ParentFolder() const = 0;
-    /// The direct child folders. Their order decides which of two matching ones is found first.
+    /// The direct child folders, none of them null. Their order decides which of two matching ones is found
+    /// first.
     [[nodiscard]] virtual std::vector<std::shared_ptr<Folder>> SubFolders() const = 0;
     /// Full path with backslashes, without a trailing one; so a root folder's may be empty.
     [[nodiscard]] virtual std::u16string Path() const = 0;
@@ -43,7 +47,9 @@ public:
 /// The service through which a `ZLMModel` reaches the disk for all but its meshes and animations. It only
 /// reads. A host that keeps its files elsewhere puts a service of its own in the place of `DiskFileSystem`.
 ///
-/// Paths have backslashes, and may be relative to the working folder.
+/// Paths have backslashes, and may be relative to the working folder. No answer is null but where that is
+/// told. The errors are named by their numbers (`FileSystemError::Code`); whatever else a service raises
+/// passes through `ZLMModel::Load` all the same. \ingroup files
 class FileSystem
 {
 public:
@@ -52,11 +58,11 @@ public:
     /// Whether a file stands there; false for an empty path.
     [[nodiscard]] virtual bool FileExists(const std::u16string& path) = 0;
     /// The file as a stream at its first line.
-    /// @throws FileSystemError 53 no such file, 57 read error, 70 no permission
+    /// @throws FileSystemError 53 no such file, 57 read error, 70 no permission.
     [[nodiscard]] virtual std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) = 0;
     /// The file of that name in a folder that this service has given; nullptr where none stands. `FileExists`
     /// and `OpenTextFile` in one, for a service that has a faster way.
-    /// @throws FileSystemError 57 read error, 70 no permission
+    /// @throws FileSystemError 57 read error, 70 no permission.
     [[nodiscard]] virtual std::unique_ptr<TextStream> OpenIfExists(const Folder& folder,
                                                                    std::u16string_view name)
     {
@@ -66,14 +72,16 @@ public:
         return OpenTextFile(path);
     }
     /// The folder at a path, normally with a trailing backslash.
-    /// @throws FileSystemError 76 no such folder, also for an empty path
+    /// @throws FileSystemError 76 no such folder, also for an empty path.
     [[nodiscard]] virtual std::shared_ptr<Folder> GetFolder(const std::u16string& path) = 0;
     /// The same text for all paths to one existing file (relative or not, by a link, in another letter case),
-    /// and for no other file. It tells references that lead back to a file that is being read.
+    /// and for no other file. It tells references that lead back to a file that is being read; asked after
+    /// `FileExists` has said yes.
     [[nodiscard]] virtual std::u16string FileIdentity(const std::u16string& path) = 0;
 };
 
-/// Makes the service object that a model takes for one load.
+/// Makes the service object that a model takes for one load; never null. A model asks for one when it is
+/// made, and again whenever it is loaded, and holds it until the next or its end. \ingroup files
 using FileSystemMaker = std::function<std::shared_ptr<FileSystem>()>;
 
 } // namespace ZLMIM

@@ -14,6 +14,7 @@ namespace ZLMIM
 
 /// The mesh table that one load of a model makes: the whole (see `Membership`) that its entries and their
 /// list are parts of, and the model the owner of.
+/// \ingroup inside
 class MeshTable
 {
 public:
@@ -25,6 +26,7 @@ public:
         return table;
     }
 
+    /// The entries that are in the table.
     [[nodiscard]] Collection<MeshEntry>& List() { return *mList; }
 
     /// A new entry, that isn't in the list yet.

@@ -20,13 +20,15 @@ class AssetLoad;
 ///
 /// A search goes no further than the config that it finds. The next one goes on there, since the kuids of the
 /// configs that have been passed are known; so all searches of a load read each config once.
+/// \ingroup inside
 class ReferenceSearch
 {
 public:
+    /// Looks into the folders below `start`, but not into `start` itself.
     explicit ReferenceSearch(const Folder& start);
 
     /// Path of the first config file whose kuid, in lower case, equals `kuid`; empty if there is none.
-    /// @throws FileSystemError from a config that can't be read
+    /// @throws FileSystemError from a config that can't be read, or ends within a quoted value.
     [[nodiscard]] std::u16string Find(const std::u16string& kuid, FileSystem& files, AssetLoad& load);
 
 private:

@@ -19,26 +19,35 @@ class FileNames;
 class MeshTable;
 
 /// The object representing one config file (`config.txt`), the description of an asset: its identity, its
-/// mesh table with the meshes and animations, and the assets that it refers to as further models. A host may
-/// write every property; `Load` writes them from the file.
+/// mesh table with the meshes and animations, and the assets that it refers to as further models.
+///
+/// Each load begins with an empty model, all lists new: former ones stay with whoever holds them. The texts
+/// of keys are stored as the file has them, the quotation marks around them dropped; the last line with a key
+/// counts. Keys match in any letter case, also inside of blocks that aren't known; unknown ones are ignored.
 ///
 /// Models are made by `std::make_shared`, since the entries of their mesh tables refer back to them.
+/// \ingroup assets
 class ZLMModel : public std::enable_shared_from_this<ZLMModel>
 {
 public:
+    /// An empty model, with empty lists, that reads from the disk.
     ZLMModel();
-    /// A model that reads through service objects of the host's own (`DiskFileSystem` by default), and so do
-    /// the models that it refers to. Meshes and animations are read from the disk all the same.
+    /// An empty model that reads through service objects of the host's own (`DiskFileSystem` by default), and
+    /// so do the models that it refers to. Meshes and animations are read from the disk all the same. Raises
+    /// what `makeFileSystem` does, which is asked at once.
     explicit ZLMModel(FileSystemMaker makeFileSystem);
     ZLMModel(const ZLMModel&) = delete;
     ZLMModel& operator=(const ZLMModel&) = delete;
     ~ZLMModel();
 
-    /// A list of MeshEntry objects, in file order. A new one with each load.
+    /// The entries of all blocks `mesh-table`, in file order; also one whose files don't load. Without any,
+    /// one named `default` for the mesh of `AssetFileName`, if that file is there.
     [[nodiscard]] std::shared_ptr<Collection<MeshEntry>> MeshTable() const;
+    /// Puts another list in its place, until the next load.
     void SetMeshTable(std::shared_ptr<Collection<MeshEntry>> meshTable);
 
-    /// Value of `asset-filename`: the one mesh of an asset without a mesh table, without ".im".
+    /// Value of `asset-filename`: the one mesh of an asset without a mesh table, without ".im". Its folder is
+    /// the config file's.
     std::u16string AssetFileName;
     /// Value of `author`.
     std::u16string Author;
@@ -48,18 +57,19 @@ public:
     std::u16string Kind;
     /// Value of `description`; its lines are parted by CR LF.
     std::u16string Description;
-    /// Value of `zelmar-build`, as text.
+    /// Value of `zelmar-build`: text, not read as a number.
     std::u16string ZLMBuild;
     /// One model for each key that begins with `bogey`, in file order. An asset that is referred to again
-    /// stands here again, as the same object; one that wasn't found is an empty model. A new list with each
-    /// load.
+    /// stands here again, as the same object; one that wasn't found is an empty model.
     std::shared_ptr<Collection<ZLMModel>> Bogies;
-    /// The keys that `Bogies` comes from, such as `bogey-0`. A new list with each load.
+    /// The keys that `Bogies` comes from, in lower case, such as `bogey-0`: entry by entry, but for one key
+    /// more where the load of a bogey raised.
     std::shared_ptr<Collection<std::u16string>> BogieNames;
-    /// The model that the key `pantograph` refers to, empty if it wasn't found; none without such a key.
+    /// The model that the key `pantograph` refers to, empty if it wasn't found; none without such a key. The
+    /// last of several.
     std::shared_ptr<ZLMModel> Pantograph;
 
-    /// The asset's identifier, without blanks at its ends and in lower case.
+    /// The asset's identifier, value of `kuid`, without blanks at its ends and in lower case.
     [[nodiscard]] const std::u16string& kuid() const noexcept { return mKuid; }
     /// Stores `kuid` without blanks at its ends and in lower case.
     void SetKuid(const std::u16string& kuid);
@@ -69,20 +79,30 @@ public:
     /// that doesn't exist leaves the model empty and is no failure; nor is a mesh, an animation or a
     /// reference that doesn't load.
     ///
-    /// References are followed at once, each by a model of its own, which may refer to further ones: 32 deep,
-    /// 4,096 in all. What would pass this, or would lead back to a file that is being read, isn't found.
-    /// Neither is anything more once what a hostile asset has made of small files takes `kLoadAllowance`.
+    /// In the mesh table, names in `mesh` count from the config file's folder, those in `anim` from the
+    /// working folder; an entry without `anim` takes the `anim.kin` beside the config file, if there is one.
+    /// A mesh whose name ends in `.lm` stands for the one of level 1 in the list beside it (`.lm.txt`).
     ///
-    /// What is raised ends the load; the model stays as far as it was filled.
-    /// @throws BoundsError, OverflowError from a mesh or an animation that ends too early, or is too large
-    /// @throws BoundsError for more than 16,384 entries of mesh tables, or keys of references
+    /// References are followed at once, each by a model of its own, which may refer to further ones. A kuid
+    /// such as `<kuid:1:2>` is looked for as `..\kuid 1 2\config.txt` from the working folder, then by the
+    /// `kuid` of each config file one and two levels below the folder that lies two levels above the config
+    /// file's own, or one where that is a root (these are compared in lower case, so a reference in capitals
+    /// finds none). What would lead back to a file that is being read isn't found, nor what would pass
+    /// `kMaxModelDepth`, `kMaxModels`, `kSearchAllowance` or `kLoadAllowance`.
+    ///
+    /// What is raised, here or in a model referred to, ends the load; the model stays as far as it was
+    /// filled.
+    /// @throws BoundsError as `Mesh::Load` and `Anim::Load` do, and past `kMaxMeshEntries` or
+    /// `kMaxReferenceKeys`.
+    /// @throws OverflowError as they do.
     /// @throws FileSystemError from a file or folder that can't be read, a quotation mark that is never
-    /// closed, or a reference in a file whose name has no folder
+    /// closed, a mesh table that ends with the key `effects`, or a reference in a file whose name has no
+    /// folder.
     /// @throws std::bad_alloc
-    /// @throws std::bad_weak_ptr if the model isn't held by a `std::shared_ptr`
+    /// @throws std::bad_weak_ptr if the model has a mesh entry, and isn't held by a `std::shared_ptr`.
     void Load(const std::u16string& ConfigFileName);
 
-    /// What a host of the component holds.
+    /// What a host of the component holds; of no use to others.
     ZLMIM::Facade Facade;
 
 private:

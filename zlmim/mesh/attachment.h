@@ -10,18 +10,21 @@
 namespace ZLMIM
 {
 
-/// Attachment point definition: a named place on a mesh where another mesh can be hung.
+/// Attachment point definition: a named place on a mesh where another mesh can be hung. A load makes one for
+/// each entry of the ATCH block, and doesn't touch it again.
+/// \ingroup meshes
 class Attachment
 {
 public:
-    /// Normally 100. The reader doesn't write it: 0 after a load. The block's version is `Mesh.AttVersion`.
+    /// Normally 100. No load writes it, so it is 0 there: the block's version is `Mesh::AttVersion`.
     std::int32_t Version = 0;
-    /// In lower case after a load.
+    /// What `MeshEntry` finds it by; may be empty, and need not be unique. A load puts it in lower case,
+    /// unlike the names of bones.
     std::u16string Name;
     /// 4x3 matrix for rotation and position of the attachment, as stored.
     ZLMIM::Matrix Matrix;
 
-    /// What a host of the component holds.
+    /// What a host of the component holds; of no use to others.
     ZLMIM::Facade Facade;
 };
 

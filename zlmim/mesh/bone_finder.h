@@ -16,9 +16,11 @@ namespace ZLMIM
 /// Finds bones by name in a tree that doesn't change meanwhile. The bone found is the first of that name in a
 /// depth-first walk, parents first; but the tree is walked only once for all searches, and no further than
 /// they need.
+/// \ingroup inside
 class BoneFinder
 {
 public:
+    /// Searches in the tree below `root`, `root` included, and holds it.
     explicit BoneFinder(std::shared_ptr<Bone> root);
 
     /// The bone whose name equals `name` exactly, or none.

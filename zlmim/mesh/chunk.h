@@ -11,19 +11,24 @@
 namespace ZLMIM
 {
 
-/// The material and geometry for part of the mesh. Both exist from the start, whether or not the file has
-/// them.
+/// The material and geometry for part of the mesh. Each load makes new chunks, and doesn't touch those of the
+/// load before.
+/// \ingroup meshes
 class Chunk
 {
 public:
+    /// How its surface looks. Made with the chunk; stays as made where the file has no MATL block for it.
+    /// None only if a host writes none.
     std::shared_ptr<ZLMIM::Material> Material = std::make_shared<ZLMIM::Material>();
+    /// Its points, normals and faces. Made with the chunk; stays as made where the file has no GEOM block for
+    /// it. None only if a host writes none.
     std::shared_ptr<ZLMIM::Geometry> Geometry = std::make_shared<ZLMIM::Geometry>();
-    /// Version of the CHNK block.
+    /// Version of the CHNK block, as stored.
     std::int32_t Version = 0;
-    /// The chunk's number in the file, as stored.
+    /// The chunk's number in the file, as stored: neither unique nor its place in the list.
     std::int32_t Id = 0;
 
-    /// What a host of the component holds.
+    /// What a host of the component holds; of no use to others.
     ZLMIM::Facade Facade;
 };
 

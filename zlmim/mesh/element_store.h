@@ -15,14 +15,17 @@ namespace ZLMIM
 
 /// One of the three arrays of a `Geometry`: a count as it was last set, and an array from index 0, which the
 /// count may have left behind (a count of 0 or less leaves it alone).
+/// \ingroup inside
 template <class T>
 class ElementStore
 {
 public:
+    /// As last set; may be negative.
     [[nodiscard]] std::int32_t Count() const noexcept { return mCount; }
 
     /// Stores `count`; if it is greater than 0, a new array of that many zeroed elements replaces the old
     /// one.
+    /// @throws std::bad_alloc; the count stands, without an array.
     void SetCount(std::int32_t count)
     {
         mCount = count;

@@ -13,8 +13,10 @@
 namespace ZLMIM
 {
 
-/// Material used by a chunk. Blocks of version 101 and below have a short form without `Name`,
-/// `NumProperties`, `Opacity` and `Emissive`, which then stay empty or zero.
+/// Material used by a chunk: how its surface looks. A load fills it once, from the chunk's MATL block; a
+/// chunk without one keeps it as a new one is, empty and all zero. Blocks of version 101 and below have a
+/// short form without `Name`, `NumProperties`, `Opacity` and `Emissive`, which then stay empty or zero.
+/// \ingroup meshes
 class Material
 {
 public:
@@ -23,9 +25,9 @@ public:
     Material& operator=(const Material&) = delete;
     ~Material() = default;
 
-    /// Version of the MATL block; 0 if the chunk has none.
+    /// Version of the MATL block, as stored.
     std::int32_t Version = 0;
-    /// Usually 0.
+    /// Usually 0. As stored; nothing is read by it.
     std::int32_t NumProperties = 0;
     /// As stored; not reduced to true and false.
     std::int32_t TwoSided = 0;
@@ -33,16 +35,20 @@ public:
     float Opacity = 0;
     /// The file's whole number, as a float.
     float SpecularPower = 0;
-    /// Textures in file order, never none unless a host writes none.
+    /// Textures in file order. Made with the material; none only if a host writes none.
     std::shared_ptr<Collection<Texture>> Textures = std::make_shared<Collection<Texture>>();
     /// The text after the "m." in the name determines the rendering method used. Stored whole, path included.
     std::u16string Name;
+    /// Ambient colour.
     rgbColour Ambient;
+    /// Diffuse colour.
     rgbColour Diffuse;
+    /// Specular colour.
     rgbColour Specular;
+    /// Emissive colour.
     rgbColour Emissive;
 
-    /// What a host of the component holds.
+    /// What a host of the component holds; of no use to others.
     ZLMIM::Facade Facade;
 };
 

@@ -21,7 +21,8 @@ namespace ZLMIM
 {
 
 /// The object representing one mesh file (`.im`): its chunks of material and geometry, its attachment points
-/// and its skeleton. A host may write every property; `Load` writes them from the file.
+/// and its skeleton. A new mesh has no lists and no skeleton; `Load` makes them.
+/// \ingroup meshes
 class Mesh
 {
 public:
@@ -30,55 +31,70 @@ public:
     Mesh& operator=(const Mesh&) = delete;
     ~Mesh() = default;
 
-    /// Text if `Load` fails, for those failures that have one. Never cleared, so it means something only
-    /// after an answer of false.
+    /// Text if `Load` fails, for those failures that have one:
+    ///
+    /// - "Not a ZLM IM file - no JIRF", "Not a ZLM IM file - no IDXM": its first bytes aren't a mesh's.
+    /// - "Not a ZLM IM file - CHNK missing": another block stands where one of its chunks should.
+    ///
+    /// No load clears it: after an answer of false for another reason, an older text still stands.
     std::u16string ErrorMessage;
-    /// Number of chunks that the file declares.
+    /// Number of chunks that the info block declares, may be negative. As many are in `Chunks` after an
+    /// answer of true, none for a negative number.
     std::int32_t ChunkCount = 0;
-    /// Version in the info block.
+    /// Version in the info block, as stored.
     std::int32_t Version = 0;
-    /// Length of the file in bytes.
+    /// Length of the file in bytes. Stays where the file isn't found, may not be read, or is too long.
     std::int32_t FileSize = 0;
-    /// All attachment points in file order; none before a load has come so far. Replaced by each load that
-    /// does.
+    /// All attachment points in file order. Each load that gets past the chunks makes a new list, an empty
+    /// one where the file has no ATCH block; none before the first one did.
     std::shared_ptr<Collection<Attachment>> Attachments;
-    /// The chunks that make up the mesh, in file order; none before a load has come so far. Replaced by each
-    /// load that does.
+    /// The chunks that make up the mesh, in file order. Each load that gets past the info block makes a new
+    /// list; none before the first one did. A chunk whose MATL or GEOM block raised isn't in it.
     std::shared_ptr<Collection<Chunk>> Chunks;
-    /// Root of the skeleton; none if no file had one. Stays if a later file has none.
+    /// Root of the skeleton. Each load that finds a SKEL block makes a new tree, which stays as far as it was
+    /// read when that raises. Where a later file has no such block, the former tree stays, and the new chunks
+    /// are bound to it. None if no file had one.
     std::shared_ptr<Bone> RootBone;
-    /// Version of the ATCH block. Stays if a later file has none.
+    /// Version of the ATCH block, as stored. Stays if a later file has none.
     std::int32_t AttVersion = 0;
-    /// Number of triangles in the whole mesh: the sum of the chunks' primitive counts.
+    /// Number of triangles in the whole mesh: the sum of the chunks' primitive counts as stored, whatever
+    /// their type. Each load begins it at 0, and adds a chunk's count before it reads the chunk's arrays.
     std::int32_t Polygons = 0;
-    /// The name given to the last `Load`, unchanged.
+    /// The name given to the last load, unchanged.
     std::u16string FileName;
 
     /// Reads the file of that name: text with backslashes, relative to the working folder, whose letter case
     /// doesn't matter where the exact name isn't found. True when the whole file was read. False for a file
-    /// that is missing, unreadable or empty, and, with an `ErrorMessage`, for one that isn't a mesh.
+    /// that is missing, unreadable, empty, or longer than `kMaxFileSize` or the memory there is, and, with an
+    /// `ErrorMessage`, for one that isn't a mesh.
     ///
-    /// After any failure the properties stay as far as they were filled. Before it starts, `Load` sets
-    /// `Polygons`, `VertexCount` and `TextureCount` to 0; nothing else is cleared.
-    /// @throws BoundsError where the file ends too early, or asks for more than a file of its size may.
-    /// @throws OverflowError where a size or a count leads out of the 32-bit range.
-    /// @throws std::bad_alloc
+    /// The steps: `FileName`, and 0 in `Polygons`, `VertexCount` and `TextureCount`; `FileSize`; `Version`
+    /// and `ChunkCount`; `Chunks`; `Attachments` and `AttVersion`; `RootBone` and `BoneCount`; each chunk's
+    /// `Geometry::BoneObject`. After any failure the properties stay as far as they were filled, and the
+    /// file's bytes may stay in memory until the next load or the end of the object.
+    /// @throws BoundsError where the file ends too early, or asks for more than a file of its size may (see
+    /// \ref limits).
+    /// @throws OverflowError where a size, a count or a sum of counts leads out of the 32-bit range.
+    /// @throws std::bad_alloc where there is no memory for what the file holds.
     [[nodiscard]] bool Load(std::u16string_view name);
 
-    /// The same for one of many files: `names` remembers the folders that it has listed.
+    /// The same for one of many files: `names`, which remembers the folders that it has listed, is needed
+    /// during the call alone. Raises the same.
     [[nodiscard]] bool Load(std::u16string_view name, FileNames& names);
 
-    /// The same for the bytes of a file, which are copied; `name` only goes to `FileName`.
+    /// The same for the bytes of a file, which are copied; `name` only goes to `FileName`. Raises the same.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});
 
-    /// Number of BONE blocks read by all loads of this object together.
+    /// Number of BONE blocks read by all loads of this object together: no load sets it back, so after the
+    /// second it is the sum for both files. A bone without a block isn't counted.
     std::int32_t BoneCount = 0;
-    /// Sum of the chunks' vertex counts.
+    /// Sum of the chunks' vertex counts as stored. Kept like `Polygons`.
     std::int32_t VertexCount = 0;
-    /// Sum of the materials' texture counts: records, not distinct names.
+    /// Sum of the materials' texture counts as stored: records, not distinct names. Each load begins it at 0,
+    /// and adds a material's count before it reads the textures.
     std::int32_t TextureCount = 0;
 
-    /// What a host of the component holds.
+    /// What a host of the component holds; of no use to others.
     ZLMIM::Facade Facade;
 
 private:

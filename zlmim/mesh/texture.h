@@ -9,18 +9,20 @@
 namespace ZLMIM
 {
 
-/// One texture of a material.
+/// One texture of a material. A load makes one for each record of the MATL block, and doesn't touch it again.
+/// \ingroup meshes
 class Texture
 {
 public:
     /// Role in the material, as stored: any number.
     txtype TextureType = txtype::TEX_Ambient;
-    /// File name without any path (what stood behind the last backslash). The file is never opened.
+    /// File name without its path: what stands behind the last backslash, all of it without one. A forward
+    /// slash parts nothing. The file is never opened.
     std::u16string Name;
-    /// Influence over the material as a whole.
+    /// Influence over the material as a whole, as stored.
     float Amount = 0;
 
-    /// What a host of the component holds.
+    /// What a host of the component holds; of no use to others.
     ZLMIM::Facade Facade;
 };
 

@@ -21,10 +21,15 @@ namespace ZLMIM
 {
 
 /// True for what a list holds by value: records and text. All else it holds by counted reference.
+/// \ingroup inside
 template <class T>
 inline constexpr bool kHeldByValue = false;
+/// A record.
+/// \ingroup inside
 template <>
 inline constexpr bool kHeldByValue<Vector> = true;
+/// Text.
+/// \ingroup inside
 template <>
 inline constexpr bool kHeldByValue<std::u16string> = true;
 
@@ -32,7 +37,8 @@ inline constexpr bool kHeldByValue<std::u16string> = true;
 /// and enumerated in that order. A list is itself a shared object: a property hands out a reference to it.
 ///
 /// An entry is a copy (`Vector`, text), or a shared reference, which may be none if a host added none; one
-/// object may stand in several lists, and several times in one.
+/// object may stand in several lists, and several times in one. The list keeps what its entries refer to.
+/// \ingroup lists
 template <class T>
 class Collection
 {
@@ -40,8 +46,10 @@ class Collection
         std::conjunction_v<std::bool_constant<kHeldByValue<T>>, std::is_trivially_copyable<T>>;
 
 public:
+    /// What an entry is: a `T`, or a `std::shared_ptr` to one.
     using Entry = std::conditional_t<kHeldByValue<T>, T, std::shared_ptr<T>>;
 
+    /// Walks over a list, and gives its entries by value; the list must live as long.
     class Iterator
     {
     public:
@@ -75,9 +83,10 @@ public:
     Collection& operator=(const Collection&) = delete;
     ~Collection() = default;
 
+    /// The whole that the list is a part of.
     [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
 
-    /// Appends an entry.
+    /// Appends an entry, which gets the number `Count` + 1.
     void Add(Entry entry)
     {
         if constexpr (kHeldByValue<T>)
@@ -93,7 +102,7 @@ public:
     /// Makes room for as many entries in all, where they are references.
     void Reserve(std::size_t count) requires(!kHeldByValue<T>) { mEntries.reserve(count); }
 
-    /// Number of entries.
+    /// Number of entries, and the highest number of one.
     [[nodiscard]] std::int32_t Count() const noexcept { return static_cast<std::int32_t>(mEntries.size()); }
 
     /// Entry `number`, from 1.
@@ -103,11 +112,14 @@ public:
         return At(static_cast<std::size_t>(IndexOf(number)));
     }
 
+    /// From entry 1 on, for a range-based `for`. Entries that are added meanwhile aren't visited; none may be
+    /// removed.
     [[nodiscard]] Iterator begin() const { return Iterator(this, 0); }
+    /// Behind the last entry.
     [[nodiscard]] Iterator end() const { return Iterator(this, mEntries.size()); }
 
-    /// All entries as they lie in memory, entry 1 first, until the next `Add`. References to parts of the
-    /// list's own whole are uncounted there: good for a look, not for keeping.
+    /// All entries as they lie in memory, entry 1 at index 0, until the list changes or goes. References to
+    /// parts of the list's own whole are uncounted there: good for a look, not for keeping.
     [[nodiscard]] std::span<const Entry> Entries() const { return {mEntries.data(), mEntries.size()}; }
 
     /// Appends `count` records from a file's bytes, which need no alignment.
@@ -116,7 +128,7 @@ public:
         mEntries.AppendBytes(bytes, count);
     }
 
-    /// What a host of the component holds.
+    /// What a host of the component holds; of no use to others.
     ZLMIM::Facade Facade;
 
 private:

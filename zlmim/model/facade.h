@@ -13,12 +13,15 @@ namespace ZLMIM
 /// classes directly 32 bytes an object.
 ///
 /// A copy of an object is an object of its own: its face begins anew.
+/// \ingroup inside
 class Facade
 {
 public:
     Facade() = default;
+    /// A face that no host has seen yet.
     Facade(const Facade&) noexcept {}
-    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp): takes nothing over.
+    /// Takes nothing over, and leaves this face to its hosts.
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp)
     Facade& operator=(const Facade&) noexcept { return *this; }
     ~Facade() = default;
 

@@ -21,6 +21,7 @@ namespace ZLMIM
 /// A growing array of records, filled with the bytes of a file in one copy. Unlike `std::vector` it never
 /// touches memory twice: what is about to be overwritten isn't zeroed first, and zeroes are asked for from
 /// the system, which has them ready.
+/// \ingroup inside
 template <class T>
 class RecordArray
 {
@@ -28,11 +29,13 @@ class RecordArray
 
 public:
     RecordArray() = default;
+    /// Leaves `other` empty.
     RecordArray(RecordArray&& other) noexcept
         : mRecords(std::move(other.mRecords)), mSize(std::exchange(other.mSize, 0)),
           mCapacity(std::exchange(other.mCapacity, 0))
     {
     }
+    /// Leaves `other` empty.
     RecordArray& operator=(RecordArray&& other) noexcept
     {
         mRecords = std::move(other.mRecords);
@@ -62,6 +65,8 @@ public:
         return records;
     }
 
+    /// Appends a copy.
+    /// @throws std::bad_alloc
     void push_back(const T& record)
     {
         const T copy = record; // the record may lie in this very array
@@ -69,8 +74,10 @@ public:
         mRecords.get()[mSize++] = copy;
     }
 
+    /// The first record.
     [[nodiscard]] const T* begin() const noexcept { return mRecords.get(); }
 
+    /// Takes out a record of this array; those behind it move up.
     void erase(const T* record) noexcept
     {
         T* const place = mRecords.get() + (record - mRecords.get());
@@ -79,6 +86,7 @@ public:
     }
 
     /// Appends `count` records from a file's bytes, which need no alignment.
+    /// @throws std::bad_alloc
     void AppendBytes(const unsigned char* bytes, std::size_t count)
     {
         if (count == 0)
@@ -92,11 +100,17 @@ public:
     /// Prepares the memory of all records for being written soon, see `LayOutPages`.
     void LayOut() noexcept { LayOutPages(mRecords.get(), mSize * sizeof(T)); }
 
+    /// Number of records.
     [[nodiscard]] std::size_t size() const noexcept { return mSize; }
+    /// Whether there are none.
     [[nodiscard]] bool empty() const noexcept { return mSize == 0; }
+    /// The records as they lie in memory, until the array grows; may be null where there are none.
     [[nodiscard]] T* data() noexcept { return mRecords.get(); }
+    /// The same.
     [[nodiscard]] const T* data() const noexcept { return mRecords.get(); }
+    /// Record `index`, from 0, which must be there.
     [[nodiscard]] T& operator[](std::size_t index) { return mRecords.get()[index]; }
+    /// The same.
     [[nodiscard]] const T& operator[](std::size_t index) const { return mRecords.get()[index]; }
 
 private:

@@ -7,29 +7,37 @@
 namespace ZLMIM
 {
 
-/// The records of the object model. Each is the same sequence of bytes in a file and in memory: its fields in
-/// declared order, little-endian, without gaps. Values are stored as they come from a file; nothing is
-/// normalised, clamped or validated. A property that holds a record copies it whole.
+/// \addtogroup records
+/// @{
 
 /// Three coordinates. 12 bytes.
 struct Vector
 {
-    float x = 0, y = 0, z = 0;
+    float x = 0; ///< First coordinate.
+    float y = 0; ///< Second coordinate.
+    float z = 0; ///< Third coordinate.
     bool operator==(const Vector&) const = default;
 };
 
-/// A rotation; `w` is the scalar component, and the last field. 16 bytes.
+/// A rotation; `w` is the last field, in a file too. Need not be of unit length, and begins as all zero. 16
+/// bytes.
 struct Quaternion
 {
-    float x = 0, y = 0, z = 0, w = 0;
+    float x = 0; ///< First component of the vector.
+    float y = 0; ///< Second component of the vector.
+    float z = 0; ///< Third component of the vector.
+    float w = 0; ///< The scalar component.
     bool operator==(const Quaternion&) const = default;
 };
 
-/// One point of a mesh (`x`, `y`, `z`) with its texture coordinate (`u`, `v`). 20 bytes.
+/// One point of a mesh with its texture coordinate. 20 bytes.
 struct Vertex
 {
-    float x = 0, y = 0, z = 0;
-    float u = 0, v = 0;
+    float x = 0; ///< First coordinate of the position.
+    float y = 0; ///< Second coordinate of the position.
+    float z = 0; ///< Third coordinate of the position.
+    float u = 0; ///< First texture coordinate.
+    float v = 0; ///< Second texture coordinate.
     bool operator==(const Vertex&) const = default;
 };
 
@@ -37,29 +45,42 @@ struct Vertex
 /// p.x * row 1 + p.y * row 2 + p.z * row 3 + row 4. 48 bytes.
 struct Matrix
 {
-    float m11 = 0, m12 = 0, m13 = 0;
-    float m21 = 0, m22 = 0, m23 = 0;
-    float m31 = 0, m32 = 0, m33 = 0;
-    float m41 = 0, m42 = 0, m43 = 0;
+    float m11 = 0; ///< Row 1, column 1.
+    float m12 = 0; ///< Row 1, column 2.
+    float m13 = 0; ///< Row 1, column 3.
+    float m21 = 0; ///< Row 2, column 1.
+    float m22 = 0; ///< Row 2, column 2.
+    float m23 = 0; ///< Row 2, column 3.
+    float m31 = 0; ///< Row 3, column 1.
+    float m32 = 0; ///< Row 3, column 2.
+    float m33 = 0; ///< Row 3, column 3.
+    float m41 = 0; ///< x of the position.
+    float m42 = 0; ///< y of the position.
+    float m43 = 0; ///< z of the position.
     bool operator==(const Matrix&) const = default;
 };
 
-/// The pose of one bone in one frame: position `p`, rotation `q`. 28 bytes.
+/// The pose of one bone in one frame. 28 bytes.
 struct Keyframe
 {
-    Vector p;
-    Quaternion q;
+    Vector p;     ///< Position.
+    Quaternion q; ///< Rotation.
     bool operator==(const Keyframe&) const = default;
 };
 
-/// A colour. Components usually lie in 0 to 1, but any value comes through unchanged. 12 bytes.
+/// A colour without an alpha component. Components are usually 0 to 1, but any value comes through. 12 bytes.
 struct rgbColour
 {
-    float r = 0, g = 0, b = 0;
+    float r = 0; ///< Red.
+    float g = 0; ///< Green.
+    float b = 0; ///< Blue.
     bool operator==(const rgbColour&) const = default;
 };
 
+/// @}
+
 /// True for types that a file's bytes can be copied into as they stand.
+/// \ingroup inside
 template <class T>
 inline constexpr bool kIsRecord = std::is_trivially_copyable_v<T>&& std::is_standard_layout_v<T>;
 

@@ -8,7 +8,8 @@
 namespace ZLMIM
 {
 
-/// Text in the object model is a `std::u16string` of 16-bit characters.
+/// \addtogroup text
+/// @{
 
 /// The text in lower case, character by character: A to Z, U+00C0 to U+00DE without U+00D7, and U+0160,
 /// U+0152, U+017D and U+0178, which are the capitals that Windows-1252 has. All else stays.
@@ -31,6 +32,8 @@ void MakeLowerCase(std::u16string& text) noexcept;
 
 /// UTF-8 from UTF-16. Half of a surrogate pair without the other becomes U+FFFD.
 [[nodiscard]] std::string ToUtf8(std::u16string_view text);
+
+/// @}
 
 } // namespace ZLMIM
 

@@ -26,6 +26,9 @@ namespace ZLMIM
 ///   more than 5,000 levels may be too much for the stack.
 ///
 /// An object that a host makes by itself belongs to no whole, and all its references are counted.
+///
+/// The members are for the model's own use.
+/// \ingroup lists
 class Membership
 {
 public:

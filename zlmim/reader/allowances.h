@@ -6,10 +6,11 @@
 namespace ZLMIM
 {
 
-/// What one load may take, so that a hostile file ends it soon. No file that a tool writes comes near. What
-/// would pass an allowance raises `BoundsError` at that step; all that stood before stays.
+/// \addtogroup limits
+/// @{
 
-/// The longest file that is read: its bytes and one more are numbered by 32-bit signed positions.
+/// The longest mesh or animation that is read, in bytes: these and one more are numbered by 32-bit signed
+/// positions. A longer one isn't loaded, as if it couldn't be read.
 inline constexpr std::int64_t kMaxFileSize = 2'147'483'646;
 
 /// Bytes of a file of `fileSize` bytes that all reads of one load may take together. Blocks may overlap,
@@ -27,6 +28,8 @@ inline constexpr std::int32_t kMaxBoneDepth = 1'024;
 {
     return std::int64_t{64} * 1'048'576 + 16 * fileSize;
 }
+
+/// @}
 
 } // namespace ZLMIM
 

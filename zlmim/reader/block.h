@@ -18,6 +18,9 @@ namespace ZLMIM
 ///
 /// The size alone decides where the next block lies: a reader takes what it knows from the payload and calls
 /// `Leave`, which skips what it left and pulls it back if it read too far.
+///
+/// The members read through `cursor`, and raise what its reads raise.
+/// \ingroup inside
 class Block
 {
 public:
@@ -31,7 +34,7 @@ public:
     [[nodiscard]] static Block EnterBehindTag(FileCursor& cursor);
 
     /// Moves `Pos` to the end of the block, by its size.
-    /// @throws OverflowError
+    /// @throws OverflowError where that leaves the 32-bit range.
     void Leave(FileCursor& cursor) const;
 
 private:
@@ -41,8 +44,11 @@ private:
     std::int32_t mSize;
 };
 
-/// Size in bytes of the size field, and of a tag.
+/// Size in bytes of the size field.
+/// \ingroup inside
 inline constexpr std::int32_t kSizeFieldSize = 4;
+/// Size in bytes of a tag.
+/// \ingroup inside
 inline constexpr std::int32_t kTagSize = 4;
 
 } // namespace ZLMIM

@@ -16,6 +16,7 @@ namespace ZLMIM
 {
 
 /// Holds a walk over a skeleton to the allowed number and depth of bones.
+/// \ingroup inside
 class BoneLimits
 {
 public:
@@ -36,6 +37,7 @@ private:
 
 /// All bones that a load makes for one skeleton: the whole (see `Membership`) that its bones and their lists
 /// of children are parts of. `Bone` is the mesh's or the animation's class of that role.
+/// \ingroup inside
 template <class Bone>
 class BoneTree : public std::enable_shared_from_this<BoneTree<Bone>>
 {

@@ -18,6 +18,7 @@ class FileNames;
 
 /// A regular file, open for reading; closed with the object. Links are followed. Something else under that
 /// name is closed again unread, without waiting for a pipe's writer.
+/// \ingroup inside
 class File
 {
 public:
@@ -28,13 +29,16 @@ public:
     /// Opens the file that the system calls so; none if there is none, or it can't be opened.
     [[nodiscard]] static std::optional<File> OpenExact(SystemName systemName);
 
+    /// Leaves `other` closed.
     File(File&& other) noexcept;
     File& operator=(File&&) = delete;
     ~File() { Close(); }
 
     /// The name under which it was found, in the object model's form.
     [[nodiscard]] std::u16string Name() const;
+    /// Until `Close`.
     [[nodiscard]] bool IsOpen() const noexcept { return mHandle != kNoHandle; }
+    /// Closes the file, which need not be open.
     void Close() noexcept;
 
     /// Length in bytes when the file was opened.
@@ -42,7 +46,7 @@ public:
 
     /// Fills `bytes` from where the last read ended, at first from the file's start. Answers how many there
     /// were: less than asked for only at the end of the file.
-    /// @throws FileSystemError
+    /// @throws FileSystemError on a read error.
     [[nodiscard]] std::size_t Read(std::span<unsigned char> bytes);
 
 private:

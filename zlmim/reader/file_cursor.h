@@ -17,18 +17,22 @@ namespace ZLMIM
 class FileNames;
 
 /// What to make of a file without any byte.
+/// \ingroup inside
 enum class EmptyFile : bool
 {
-    Refused,
-    Accepted,
+    Refused,  ///< It isn't loaded.
+    Accepted, ///< It is loaded, and its first read raises.
 };
 
 /// The bytes of a run of equal elements, as they lie in the file: without alignment, valid until the cursor's
 /// data goes.
+/// \ingroup inside
 template <class T>
 struct Run
 {
+    /// The first byte of the first element; null where there are none.
     const unsigned char* bytes = nullptr;
+    /// Number of elements.
     std::size_t count = 0;
 };
 
@@ -38,6 +42,7 @@ struct Run
 /// index L, which may be read like the others. A read that would leave these indices raises `BoundsError`, as
 /// does one that would pass the `ReadAllowance` of the file; a sum on `Pos` that leaves the 32-bit range
 /// raises `OverflowError`. A read that raises leaves `Pos` where it was (`GetString`: or on its text).
+/// \ingroup inside
 class FileCursor
 {
 public:
@@ -77,13 +82,21 @@ public:
     /// An i32 length, and text of at most that many bytes: it ends at the first 0. `Pos` moves by the stored
     /// length wherever the text ended, so a negative one moves it back.
     [[nodiscard]] std::u16string GetString();
+    /// 4 bytes: a whole number.
     [[nodiscard]] std::int32_t GetLong() { return GetFixed<std::int32_t>(); }
+    /// 2 bytes: a whole number.
     [[nodiscard]] std::int16_t GetShort() { return GetFixed<std::int16_t>(); }
+    /// 4 bytes: a float.
     [[nodiscard]] float GetSingle() { return GetFixed<float>(); }
+    /// 12 bytes.
     [[nodiscard]] Vector GetVector() { return GetFixed<Vector>(); }
+    /// 12 bytes.
     [[nodiscard]] rgbColour GetColour() { return GetFixed<rgbColour>(); }
+    /// 16 bytes.
     [[nodiscard]] Quaternion GetQuaternion() { return GetFixed<Quaternion>(); }
+    /// 20 bytes.
     [[nodiscard]] Vertex GetVertex() { return GetFixed<Vertex>(); }
+    /// 48 bytes.
     [[nodiscard]] Matrix GetMatrix() { return GetFixed<Matrix>(); }
 
     /// `count` elements of one kind at once, none if `count` is negative: all that as many single reads would

@@ -17,26 +17,34 @@ namespace ZLMIM
 {
 
 /// What stands under a name.
+/// \ingroup files
 struct FoundFile
 {
+    /// What can stand under a name. Links are followed.
     enum class Kind
     {
-        File,
-        Folder,
-        Other,
+        File,   ///< A regular file.
+        Folder, ///< A folder.
+        Other,  ///< A pipe or a device, say.
     };
 
+    /// The name that leads there, as this system's calls take it.
     SystemName systemName;
+    /// What it is.
     Kind kind = Kind::Other;
     /// The same for all names of one file or folder, and for no other.
     std::pair<std::uint64_t, std::uint64_t> identity;
 };
 
 /// An entry of a folder.
+/// \ingroup files
 struct FolderEntry
 {
+    /// Its name in lower case.
     std::u16string lowerName;
+    /// Its name, without the folder, as this system's calls take it.
     SystemName systemName;
+    /// Whether it is a folder, or a link to one.
     bool isFolder = false;
     /// Whether `lowerName` reads the name as Windows-1252, beside another entry that reads it as UTF-8.
     bool isOtherReading = false;
@@ -54,7 +62,8 @@ struct FolderEntry
 /// `\\.\pipe\x`) lead to nothing there.
 ///
 /// Folders are listed once for all names that one object is asked for, so it is meant to live as long as one
-/// load, or a few of them in a row.
+/// load, or a few of them in a row: what has changed on the disk meanwhile may go unseen.
+/// \ingroup files
 class FileNames
 {
 public:
@@ -74,7 +83,7 @@ public:
     /// Valid until the next call of any member.
     [[nodiscard]] std::span<const FolderEntry> List(SystemName systemFolder);
 
-    /// Forgets all folders.
+    /// Forgets all folders, which are listed anew when they are needed.
     void Forget();
 
 private:

@@ -7,16 +7,21 @@
 namespace ZLMIM
 {
 
-/// The name of a file or folder as this system's calls take it, and what stands between its parts: 16-bit
-/// characters and backslashes on Windows, bytes and slashes elsewhere.
+/// \addtogroup files
+/// @{
+
 #ifdef _WIN32
 using SystemName = std::u16string;
 inline constexpr SystemName::value_type kSystemSeparator = u'\\';
 #else
+/// The name of a file or folder as this system's calls take it: 16-bit characters on Windows, bytes
+/// elsewhere.
 using SystemName = std::string;
+/// What stands between the parts of such a name: a backslash on Windows, a slash elsewhere.
 inline constexpr SystemName::value_type kSystemSeparator = '/';
 #endif
 
+/// A part of such a name.
 using SystemNameView = std::basic_string_view<SystemName::value_type>;
 
 /// The system's form of a name in the object model's.
@@ -30,6 +35,8 @@ using SystemNameView = std::basic_string_view<SystemName::value_type>;
 
 /// The text of a name in bytes: from UTF-8 if it is that, else through Windows-1252.
 [[nodiscard]] std::u16string FromSystemName(std::string_view systemName);
+
+/// @}
 
 } // namespace ZLMIM
 

@@ -25,25 +25,42 @@ constexpr const char* kHead =
 /// holders for texts, variants and counted references. A host needs no library for them: it loads the module
 /// and asks it for `DllGetClassObject`.
 ///
-/// Every member answers a status; its result travels as the last argument and belongs to the host. Lists are
-/// numbered from 1, what `Geometry` and `BoneAnim` hold by index from 0.
+/// An interface has the members of the class that bears its name: they hold the same, in the same units, and
+/// change in the same way. Every member answers a status, `S_OK` where all went well; its result travels as the
+/// last argument and belongs to the host. Lists are numbered from 1, what `Geometry` and `BoneAnim` hold by
+/// index from 0. What the classes raise comes as a status:
+///
+/// | Raised | Status |
+/// |---|---|
+/// | `BoundsError` | `DISP_E_BADINDEX` |
+/// | `OverflowError` | `DISP_E_OVERFLOW` |
+/// | `FileSystemError` | 0x800A0000 + its number |
+/// | `std::bad_alloc` | `E_OUTOFMEMORY` |
+/// | `std::invalid_argument`, and an object of another class or another module | `E_INVALIDARG` |
+/// | a null place for a result | `E_POINTER` |
+/// | all else | `E_FAIL` |
 namespace ZLMIM::Host
 {
+
+/// \addtogroup hosts
+/// @{
 
 using Component::Pointer;
 using Component::Text;
 using Component::Variant;
 
-/// The identifiers of interface `I`: its own, and that of its class.
+/// The identifier of interface `I`.
 template <class I>
 inline constexpr GUID kInterfaceId{};
+/// The identifier of the class whose interface is `I`.
 template <class I>
 inline constexpr GUID kClassId{};
 
 /// What the module exports under the name "DllGetClassObject".
 using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID classId, REFIID iid, void** object);
 
-/// A new object of the class whose interface is `I`.
+/// A new object of the class whose interface is `I`, which the host owns a reference to. Answers what the
+/// module or its class factory answers.
 template <class I>
 [[nodiscard]] HRESULT Create(GetClassObject getClassObject, Pointer<I>& object)
 {
@@ -91,6 +108,27 @@ template <class I>
     return std::string(prefix) + member.name;
 }
 
+/// The class of the model whose members an interface has.
+[[nodiscard]] std::string ModelClass(const ClassInfo& info)
+{
+    const std::string name = info.name;
+    return "ZLMIM::" + (name == "anim" ? "Anim" : name);
+}
+
+/// What a member does is told once, at the class of the model; but lists of the model have no keys to refuse.
+[[nodiscard]] std::string CommentOf(const ClassInfo& info, const Member& member)
+{
+    const std::string name = member.name;
+    if (member.kind == DISPATCH_PROPERTYPUT || member.kind == DISPATCH_PROPERTYPUTREF)
+        return "Writes what `get_" + name + "` gives.";
+    if (!info.create && name == "Add")
+        return "Appends a copy of `Item`, or a reference to it, which must be what the list holds. The rest "
+               "must be left out.";
+    if (!info.create && name == "_NewEnum")
+        return "A new `IEnumVARIANT` over the entries, in their order.";
+    return "\\copydoc " + ModelClass(info) + "::" + name;
+}
+
 } // namespace
 
 std::string GenerateHostHeader()
@@ -101,20 +139,17 @@ std::string GenerateHostHeader()
         text += std::string("struct ") + info->Interface().name + ";\n";
     for (const ClassInfo* const info : interfaces)
     {
-        text += "\n";
-        if (info->help)
-            text += std::string("/// ") + info->help + ".\n";
+        text += "\n/// A `" + ModelClass(*info) + "` as hosts hold it.\n";
         text += std::string("struct ") + info->Interface().name + " : IDispatch\n{\n";
         for (const Member& member : info->members)
         {
-            if (member.help)
-                text += std::string("    /// ") + member.help + "\n";
+            text += "    /// " + CommentOf(*info, member) + "\n";
             text += "    virtual HRESULT STDMETHODCALLTYPE " + NameOf(member) + "(" + ArgumentsOf(member) +
                     ") = 0;\n";
         }
         text += "};\n";
     }
-    text += "\n";
+    text += "\n/// @}\n/// \\cond IDENTIFIERS\n";
     const auto putId = [&](const char* variable, const ClassInfo& info, const GUID& guid)
     {
         text += std::string("template <>\ninline constexpr GUID ") + variable + "<" + info.Interface().name +
@@ -126,7 +161,7 @@ std::string GenerateHostHeader()
         if (info->create)
             putId("kClassId", *info, info->classId);
     }
-    text += "\n} // namespace ZLMIM::Host\n\n#endif\n";
+    text += "/// \\endcond\n\n} // namespace ZLMIM::Host\n\n#endif\n";
     return text;
 }
 
