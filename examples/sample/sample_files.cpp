@@ -24,6 +24,9 @@ namespace
 
 constexpr Quaternion kUnturned = {0, 0, 0, 1};
 
+/// The doors' distance from the wagon's middle, in metres.
+constexpr float kDoorX = 1.38F;
+
 struct TextureEntry
 {
     txtype type = txtype::TEX_Diffuse;
@@ -96,14 +99,21 @@ struct BonePlan
     float turn = 0;
 };
 
+/// How far the right door has been slid open, as the mesh stands, and the left one opens.
+constexpr float kDoorSlide = 1.6F;
+
 BonePlan WagonBones()
 {
-    const auto door = [](const std::string& side, float x)
+    const auto door = [](const std::string& side, float x, float y, float slide)
     {
         const BonePlan handle = {"b.r.handle." + side, {x > 0 ? 0.05F : -0.05F, 0.6F, 0}, {}, 0, 1};
-        return BonePlan{"b.r.door." + side, {x, 0, 1.6F}, {handle}, 1.6F, 0};
+        return BonePlan{"b.r.door." + side, {x, y, 1.6F}, {handle}, slide, 0};
     };
-    return {"b.r.wagon", {}, {{"b.r.body", {0, 0, 0.5F}, {door("left", -1.3F), door("right", 1.3F)}}}};
+    return {"b.r.wagon",
+            {},
+            {{"b.r.body",
+              {0, 0, 0.5F},
+              {door("left", -kDoorX, 0, kDoorSlide), door("right", kDoorX, kDoorSlide, -kDoorSlide)}}}};
 }
 
 Bytes MeshBone(const BonePlan& bone)
@@ -143,32 +153,44 @@ Bytes WagonMesh()
 
     Shape underframe;
     AddBox(underframe, {0, 0, 1}, {2.4F, 9, 0.3F});
-    AddBox(underframe, {-0.9F, 4.6F, 1}, {0.3F, 0.4F, 0.3F});
-    AddBox(underframe, {0.9F, -4.6F, 1}, {0.3F, 0.4F, 0.3F});
-    AppendChunk(file, 0, ShortMaterial({0.2F, 0.2F, 0.22F}, {{txtype::TEX_Diffuse, "underframe.texture"}}),
+    for (const float y : {-4.7F, 4.7F})
+    {
+        for (const float x : {-0.9F, 0.9F})
+        {
+            AddCylinder(underframe, 1, {x, y, 1}, 0.4F, 0.1F, 8);
+            AddCylinder(underframe, 1, {x, y * 1.05F, 1}, 0.08F, 0.25F, 24);
+        }
+    }
+    AppendChunk(file, 0, ShortMaterial({0.25F, 0.26F, 0.3F}, {{txtype::TEX_Diffuse, "underframe.texture"}}),
                 underframe, {}, 200);
 
     Shape body;
-    AddBox(body, {0, -2.9F, 2.4F}, {2.6F, 3, 2.4F});
-    AddBox(body, {0, 2.9F, 2.4F}, {2.6F, 3, 2.4F});
-    AddBox(body, {0, 0, 3.7F}, {2.7F, 9.2F, 0.2F});
+    for (const float y : {-2.9F, 2.9F})
+    {
+        AddBox(body, {0, y, 2.35F}, {2.6F, 3, 2.4F});
+        for (const float rib : {-1.45F, -0.5F, 0.5F, 1.45F})
+            AddBox(body, {0, y + rib, 2.35F}, {2.68F, 0.1F, 2.4F});
+    }
+    AddBox(body, {0, 0, 3.6F}, {2.9F, 9.2F, 0.14F});
+    AddBox(body, {0, 0, 3.72F}, {1.9F, 9.2F, 0.1F});
     AppendChunk(file, 1,
-                LongMaterial("wagon\\sides.m.gloss", {0.55F, 0.2F, 0.12F},
+                LongMaterial("wagon\\sides.m.gloss", {0.66F, 0.25F, 0.16F},
                              {{txtype::TEX_Diffuse, "textures\\wagon\\planks.texture"},
                               {txtype::TEX_Bump, "textures\\wagon\\planks_bump.texture"}}),
                 body, "b.r.body");
 
     int id = 2;
-    for (const float side : {-1.3F, 1.3F})
+    for (const float x : {-kDoorX, kDoorX})
     {
+        const float y = x > 0 ? kDoorSlide : 0;
         Shape door;
-        AddBox(door, {side, 0, 2.4F}, {0.08F, 2.8F, 2.2F});
-        AddBox(door, {side * 1.05F, 0.6F, 2.1F}, {0.08F, 0.1F, 0.4F});
+        AddBox(door, {x, y, 2.34F}, {0.06F, 2.8F, 2.34F});
+        AddBox(door, {x * 1.04F, y + 0.6F, 2.1F}, {0.06F, 0.1F, 0.5F});
         AppendChunk(
             file, id++,
-            LongMaterial("wagon\\doors.m.gloss", {0.6F, 0.25F, 0.15F},
+            LongMaterial("wagon\\doors.m.gloss", {0.8F, 0.42F, 0.22F},
                          {{txtype::TEX_Diffuse, "doors.texture"}, {txtype::TEX_Reflect, "sky.texture"}}),
-            door, side < 0 ? "b.r.door.left" : "b.r.door.right");
+            door, x < 0 ? "b.r.door.left" : "b.r.door.right");
     }
 
     file.Block("INFL", Bytes().Zeros(16));
@@ -177,7 +199,8 @@ Bytes WagonMesh()
                              {"a.Front", {0, 5, 1}},
                              {"a.Back", {0, -5, 1}},
                              {"a.Load", {0, 0, 1.15F}},
-                             {"a.Roof", {0, 2, 3.8F}}});
+                             {"a.Roof", {0, 2.4F, 3.77F}},
+                             {"a.Pantograph", {0, -2.4F, 3.77F}}});
     return file.Block("SKEL", Bytes().Long(1).Append(MeshBone(WagonBones())));
 }
 
@@ -203,12 +226,13 @@ Bytes LoadMesh(int sides)
     AddBox(crates, {-0.4F, 0.5F, 0.4F}, {0.8F, 0.8F, 0.8F});
     AddBox(crates, {0.2F, -0.5F, 0.5F}, {1, 1, 1});
     Shape barrel;
-    AddCylinder(barrel, {0.6F, 0.5F, 0.3F}, 0.9F, 0.3F, sides);
+    AddCylinder(barrel, 0, {0.6F, 0.5F, 0.3F}, 0.9F, 0.3F, sides);
     Bytes file = MeshHeader(2);
-    AppendChunk(file, 0,
-                LongMaterial("crates.m.plain", {0.7F, 0.55F, 0.3F}, {{txtype::TEX_Diffuse, "crate.texture"}}),
-                crates);
-    AppendChunk(file, 1, ShortMaterial({0.35F, 0.3F, 0.3F}, {}), barrel);
+    AppendChunk(
+        file, 0,
+        LongMaterial("crates.m.plain", {0.86F, 0.68F, 0.38F}, {{txtype::TEX_Diffuse, "crate.texture"}}),
+        crates);
+    AppendChunk(file, 1, ShortMaterial({0.2F, 0.42F, 0.56F}, {}), barrel);
     return file;
 }
 
@@ -222,19 +246,19 @@ Bytes BogeyMesh()
     for (const float y : {-0.9F, 0.9F})
     {
         for (const float x : {-0.75F, 0.75F})
-            AddCylinder(wheels, {x, y, -0.05F}, 0.13F, 0.45F, 20);
-        AddCylinder(wheels, {0, y, -0.05F}, 1.5F, 0.08F, 8);
+            AddCylinder(wheels, 0, {x, y, -0.05F}, 0.13F, 0.45F, 20);
+        AddCylinder(wheels, 0, {0, y, -0.05F}, 1.5F, 0.08F, 8);
     }
     Bytes file = MeshHeader(2);
-    AppendChunk(file, 0, ShortMaterial({0.25F, 0.25F, 0.25F}, {}), frame);
-    AppendChunk(file, 1, LongMaterial("wheels.m.metal", {0.45F, 0.42F, 0.4F}, {}), wheels);
+    AppendChunk(file, 0, ShortMaterial({0.32F, 0.33F, 0.36F}, {}), frame);
+    AppendChunk(file, 1, LongMaterial("wheels.m.metal", {0.55F, 0.54F, 0.55F}, {}), wheels);
     return file;
 }
 
 Bytes PantographMesh()
 {
     Shape bars;
-    AddBox(bars, {0, 0, 0.1F}, {1.2F, 1.2F, 0.1F});
+    AddBox(bars, {0, 0, 0.05F}, {1.2F, 1, 0.1F});
     AddBox(bars, {-0.5F, 0, 0.7F}, {0.06F, 0.06F, 1.2F});
     AddBox(bars, {0.5F, 0, 0.7F}, {0.06F, 0.06F, 1.2F});
     AddBox(bars, {0, 0, 1.3F}, {1.8F, 0.25F, 0.06F});

@@ -8,11 +8,13 @@ namespace Sample
 
 using ZLMIM::Testing::Bytes;
 
-/// A covered wagon: underframe, sides and two sliding doors with their handles, each on its bone, and
-/// attachment points for bogeys, buffers and a load. Long and short materials.
+/// A covered wagon, its length along the y axis: underframe, sides and two sliding doors with their handles,
+/// each on its bone, the right door open; attachment points for bogeys, couplings, a load and what stands on
+/// the roof. Long and short materials.
 [[nodiscard]] Bytes WagonMesh();
 
-/// The wagon's doors open and shut: the skeleton of `WagonMesh` in 25 frames.
+/// The wagon's left door opens and shuts while the right one shuts and opens: the skeleton of `WagonMesh` in
+/// 25 frames.
 [[nodiscard]] Bytes WagonAnimation();
 
 /// Two crates and a barrel, as the wagon's load. The barrel has `sides` sides: more for a level of more

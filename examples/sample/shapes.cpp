@@ -68,8 +68,14 @@ void AddBox(Shape& shape, const Vector& centre, const Vector& size)
     }
 }
 
-void AddCylinder(Shape& shape, const Vector& centre, float length, float radius, int sides)
+void AddCylinder(Shape& shape, int axis, const Vector& centre, float length, float radius, int sides)
 {
+    // Made along the x axis, then turned by changing the axes round.
+    const auto turned = [axis](const Vector& v)
+    {
+        const std::array<Vector, 3> turns = {{{v.x, v.y, v.z}, {v.z, v.x, v.y}, {v.y, v.z, v.x}}};
+        return turns.at(static_cast<std::size_t>(axis));
+    };
     const auto direction = [sides](float side)
     {
         const float angle = 2 * std::numbers::pi_v<float> * side / static_cast<float>(sides);
@@ -77,8 +83,9 @@ void AddCylinder(Shape& shape, const Vector& centre, float length, float radius,
     };
     const auto corner = [&](const Vector& d, float along, const Vector& normal)
     {
-        return Corner{{centre.x + along * length / 2, centre.y + d.y * radius, centre.z + d.z * radius},
-                      normal,
+        const Vector offset = turned({along * length / 2, d.y * radius, d.z * radius});
+        return Corner{{centre.x + offset.x, centre.y + offset.y, centre.z + offset.z},
+                      turned(normal),
                       (d.y + 1) / 2,
                       (d.z + 1) / 2};
     };
@@ -88,8 +95,8 @@ void AddCylinder(Shape& shape, const Vector& centre, float length, float radius,
         const auto number = static_cast<float>(side);
         const Vector a = direction(number);
         const Vector b = direction(number + 1);
-        AddQuad(shape, {corner(a, -1, a), corner(a, 1, a), corner(b, 1, b), corner(b, -1, b)},
-                direction(number + 0.5F));
+        AddQuad(shape, {corner(a, -1, a), corner(b, -1, b), corner(b, 1, b), corner(a, 1, a)},
+                turned(direction(number + 0.5F)));
         for (const float end : {-1.0F, 1.0F})
         {
             const Vector out = {end, 0, 0};
@@ -98,11 +105,11 @@ void AddCylinder(Shape& shape, const Vector& centre, float length, float radius,
             {
                 const Corner c = corner(d, end, out);
                 shape.vertices.push_back({c.point.x, c.point.y, c.point.z, c.u, c.v});
-                shape.normals.push_back(out);
+                shape.normals.push_back(c.normal);
             }
             for (const int i : {0, 1, 2})
                 shape.indices.push_back(static_cast<std::int16_t>(first + i));
-            shape.faceNormals.push_back(out);
+            shape.faceNormals.push_back(turned(out));
         }
     }
 }

@@ -12,7 +12,7 @@
 namespace Sample
 {
 
-/// Points, faces and their normals, to become one GEOM block.
+/// Points, faces and their normals, to become one GEOM block. Seen from its front, a face runs anticlockwise.
 struct Shape
 {
     std::vector<ZLMIM::Vertex> vertices;
@@ -24,8 +24,8 @@ struct Shape
 /// Adds a box, its sides parallel to the axes. Lengths in metres.
 void AddBox(Shape& shape, const ZLMIM::Vector& centre, const ZLMIM::Vector& size);
 
-/// Adds a cylinder along the x axis, with both caps. Lengths in metres.
-void AddCylinder(Shape& shape, const ZLMIM::Vector& centre, float length, float radius, int sides);
+/// Adds a cylinder along an axis (0 for x, 1 for y, 2 for z), with both caps. Lengths in metres.
+void AddCylinder(Shape& shape, int axis, const ZLMIM::Vector& centre, float length, float radius, int sides);
 
 /// The GEOM block of a shape made of triangles, that hangs from `bone`.
 void AppendGeometry(ZLMIM::Testing::Bytes& payload, const Shape& shape, const std::string& bone,
