@@ -3,7 +3,8 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev libboost-dev)
+# What the library and the programs around it are built from.
+build_packages=(g++ cmake ninja-build nlohmann-json3-dev libboost-dev libcli11-dev libglm-dev libpng-dev)
 test_packages=("${build_packages[@]}" libgtest-dev)
 package_packages=(g++ cmake ninja-build dpkg-dev file lintian)
 
