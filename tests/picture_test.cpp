@@ -81,15 +81,17 @@ TEST(Picture, PlacesEntriesUnderOneAnother)
     const Bytes triangle = ChunkOf(PrimFlag::TRIANGLES, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 1, 2});
     // A quarter turn that takes x to y and y to -x, and a way along x.
     const Matrix turn = {0, 1, 0, -1, 0, 0, 0, 0, 1, 10, 0, 0};
-    const auto points = Bytes().Long(100).Long(2).String("a.p").Record(turn).String("a.bogey7").Record(turn);
+    const Matrix enlarge = {2, 0, 0, 0, 2, 0, 0, 0, 2, 0, 0, 5};
+    auto points = Bytes().Long(100).Long(4).String("a.p").Record(turn).String("a.bogey7").Record(turn);
+    points.String("a.pantograph").Record(turn).String("a.q").Record(enlarge);
     AssetFolder folder;
     folder.Write("wagon/t.im", MeshHeader(1).Append(triangle).Block("ATCH", points).Str());
     folder.Write("bogey/config.txt", "kuid <k:1>\nasset-filename t\n");
     folder.Write("bogey/t.im", MeshHeader(1).Append(triangle).Str());
-    folder.Wagon("bogey-7 <k:1>\nbogey-8 <k:1>\nmesh-table {\n"
+    folder.Wagon("bogey-7 <k:1>\nbogey-8 <k:1>\npantograph <k:2>\nmesh-table {\n"
                  "a {\nmesh t.im\n}\n"
                  "b {\nmesh t.im\natt-parent a\natt a.p\n}\n"
-                 "c {\nmesh t.im\natt-parent b\natt a.p\n}\n"
+                 "c {\nmesh t.im\natt-parent b\natt a.q\n}\n"
                  "d {\nmesh t.im\natt-parent d\natt a.p\n}\n"
                  "e {\nmesh t.im\natt-parent d\natt a.p\n}\n"
                  "f {\nmesh nowhere.im\n}\n}\n");
@@ -101,11 +103,11 @@ TEST(Picture, PlacesEntriesUnderOneAnother)
         found.push_back(each.Corners);
     const Corners hung = {{{10, 0, 0}, {10, 1, 0}, {9, 0, 0}}};
     const Corners a = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}};
-    const Corners c = {{{10, 10, 0}, {9, 10, 0}, {10, 9, 0}}};
+    const Corners c = {{{10, 0, 5}, {10, 2, 5}, {8, 0, 5}}};
     // The bogey's point is there on a, b and c; the first counts.
     EXPECT_EQ(found, (std::vector<Corners>{a, hung, c, hung}));
     EXPECT_EQ(scene.LeftOut, (std::map<std::string, std::size_t>{
-                                 {"bogeys and pantographs without a place", 1},
+                                 {"bogeys and pantographs without a place or a mesh", 2},
                                  {"entries that hang on themselves", 2},
                                  {"meshes that didn't load", 1},
                              }));
@@ -166,9 +168,9 @@ TEST(Picture, IsSeenFromTheSideThatIsAskedFor)
 {
     // A small corner that is to the right, in front and above, and one that is opposite.
     const std::vector<Vector> points = {{1, 1, 1}, {0.5F, 1, 1}, {1, 0.5F, 1}, {1, 1, 0.5F}};
-    std::vector<Vector> opposite;
-    for (const auto& [x, y, z] : points)
-        opposite.push_back({-x, -y, -z});
+    std::vector<Vector> opposite = points;
+    for (Vector& point : opposite)
+        point = {-point.x, -point.y, -point.z};
     const std::vector<int> fan = {0, 1, 2, 3, 1};
     const Scene scene = SceneOf(
         {ChunkOf(PrimFlag::TRI_FAN, points, fan), ChunkOf(PrimFlag::TRI_FAN, opposite, fan, {0, 0, 1})});

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdint>
 #include <glm/gtc/matrix_transform.hpp>
 #include <limits>
+#include <utility>
 
 namespace ZLMIM::Picture
 {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <unordered_map>
@@ -74,11 +75,10 @@ class SceneMaker
 public:
     void Add(const Mesh& mesh, const glm::mat4& place)
     {
-        if (!mesh.Chunks)
-        {
+        if (!mesh.Chunks || !mesh.ErrorMessage.empty())
             ++mScene.LeftOut["meshes that didn't load"];
+        if (!mesh.Chunks)
             return;
-        }
         for (const auto& chunk : mesh.Chunks->Entries())
             if (chunk && chunk->Geometry && chunk->Material)
                 Add(*chunk, place);
@@ -135,8 +135,8 @@ public:
             std::erase(key, u'-');
             const auto point = points.find(u"a." + key);
             const auto table = reference ? reference->MeshTable() : nullptr;
-            if (point == points.end() || !table || ++seen > kMaxReferences)
-                ++mScene.LeftOut["bogeys and pantographs without a place"];
+            if (point == points.end() || !table || table->Count() == 0 || ++seen > kMaxReferences)
+                ++mScene.LeftOut["bogeys and pantographs without a place or a mesh"];
             else
                 static_cast<void>(Add(*table, point->second)); // what they refer to themselves is left out
         }
