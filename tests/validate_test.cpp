@@ -105,27 +105,12 @@ TEST(Validate, JudgesMeshes)
         {[](Plan& p) { p.kind = LINE_STRIP, p.faceNormals = {}; }, {": primitive-count"}},
         {[](Plan& p) { p.kind = POINTS, p.primitives = 6; }, {": face-normal-count"}},
         {[](Plan& p) { p.kind = TRI_STRIP, p.primitives = 4, p.faceNormals.resize(4, {1}); }, {}},
-        {[](Plan& p) {
-             p.kind = TRI_FAN, p.indices = {0, 1, 1, 3};
-         },
-         {", triangle 0: degenerate-triangle"}},
-        {[](Plan& p) {
-             p.vertices[2] = {2, 1e-8F};
-         },
-         {", triangle 0: degenerate-triangle"}},
-        {[](Plan& p) {
-             p.vertices[2] = {2, 1e-5F};
-         },
-         {}},
+        {[](Plan& p) { p.kind = TRI_FAN, p.indices.resize(4); }, {", triangle 1: degenerate-triangle"}},
+        {[](Plan& p) { p.vertices[2].y = 1e-8F; }, {", triangle 0: degenerate-triangle"}},
+        {[](Plan& p) { p.vertices[2].y = 1e-5F; }, {}},
         {[](Plan& p) { p.faceNormals.pop_back(); }, {": face-normal-count"}},
-        {[](Plan& p) {
-             p.normals[1] = {0, 1, 0.2F};
-         },
-         {", normal 1: normal-length"}},
-        {[](Plan& p) {
-             p.normals[1] = {0, 126 / 127.0F};
-         },
-         {}},
+        {[](Plan& p) { p.normals[1].y = 0.2F; }, {", normal 1: normal-length"}},
+        {[](Plan& p) { p.normals[1].z = 126 / 127.0F; }, {}},
         {[](Plan& p) { p.faceNormals[0].y = kNan; }, {", face normal 1: not-finite"}},
         {[](Plan& p) { p.vertices[2].v = kNan; }, {", vertex 2: not-finite"}},
         {[](Plan& p) { p.bone = "E"; }, {": bone-unknown"}},

@@ -61,9 +61,17 @@ public:
                     mKeys.AssetFileName = mKey;
             }
         }
-        catch (const FileSystemError&)
+        catch (const FileSystemError& error)
         {
-            mKeys.FailedLine = mKey.FirstLine; // the model's load fails there as well, and says why
+            // The model's load fails there as well.
+            const bool hasBegun = mStream.Lines() >= mKey.FirstLine;
+            mKeys.TroubleLine = std::min(mKey.FirstLine, mStream.Lines());
+            if (error.Number() != FileSystemError::Code::PastEnd)
+                mKeys.Trouble = "it can't be read";
+            else if (hasBegun)
+                mKeys.Trouble = "its quotation mark is never closed";
+            else
+                mKeys.Trouble = "its block doesn't begin before the file ends";
         }
         return std::move(mKeys);
     }

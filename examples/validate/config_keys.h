@@ -44,8 +44,10 @@ struct ConfigKeys
     /// All `bogey` keys, and `pantograph`.
     std::vector<ConfigKey> References;
     ConfigKey AssetFileName;
-    /// Line that the key begins on which couldn't be read to its end; 0 if all could.
-    std::int64_t FailedLine = 0;
+    /// What keeps the file from being read to its end, and the line of the key that it is about; empty and 0
+    /// if it can be.
+    std::string Trouble;
+    std::int64_t TroubleLine = 0;
 };
 
 /// Reads the keys that hold names of files, assets, entries and attachment points, by the rules by which a

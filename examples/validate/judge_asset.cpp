@@ -187,7 +187,12 @@ void JudgeModel(const ZLMModel& model, const Examples::Outcome& outcome, const C
     // What meshes and animations raise; the last entry is the one that was being loaded.
     const bool isOfAnEntry = !outcome.IsLoaded && outcome.Raised != "FileSystemError" && table->Count() > 0;
     if (!outcome.IsLoaded && !isOfAnEntry)
-        report.Add(Code::NotLoaded, keys.FailedLine > 0 ? Line(keys.FailedLine) : "", Told(outcome));
+    {
+        if (keys.Trouble.empty())
+            report.Add(Code::NotLoaded, "", Told(outcome));
+        else
+            report.Add(Code::NotLoaded, Line(keys.TroubleLine), keys.Trouble);
+    }
     EntryJudge judge(keys, names, judged, report);
     for (std::size_t index = 0; const auto& entry : table->Entries())
     {

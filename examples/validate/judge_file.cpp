@@ -21,6 +21,9 @@ std::string Reason(const Mesh& mesh, const Outcome& outcome)
 {
     if (!outcome.Raised.empty())
         return Told(outcome);
+    if (mesh.Chunks) // so it's one of these that is missing
+        return Inspect::Printable(mesh.ErrorMessage) + ", behind " + Inspect::Number(mesh.Chunks->Count()) +
+               " of " + Inspect::Counted(mesh.ChunkCount, "chunk", "chunks");
     if (!mesh.ErrorMessage.empty())
         return Inspect::Printable(mesh.ErrorMessage);
     return "it is empty, or can't be read";

@@ -4,12 +4,12 @@
 #include "zlmim/reader/file_names.h"
 #include "zlmim/reader/system_name.h"
 
-#include <compare>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace ZLMIM::Validate
@@ -22,7 +22,10 @@ struct FileKey
     std::pair<std::uint64_t, std::uint64_t> File;
     std::pair<std::uint64_t, std::uint64_t> Folder;
 
-    auto operator<=>(const FileKey&) const = default;
+    [[nodiscard]] bool operator<(const FileKey& other) const
+    {
+        return std::tie(File, Folder) < std::tie(other.File, other.Folder);
+    }
 };
 
 /// A regular file that stands under a name.

@@ -107,8 +107,8 @@ std::vector<OtherLines> Edits(const std::u16string& name, const ConfigKeys& keys
 Examples::Asset LoadLoneAsset(const std::u16string& name, const ConfigKeys& keys,
                               const std::shared_ptr<FileNames>& names)
 {
-    const auto files = std::make_shared<EditedFileSystem>(names, name, Edits(name, keys));
-    const auto model = std::make_shared<ZLMModel>([files] { return files; });
+    std::shared_ptr<FileSystem> files = std::make_shared<EditedFileSystem>(names, name, Edits(name, keys));
+    const auto model = std::make_shared<ZLMModel>([files = std::move(files)] { return files; });
     const auto load = [&]
     {
         model->Load(name);

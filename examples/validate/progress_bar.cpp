@@ -32,8 +32,8 @@ void ProgressBar::Show(std::size_t done, std::size_t all)
     if (!mIsTerminal)
         return;
     if (!mDisplay)
-        mDisplay.emplace(all, std::cerr, "");
-    *mDisplay += done - mDisplay->count();
+        mDisplay.emplace(static_cast<unsigned long>(all), std::cerr, "");
+    *mDisplay += static_cast<unsigned long>(done) - mDisplay->count();
 }
 
 } // namespace ZLMIM::Validate
