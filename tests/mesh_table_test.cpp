@@ -51,7 +51,7 @@ TEST(ParseMeshTable, MakesAnEntryAtEachClosingBrace)
          "a+>a@a.two b c+>a d>b"},
         {"effects are passed over",
          "mesh-table\na\neffects {\nx {\n} y\nmesh no.im\n}\nmesh body.im\n}\n}\nkind end\n", "a+"},
-        {"effects with lone braces", "mesh-table\na\neffects\n{\nx\n{\n}\n}\nmesh body.im\n}\n}\nkind end\n",
+        {"effects with lone braces", "mesh-table\na\neffects\n\n{\nx\n{\n}\n}\nmesh body.im\n}\n}\nkind end\n",
          "a+"},
         {"effects without any", "mesh-table\na\neffects\n}\nmesh body.im\n}\n}\nkind end\n", "a+"},
         {"a lone brace below effects {", "mesh-table\na\neffects {\n{\n}\n}\nmesh body.im\n}\n}\nkind end\n",

@@ -132,15 +132,18 @@ private:
     bool SkipEffects()
     {
         bool mayBeOwnBrace = mKey.Value != u"{";
-        for (std::int64_t depth = 1; depth > 0; mayBeOwnBrace = false)
+        for (std::int64_t depth = 1; depth > 0;)
         {
             ReadKey();
             if (mStream.AtEndOfStream())
                 return false;
+            if (mKey.Key.empty() && mKey.Value.empty())
+                continue;
             if (mKey.Key == u"}")
                 --depth;
             else if (mKey.Value == u"{" || (IsLoneBrace() && !mayBeOwnBrace))
                 ++depth;
+            mayBeOwnBrace = false;
         }
         return true;
     }

@@ -22,18 +22,21 @@ bool SkipEffects(TextStream& stream, const std::u16string& effectsValue)
 {
     std::u16string key;
     std::u16string value;
-    // A brace on the line below is the block's own, if the `effects` line has none.
+    // The next line's brace is the block's own, if the `effects` line has none. Empty lines don't count.
     bool mayBeOwnBrace = effectsValue != u"{";
-    for (std::int64_t depth = 1; depth > 0; mayBeOwnBrace = false)
+    for (std::int64_t depth = 1; depth > 0;)
     {
         ReadConfigLine(stream, key, value);
         if (stream.AtEndOfStream())
             return false;
+        if (key.empty() && value.empty())
+            continue;
         const bool isLoneBrace = key == u"{" && value.empty();
         if (key == u"}")
             --depth;
         else if (value == u"{" || (isLoneBrace && !mayBeOwnBrace))
             ++depth;
+        mayBeOwnBrace = false;
     }
     return true;
 }
