@@ -6,6 +6,7 @@
 #include "zlmim/mesh/mesh.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -24,6 +25,12 @@ struct Outcome
     /// The text that came with it.
     std::string What;
 };
+
+/// Runs a load, and tells how it ended.
+[[nodiscard]] Outcome Attempt(const std::function<bool()>& load);
+
+/// What was raised, and what it said, printable.
+[[nodiscard]] std::string Told(const Outcome& outcome);
 
 /// An object of the model, filled as far as its load went.
 struct Asset

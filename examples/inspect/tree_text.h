@@ -3,11 +3,11 @@
 
 #include "tree.h"
 
+#include "examples/text.h"
 #include "zlmim/model/records.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,9 +15,11 @@
 namespace ZLMIM::Inspect
 {
 
-/// UTF-8 with an escape (`\x1B`, `\u202E`) for each character that would steer a terminal instead of being
-/// shown.
-[[nodiscard]] std::string Printable(std::u16string_view text);
+using Examples::Counted;
+using Examples::Decimal;
+using Examples::Number;
+using Examples::Printable;
+using Examples::Words;
 
 /// A name, printable, shortened if it is long; says so if it is empty.
 [[nodiscard]] std::string NameText(std::u16string_view name);
@@ -25,21 +27,9 @@ namespace ZLMIM::Inspect
 /// Columns that the text takes on a terminal.
 [[nodiscard]] std::size_t Width(std::string_view text);
 
-/// A whole number with its thousands apart: 4,210.
-[[nodiscard]] std::string Number(std::int64_t number);
-
-/// A float to read, not to copy: three decimals, or five digits for what is too great or small for that.
-[[nodiscard]] std::string Decimal(float value);
-
-/// The words with one blank between them.
-[[nodiscard]] std::string Words(std::initializer_list<std::string_view> words);
-
 [[nodiscard]] Cell DecimalCell(float value);
 
-/// A number of things: "1 bone", "12 bones".
-[[nodiscard]] std::string Counted(std::int64_t count, std::string_view one, std::string_view many);
-
-/// The same for a column: the numbers stand below one another, "1 bone " above "12 bones".
+/// A number of things for a column: the numbers stand below one another, "1 bone " above "12 bones".
 [[nodiscard]] Cell CountCell(std::int64_t count, std::string_view one, std::string_view many);
 
 /// A word, and the three coordinates behind it.

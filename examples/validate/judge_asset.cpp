@@ -1,6 +1,5 @@
 #include "judge_asset.h"
 
-#include "attempt.h"
 #include "config_keys.h"
 #include "judge_file.h"
 #include "judge_references.h"
@@ -8,6 +7,7 @@
 #include "skeleton.h"
 #include "words.h"
 
+#include "examples/asset.h"
 #include "zlmim/config/disk_file_system.h"
 #include "zlmim/model/text.h"
 
@@ -63,7 +63,7 @@ public:
         {
             const auto& culprit = hasRaisedInAnim ? entry.anim->FileName : entry.Mesh->FileName;
             mReport.Add(Code::AssetNotLoaded, place,
-                        "the load ends at " + QuotedFile(culprit) + ": " + Told(outcome) +
+                        "the load ends at " + QuotedFile(culprit) + ": " + Examples::Told(outcome) +
                             "; what follows isn't looked at");
             return;
         }
@@ -189,7 +189,7 @@ void JudgeModel(const ZLMModel& model, const Examples::Outcome& outcome, const C
     if (!outcome.IsLoaded && !isOfAnEntry)
     {
         if (keys.Trouble.empty())
-            report.Add(Code::NotLoaded, "", Told(outcome));
+            report.Add(Code::NotLoaded, "", Examples::Told(outcome));
         else
             report.Add(Code::NotLoaded, Line(keys.TroubleLine), keys.Trouble);
     }
@@ -225,7 +225,7 @@ std::vector<std::u16string> JudgeAsset(const std::u16string& name, const Located
     Report report;
     std::vector<std::u16string> references;
     DiskFileSystem files(names);
-    const Examples::Outcome outcome = Attempt(
+    const Examples::Outcome outcome = Examples::Attempt(
         [&]
         {
             const ConfigKeys keys = ReadConfigKeys(*files.OpenTextFile(name));
@@ -237,7 +237,7 @@ std::vector<std::u16string> JudgeAsset(const std::u16string& name, const Located
             return true;
         });
     if (!outcome.IsLoaded)
-        report.Add(Code::NotLoaded, "", Told(outcome));
+        report.Add(Code::NotLoaded, "", Examples::Told(outcome));
     judged.Store(file.Key, std::move(report));
     return references;
 }

@@ -1,11 +1,10 @@
 #include "judge_file.h"
 
-#include "attempt.h"
 #include "mesh_geometry.h"
 #include "mesh_material.h"
 #include "skeleton.h"
 
-#include "examples/inspect/tree_text.h"
+#include "examples/text.h"
 
 #include <cstdint>
 
@@ -20,27 +19,27 @@ using Examples::Outcome;
 std::string Reason(const Mesh& mesh, const Outcome& outcome)
 {
     if (!outcome.Raised.empty())
-        return Told(outcome);
+        return Examples::Told(outcome);
     if (mesh.Chunks) // so it's one of these that is missing
-        return Inspect::Printable(mesh.ErrorMessage) + ", behind " + Inspect::Number(mesh.Chunks->Count()) +
-               " of " + Inspect::Counted(mesh.ChunkCount, "chunk", "chunks");
+        return Examples::Printable(mesh.ErrorMessage) + ", behind " + Examples::Number(mesh.Chunks->Count()) +
+               " of " + Examples::Counted(mesh.ChunkCount, "chunk", "chunks");
     if (!mesh.ErrorMessage.empty())
-        return Inspect::Printable(mesh.ErrorMessage);
+        return Examples::Printable(mesh.ErrorMessage);
     return "it is empty, or can't be read";
 }
 
 std::string Reason(const Anim& anim, const Outcome& outcome)
 {
     if (!outcome.Raised.empty())
-        return Told(outcome);
+        return Examples::Told(outcome);
     if (!anim.ErrorMessage.empty())
-        return Inspect::Printable(anim.ErrorMessage);
+        return Examples::Printable(anim.ErrorMessage);
     if (anim.FileSize == 0)
         return "it can't be read";
     if (!anim.RootBone)
         return "it has no EVNT block, or no SKEL block behind it";
     return "it has fewer FRAM blocks than " +
-           Inspect::Counted(anim.FrameCount, "frame, as it says", "frames, as it says");
+           Examples::Counted(anim.FrameCount, "frame, as it says", "frames, as it says");
 }
 
 Report ReportOn(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, FileNames& names)
@@ -88,7 +87,7 @@ void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, FileName
     if (!judged.Claim(file))
         return;
     Mesh mesh;
-    const Outcome outcome = Attempt([&] { return mesh.Load(name, names); });
+    const Outcome outcome = Examples::Attempt([&] { return mesh.Load(name, names); });
     judged.Store(file.Key, ReportOn(mesh, outcome, file, names));
 }
 
@@ -97,7 +96,7 @@ void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, FileName
     if (!judged.Claim(file))
         return;
     Anim anim;
-    const Outcome outcome = Attempt([&] { return anim.Load(name, names); });
+    const Outcome outcome = Examples::Attempt([&] { return anim.Load(name, names); });
     judged.Store(file.Key, ReportOn(anim, outcome));
 }
 
@@ -110,7 +109,7 @@ Outcome OutcomeOf(const Anim& anim, FileNames& names)
     // Fewer frames than there should be leave several slots unfilled, but so do frames of one number: another
     // load tells.
     Anim again;
-    return Attempt([&] { return again.Load(anim.FileName, names); });
+    return Examples::Attempt([&] { return again.Load(anim.FileName, names); });
 }
 
 } // namespace ZLMIM::Validate

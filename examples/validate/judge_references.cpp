@@ -3,7 +3,8 @@
 #include "located_file.h"
 #include "words.h"
 
-#include "examples/inspect/tree_text.h"
+#include "examples/text.h"
+#include "zlmim/config/reference_search.h"
 #include "zlmim/model/text.h"
 
 #include <algorithm>
@@ -15,15 +16,6 @@ namespace ZLMIM::Validate
 {
 namespace
 {
-
-/// The name by which an asset is looked for before all others are searched.
-std::u16string FolderName(const std::u16string& kuid)
-{
-    std::u16string name = LowerCase(kuid);
-    std::replace(name.begin(), name.end(), u':', u' ');
-    std::erase_if(name, [](char16_t c) { return c == u'<' || c == u'>'; });
-    return name;
-}
 
 class ReferenceJudge
 {
@@ -39,7 +31,7 @@ public:
     {
         const std::u16string& kuid = reference.Value;
         const std::string place =
-            "line " + std::to_string(reference.FirstLine) + ", " + Inspect::Printable(reference.Key);
+            "line " + std::to_string(reference.FirstLine) + ", " + Examples::Printable(reference.Key);
         const KuidIndex::Match match = mIndex.Find(kuid);
         std::vector<std::u16string> paths;
         std::vector<std::u16string> identities;
@@ -51,7 +43,7 @@ public:
             identities.push_back(identity);
         };
         const auto above = mFolder->IsRootFolder() ? mFolder : mFolder->ParentFolder();
-        const std::u16string candidate = above->Path() + u"\\" + FolderName(kuid) + u"\\config.txt";
+        const std::u16string candidate = above->Path() + u"\\" + KuidFolderName(kuid) + u"\\config.txt";
         if (mFiles.FileExists(candidate))
             add(candidate, mFiles.FileIdentity(candidate));
         else if (match.Failure)
@@ -59,7 +51,7 @@ public:
             const auto failure = FromUtf8(match.Failure->Failure);
             mReport.Add(Code::AssetNotLoaded, place,
                         "the search for " + Quoted(kuid) + " ends at " +
-                            Inspect::Printable(failure.value_or(u"")) + andMore);
+                            Examples::Printable(failure.value_or(u"")) + andMore);
             return {};
         }
         for (const FoundConfig* const found : match.Configs)
@@ -80,7 +72,7 @@ public:
             mReport.Add(
                 Code::KuidFoundTwice, place,
                 Quoted(kuid) + " is " + QuotedFile(paths[0]) + ", but also " + QuotedFile(paths[1]) +
-                    (more > 0 ? " and " + Inspect::Number(static_cast<std::int64_t>(more)) + " more" : "") +
+                    (more > 0 ? " and " + Examples::Number(static_cast<std::int64_t>(more)) + " more" : "") +
                     andMore);
         }
         return paths.front();

@@ -1,6 +1,5 @@
 #include "lone_asset.h"
 
-#include "attempt.h"
 #include "located_file.h"
 
 #include "zlmim/config/disk_file_system.h"
@@ -114,7 +113,7 @@ Examples::Asset LoadLoneAsset(const std::u16string& name, const ConfigKeys& keys
         model->Load(name);
         return true;
     };
-    return {model, Attempt(load)};
+    return {model, Examples::Attempt(load)};
 }
 
 } // namespace ZLMIM::Validate

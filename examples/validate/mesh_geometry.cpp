@@ -2,7 +2,7 @@
 
 #include "words.h"
 
-#include "examples/inspect/tree_text.h"
+#include "examples/text.h"
 
 #include <algorithm>
 #include <array>
@@ -17,7 +17,7 @@ namespace ZLMIM::Validate
 namespace
 {
 
-using Inspect::Counted;
+using Examples::Counted;
 
 /// How far the length of a normal may be from 1. Normals that a tool has kept as three signed bytes are off
 /// by a part in 127 at most; nobody sees that in the shading.
@@ -138,7 +138,7 @@ private:
         // A negative count is told as such.
         if (mGeometry.PrimitiveCount >= 0 && (mGeometry.PrimitiveCount != made || hasRest))
         {
-            std::string message = "a count of " + Inspect::Number(mGeometry.PrimitiveCount) + ", where " +
+            std::string message = "a count of " + Examples::Number(mGeometry.PrimitiveCount) + ", where " +
                                   Counted(indices, "index makes ", "indices make ") +
                                   Counted(made, kind.One, kind.Many);
             if (mGeometry.PrimitiveType == PrimFlag::NONE)
@@ -194,7 +194,7 @@ private:
             return;
         const Vector& n = normals[static_cast<std::size_t>(wrong.First() - first)];
         Add(Code::NormalLength, what, wrong,
-            "of length " + Inspect::Decimal(std::hypot(n.x, n.y, n.z)) + wrong.AndMore());
+            "of length " + Examples::Decimal(std::hypot(n.x, n.y, n.z)) + wrong.AndMore());
     }
 
     void JudgeTriangles()

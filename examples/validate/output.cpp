@@ -1,6 +1,6 @@
 #include "output.h"
 
-#include "examples/inspect/tree_text.h"
+#include "examples/text.h"
 #include "zlmim/model/text.h"
 
 #include <nlohmann/json.hpp>
@@ -15,7 +15,7 @@ void WriteText(const Result& result, std::ostream& out)
     for (const Finding& finding : result.Findings)
     {
         const CodeInfo& info = Info(finding.Code);
-        out << Inspect::Printable(finding.File) << ": ";
+        out << Examples::Printable(finding.File) << ": ";
         if (!finding.Place.empty())
             out << finding.Place << ": ";
         out << Name(info.Severity) << ": " << finding.Message << " [" << info.Name << "]\n";

@@ -1,15 +1,15 @@
 #include "words.h"
 
-#include "examples/inspect/tree_text.h"
+#include "examples/text.h"
 
 namespace ZLMIM::Validate
 {
 
-std::string Quoted(std::u16string_view name) { return "\"" + Inspect::Printable(name) + "\""; }
+std::string Quoted(std::u16string_view name) { return "\"" + Examples::Printable(name) + "\""; }
 
 std::string Tally::AndMore() const
 {
-    return mCount > 1 ? " (and " + Inspect::Number(mCount - 1) + " more)" : std::string();
+    return mCount > 1 ? " (and " + Examples::Number(mCount - 1) + " more)" : std::string();
 }
 
 } // namespace ZLMIM::Validate

@@ -4,6 +4,7 @@
 #include "zlmim/config/config_line.h"
 #include "zlmim/model/text.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -34,6 +35,14 @@ std::optional<std::u16string> ConfigValue(std::u16string_view key, TextStream& s
 }
 
 } // namespace
+
+std::u16string KuidFolderName(const std::u16string& kuid)
+{
+    std::u16string name = LowerCase(kuid);
+    std::replace(name.begin(), name.end(), u':', u' ');
+    std::erase_if(name, [](char16_t c) { return c == u'<' || c == u'>'; });
+    return name;
+}
 
 ReferenceSearch::ReferenceSearch(const Folder& start) : mFolders(start.SubFolders()) {}
 

@@ -15,6 +15,10 @@ namespace ZLMIM
 
 class AssetLoad;
 
+/// The name of the folder in which the asset with this kuid is looked for before all others: in lower case,
+/// with blanks for the colons, and without angle brackets. \ingroup inside
+[[nodiscard]] std::u16string KuidFolderName(const std::u16string& kuid);
+
 /// The walk for config files by their kuid, over two levels of folders below a start folder: a folder before
 /// its children, and all of these before the folder's next sibling.
 ///

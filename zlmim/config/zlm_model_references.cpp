@@ -1,23 +1,13 @@
 #include "zlmim/config/asset_load.h"
+#include "zlmim/config/reference_search.h"
 #include "zlmim/config/zlm_model.h"
-#include "zlmim/model/text.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace ZLMIM
 {
 namespace
 {
-
-/// The name that the folder of an asset may bear, by its kuid.
-std::u16string FolderName(const std::u16string& kuid)
-{
-    std::u16string name = LowerCase(kuid);
-    std::replace(name.begin(), name.end(), u':', u' ');
-    std::erase_if(name, [](char16_t c) { return c == u'<' || c == u'>'; });
-    return name;
-}
 
 /// Where the walk for an asset starts: two levels above the folder that refers to it, or at the root where
 /// that comes first.
@@ -62,7 +52,7 @@ void ZLMModel::LoadReference(ZLMModel& model, const std::u16string& kuid, AssetL
 std::u16string ZLMModel::FindConfigFile(const std::u16string& kuid, AssetLoad& load)
 {
     // Relative to the working folder, not to this model's.
-    std::u16string candidate = u"..\\" + FolderName(kuid) + u"\\config.txt";
+    std::u16string candidate = u"..\\" + KuidFolderName(kuid) + u"\\config.txt";
     if (mFSO->FileExists(candidate))
         return candidate;
     const auto start = StartFolder(mFSO->GetFolder(mPath));
