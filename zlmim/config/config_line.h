@@ -16,7 +16,7 @@ namespace ZLMIM
 /// quotation mark; the lines are joined with CR LF and the two marks dropped. Where the file ends first, or
 /// with that very line, the value stays as it is, its marks included. Key and value may be empty; there are
 /// no comments, and braces are ordinary keys and values.
-/// @throws FileSystemError at the end of the stream, also where it ends within a quoted value.
+/// @throws FileSystemError at the end of the stream, also where its last line opens a quoted value.
 /// \ingroup inside
 void ReadConfigLine(TextStream& stream, std::u16string& key, std::u16string& value);
 

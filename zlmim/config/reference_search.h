@@ -32,7 +32,7 @@ public:
     explicit ReferenceSearch(const Folder& start);
 
     /// Path of the first config file whose kuid, in lower case, equals `kuid`; empty if there is none.
-    /// @throws FileSystemError from a config that can't be read, or ends within a quoted value.
+    /// @throws FileSystemError from a config that can't be read, or whose last line opens a quoted value.
     [[nodiscard]] std::u16string Find(const std::u16string& kuid, FileSystem& files, AssetLoad& load);
 
 private:

@@ -95,8 +95,8 @@ public:
     /// @throws BoundsError as `Mesh::Load` and `Anim::Load` do, and past `kMaxMeshEntries` or
     /// `kMaxReferenceKeys`.
     /// @throws OverflowError as they do.
-    /// @throws FileSystemError from a file or folder that can't be read, a quotation mark that is never
-    /// closed, a mesh table that ends with the key `effects`, or a reference in a file whose name has no
+    /// @throws FileSystemError from a file or folder that can't be read, a last line that opens a quoted
+    /// value, a mesh table that ends with the key `effects`, or a reference in a file whose name has no
     /// folder.
     /// @throws std::bad_alloc
     /// @throws std::bad_weak_ptr if the model has a mesh entry, and isn't held by a `std::shared_ptr`.
