@@ -65,9 +65,12 @@ TEST(Places, FollowTheEntriesThatOneHangsOn)
     middle->SetAttParent(below);
     middle->Att = std::make_shared<Attachment>();
     middle->Att->Matrix = kTurned;
-    above->SetAttParent(middle); // and no attachment point: where `middle` is
+    above->SetAttParent(middle);
     EXPECT_EQ(PlaceOf(below), kUnmoved);
     EXPECT_EQ(PlaceOf(middle), kTurned);
+    EXPECT_EQ(PlaceOf(above), kUnmoved); // its parent has no point of the name
+    above->Att = std::make_shared<Attachment>();
+    above->Att->Matrix = kUnmoved;
     EXPECT_EQ(PlaceOf(above), kTurned);
 
     below->SetAttParent(below); // as `att-parent` with an entry's own name does

@@ -27,15 +27,15 @@ Matrix Then(const Matrix& first, const Matrix& second)
 Matrix PlaceOf(std::shared_ptr<const MeshEntry> entry)
 {
     Matrix place = kUnmoved;
-    while (true)
+    while (entry->Att)
     {
         const std::shared_ptr<const MeshEntry> parent = entry->AttParent();
         if (!parent || parent == entry)
-            return place;
-        if (entry->Att)
-            place = Then(place, entry->Att->Matrix);
+            break;
+        place = Then(place, entry->Att->Matrix);
         entry = parent;
     }
+    return place;
 }
 
 } // namespace ZLMIM::Guide
