@@ -1,8 +1,8 @@
 # `cpack -G DEB` makes two packages: libzlmim1 with what programs load, and libzlmim-dev with what builds on it.
 # The preset `package` has the folders of a Debian system. Who hands packages on names themselves by
 # `cpack -G DEB -D CPACK_PACKAGE_CONTACT="Name <address>"`.
-set(CPACK_PACKAGE_VENDOR "The ZLMIM developers")
-set(CPACK_PACKAGE_CONTACT "The ZLMIM developers <developers@zlmim.invalid>")
+set(CPACK_PACKAGE_VENDOR "The ZLMIM authors")
+set(CPACK_PACKAGE_CONTACT "The ZLMIM authors <authors@zlmim.invalid>")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "library that reads the 3D assets of the ZLM railway simulator")
 set(CPACK_VERBATIM_VARIABLES ON)
