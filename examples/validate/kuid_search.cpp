@@ -1,6 +1,7 @@
 #include "kuid_search.h"
 
 #include "zlmim/config/config_line.h"
+#include "zlmim/config/reference_search.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
@@ -87,10 +88,7 @@ KuidIndex::Match KuidIndex::Find(const std::u16string& kuid) const
 
 const KuidIndex& KuidSearch::From(const std::shared_ptr<Folder>& folder, FileSystem& files)
 {
-    // Two levels up, or to the root where that comes first.
-    auto start = folder;
-    for (int level = 0; level < 2 && !start->IsRootFolder(); ++level)
-        start = start->ParentFolder();
+    const auto start = StartFolder(folder);
     Slot* slot = nullptr;
     {
         const std::lock_guard lock(mMutex);

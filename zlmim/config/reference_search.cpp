@@ -44,6 +44,13 @@ std::u16string KuidFolderName(const std::u16string& kuid)
     return name;
 }
 
+std::shared_ptr<Folder> StartFolder(std::shared_ptr<Folder> folder)
+{
+    for (int level = 0; level < 2 && !folder->IsRootFolder(); ++level)
+        folder = folder->ParentFolder();
+    return folder;
+}
+
 ReferenceSearch::ReferenceSearch(const Folder& start) : mFolders(start.SubFolders()) {}
 
 std::u16string ReferenceSearch::Find(const std::u16string& kuid, FileSystem& files, AssetLoad& load)

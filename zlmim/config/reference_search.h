@@ -19,6 +19,11 @@ class AssetLoad;
 /// with blanks for the colons, and without angle brackets. \ingroup inside
 [[nodiscard]] std::u16string KuidFolderName(const std::u16string& kuid);
 
+/// Where the walk for an asset starts: two levels above the folder that refers to it, or at the root where
+/// that comes first.
+/// \ingroup inside
+[[nodiscard]] std::shared_ptr<Folder> StartFolder(std::shared_ptr<Folder> folder);
+
 /// The walk for config files by their kuid, over two levels of folders below a start folder: a folder before
 /// its children, and all of these before the folder's next sibling.
 ///

@@ -6,19 +6,6 @@
 
 namespace ZLMIM
 {
-namespace
-{
-
-/// Where the walk for an asset starts: two levels above the folder that refers to it, or at the root where
-/// that comes first.
-std::shared_ptr<Folder> StartFolder(std::shared_ptr<Folder> folder)
-{
-    for (int level = 0; level < 2 && !folder->IsRootFolder(); ++level)
-        folder = folder->ParentFolder();
-    return folder;
-}
-
-} // namespace
 
 void ZLMModel::AddBogey(const std::u16string& value, const std::u16string& key, AssetLoad& load)
 {
