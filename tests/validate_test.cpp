@@ -2,11 +2,15 @@
 #include "good_files.h"
 #include "output.h"
 #include "tools/sample/sample_assets.h"
+#include "tools/sample/sample_files.h"
 #include "validate.h"
 #include "zlmim/model/text.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <limits>
 #include <sstream>
 
@@ -33,6 +37,23 @@ struct Plan
     std::string texture = "x\\Wood.texture";
 };
 
+/// `count` small triangles in a row, which face up.
+Plan RowOfTriangles(int count)
+{
+    Plan plan;
+    plan.vertices.clear();
+    plan.indices.clear();
+    for (int i = 0; i < 3 * count; ++i)
+    {
+        plan.vertices.push_back({static_cast<float>(i / 3 + (i % 3 == 1 ? 1 : 0)), i % 3 == 2 ? 1.0F : 0, 0});
+        plan.indices.push_back(static_cast<std::int16_t>(i));
+    }
+    plan.primitives = count;
+    plan.normals.assign(plan.vertices.size(), {0, 0, 1});
+    plan.faceNormals.clear();
+    return plan;
+}
+
 /// An animation's skeleton A(B(D), C), or that of a mesh.
 template <class MakeBone>
 Bytes Tree(const MakeBone& bone)
@@ -40,8 +61,7 @@ Bytes Tree(const MakeBone& bone)
     return bone("A", 2, bone("B", 1, bone("D", 0, {})).Append(bone("C", 0, {})));
 }
 
-/// A mesh with an empty chunk, then the planned one; with a lamp to hang things on, and a skeleton.
-std::string PlannedMesh(const Plan& plan = {})
+Bytes PlannedChunk(const Plan& plan)
 {
     const auto size = [](const auto& list) { return static_cast<std::int32_t>(list.size()); };
     auto geometry = Bytes().Long(200).Long(static_cast<std::int32_t>(plan.kind)).Single(0);
@@ -55,11 +75,17 @@ std::string PlannedMesh(const Plan& plan = {})
     append(plan.faceNormals);
     auto material = Bytes().Long(101).Long(0).Zeros(3 * sizeof(rgbColour)).Long(0);
     material.Long(1).Long(1).String(plan.texture).Single(1);
-    const auto chunk = Bytes().Long(100).Long(1).Block("MATL", material).Block("GEOM", geometry);
+    return Bytes().Long(100).Long(1).Block("MATL", material).Block("GEOM", geometry);
+}
+
+/// A mesh with two chunks, the second as planned; with a lamp to hang things on, and a skeleton.
+std::string PlannedMesh(const Plan& plan = {})
+{
     return MeshHeader(2)
-        .Block("CHNK", Bytes().Long(100).Long(1).Text("none"))
-        .Block("CHNK", chunk)
-        .Block("ATCH", Bytes().Long(100).Long(1).String("a.Lamp").Record(Matrix{}))
+        .Block("CHNK", PlannedChunk({}))
+        .Block("CHNK", PlannedChunk(plan))
+        .Block("ATCH",
+               Bytes().Long(100).Long(1).String("a.Lamp").Record(Matrix{.m11 = 1, .m22 = 1, .m33 = 1}))
         .Append(MeshSkeleton(Tree(MeshBone)))
         .Str();
 }
@@ -81,7 +107,7 @@ Lines Found(const Lines& paths, bool isRecursive = false, unsigned threads = 2)
     {
         std::string file = ToUtf8(finding.File);
         std::replace(file.begin(), file.end(), '\\', '/');
-        lines.push_back(file + ": " + finding.Place + ": " + std::string(Info(finding.Code).Name));
+        lines.push_back(file + ": " + Text(finding.Place) + ": " + std::string(Info(finding.Code).Name));
     }
     return lines;
 }
@@ -113,13 +139,22 @@ TEST(Validate, JudgesMeshes)
         {[](Plan& p) { p.normals[1].z = 126 / 127.0F; }, {}},
         {[](Plan& p) { p.faceNormals[0].y = kNan; }, {", face normal 1: not-finite"}},
         {[](Plan& p) { p.vertices[2].v = kNan; }, {", vertex 2: not-finite"}},
+        {[](Plan& p) { p.vertices[1].x = 2e5F; },
+         {", vertex 1: vertex-far", ", triangle 1: degenerate-triangle"}},
+        {[](Plan& p)
+         { p.vertices.clear(), p.normals.clear(), p.indices.clear(), p.primitives = 0, p.faceNormals = {}; },
+         {": chunk-empty"}},
+        {[](Plan& p) { p = RowOfTriangles(10), std::swap(p.indices[9], p.indices[10]); },
+         {": face-normal-count", ", triangle 3: face-reversed"}},
+        {[](Plan& p) { p = RowOfTriangles(2), std::swap(p.indices[3], p.indices[4]); },
+         {": face-normal-count"}},
         {[](Plan& p) { p.bone = "E"; }, {": bone-unknown"}},
         {[](Plan& p) { p.bone = "d"; }, {": bone-letter-case"}},
         {[](Plan& p) { p.texture = "Woo.texture"; }, {", texture 1: texture-missing"}},
         {[](Plan& p) { p.texture = "body"; }, {", texture 1: texture-missing"}},
     };
     AssetFolder folder;
-    folder.Write("wagon/wood.x.TGA", "");
+    folder.Write("wagon/wood.x.TGA", ::Sample::WhitePicture().Str());
     for (const auto& [damage, findings] : cases)
     {
         Plan plan;
@@ -142,7 +177,7 @@ TEST(Validate, JudgesAnimationsAndFilesThatDontLoad)
     } cases[] = {
         {"from 0.kin", PlannedAnim(2, {0, 1}), {}},
         {"from 1.kin", PlannedAnim(2, {2, 1}), {}},
-        {"none.kin", PlannedAnim(0, {}), {}},
+        {"none.kin", PlannedAnim(0, {}), {"none.kin: : animation-rate"}},
         {"gap.kin", PlannedAnim(3, {3, 0, 1}), {"gap.kin: slot 2: frame-unfilled"}},
         {"twice.kin", PlannedAnim(3, {0, 1, 1}), {"twice.kin: slot 2: frame-unfilled"}},
         {"too few.kin", PlannedAnim(3, {0, 1}), {"too few.kin: : not-loaded"}},
@@ -150,7 +185,7 @@ TEST(Validate, JudgesAnimationsAndFilesThatDontLoad)
         {"no mesh.im", "JIRX", {"no mesh.im: : not-loaded"}},
         {"cut.im", PlannedMesh().substr(0, 300), {"cut.im: : not-loaded"}},
         {"empty.IM", "", {"empty.IM: : not-loaded"}},
-        {"CONFIG.TXT", "kuid <a>\n\nauthor \"x", {"CONFIG.TXT: line 3: not-loaded"}},
+        {"CONFIG.TXT", "kuid <a:1>\n\nauthor \"x", {"CONFIG.TXT: line 3: quote-open"}},
     };
     for (const auto& [file, bytes, findings] : cases)
     {
@@ -163,39 +198,251 @@ TEST(Validate, JudgesAnimationsAndFilesThatDontLoad)
     EXPECT_EQ(Found({"none.im", "."}), Lines({".: : not-loaded", "none.im: : not-loaded"}));
 }
 
-TEST(Validate, JudgesAssets)
+/// The sample, in a folder of its own, that a case damages.
+class Sample
+{
+public:
+    Sample()
+    {
+        ::Sample::WriteSampleAssets("../..");
+        std::filesystem::current_path("..");
+    }
+
+    [[nodiscard]] static std::string Read(const std::string& file)
+    {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    void Write(const std::string& file, const std::string& bytes) { mFolder.Write(file, bytes); }
+    void Replace(const std::string& file, const std::string& from, const std::string& to)
+    {
+        std::string text = Read(file);
+        const std::size_t place = text.find(from);
+        ASSERT_NE(place, std::string::npos) << from;
+        Write(file, text.replace(place, from.size(), to));
+    }
+
+private:
+    AssetFolder mFolder;
+};
+
+TEST(Validate, FindsMistakesInConfigs)
+{
+    constexpr const char* kWagon = "wagon/config.txt: ";
+    const struct
+    {
+        const char* from;
+        const char* to;
+        Lines findings; // in the wagon's config, or in full
+    } cases[] = {
+        {"kuid", "kuid", {}},
+        // Braces: one finding, whatever follows from it.
+        {"  }\n  load\n", "  load\n", {"line 15: brace-missing"}},
+        {"    }\n  }\n  spare", "  }\n  spare", {"line 25: brace-missing"}},
+        {"      }\n    }", "    }", {"line 27: brace-missing"}},
+        {"a.roof\n  }\n", "a.roof\n", {"line 33: brace-missing"}},
+        {"a.roof\n  }\n}\n", "a.roof\n  }\n", {"line 13: brace-missing"}},
+        {"a.roof\n  }\n}\n", "a.roof\n", {"line 33: brace-missing"}},
+        {"doors.kin\n  }\n", "doors.kin\n  }\n  }\n", {"line 20: brace-extra"}},
+        {"mesh body.im\n", "mesh body.im\n    }\n", {"line 18: brace-extra"}},
+        {"pantograph <kuid:4711:3001>\n", "pantograph <kuid:4711:3001>\n}\n", {"line 12: brace-extra"}},
+        {"a.roof\n  }\n}\n", "a.roof\n  }\n}\n}\n", {"line 40: brace-extra"}},
+        {"load\n  {\n", "load\n", {"line 20: brace-missing"}},
+        {"mesh-table\n{\n", "mesh-table\n", {"line 13: brace-missing"}},
+        // Quotation marks.
+        {"wagon\"", "wagon", {"line 3: quote-open"}},
+        {"bogeys.\"", "bogeys.", {"line 6: quote-open"}},
+        // Keys.
+        {"username", "usernmae", {"line 3: key-misspelt"}},
+        {"mesh-table", "mesh-tabel", {"line 13: key-misspelt"}},
+        {"mesh body",
+         "msh body",
+         {"line 15, entry \"default\": entry-without-mesh", "line 17, entry \"default\": key-misspelt"}},
+        {"anim", "anmi", {"line 18, entry \"default\": key-misspelt"}},
+        {"bogey-1", "bogye-1", {"line 10: key-misspelt"}},
+        {"kuid ", "kiud ", {": kuid-missing", "line 1: key-misspelt"}},
+        {"anim doors.kin", "anim doors.kin\n    mesh body.im", {"line 19, entry \"default\": key-twice"}},
+        {"author", "username \"x\"\nauthor", {"line 4: key-twice"}},
+        {"spare-crate", "default", {"line 33, entry \"default\": entry-twice"}},
+        // Names.
+        {"att a.roof", "att a.rof", {"line 37, entry \"spare-crate\": att-unknown"}},
+        {"att-parent default", "att-parent defualt", {"line 23, entry \"load\": att-parent-unknown"}},
+        {"att-parent default", "att-parent load", {"line 23, entry \"load\": att-parent-unknown"}},
+        {"mesh body.im", "mesh bdy.im", {"line 17, entry \"default\": file-missing"}},
+        {"mesh body.im", "mesh", {"line 17, entry \"default\": entry-without-mesh"}},
+        {"doors.kin", "door.kin", {"line 18, entry \"default\": file-missing"}},
+        {"load.lm", "laod.lm", {"line 22, entry \"load\": file-missing"}},
+        // Kuids and references.
+        {"kuid <kuid:4711:1001>\n", "", {": kuid-missing"}},
+        {"<kuid:4711:1001>", "kuid:4711:1001", {"line 1: kuid-malformed"}},
+        {"bogey-1 <kuid:4711:2001>", "bogey-1", {"line 10, bogey-1: reference-empty"}},
+        {"bogey-1 <kuid:4711:2001>", "bogey-1 <kuid:4711:1001>", {"line 10, bogey-1: reference-to-itself"}},
+        {"bogey-1 <kuid:4711:2001>", "bogey-1 <kuid:4711:2002>", {"line 10, bogey-1: kuid-not-found"}},
+        {"bogey-1 <kuid:4711:2001>", "bogey-1 <kuid:4711 2001>", {"line 10, bogey-1: kuid-malformed"}},
+        {"bogey-1 <kuid:4711:2001>", "bogey-1 <KUID:4711:2001>", {"line 10, bogey-1: kuid-not-found"}},
+        // Encodings.
+        {"The sample's author", "M\xC3\xBCller", {"line 4: config-utf8"}},
+        {"The sample's author", "M\xFCller", {}},
+        {"The sample's author", "M\x01ller", {"line 4: config-not-text"}},
+    };
+    for (const auto& [from, to, findings] : cases)
+    {
+        Sample sample;
+        sample.Replace("wagon/config.txt", from, to);
+        Lines expected;
+        for (const std::string& finding : findings)
+            expected.push_back(kWagon + finding);
+        EXPECT_EQ(Found({"."}, true), expected) << from << " -> " << to;
+    }
+}
+
+TEST(Validate, FindsDamagedFiles)
+{
+    using Text = std::string;
+    const struct
+    {
+        const char* name;
+        const char* file;
+        void (*damage)(Text& bytes);
+        Lines findings;
+    } cases[] = {
+        {"empty config",
+         "wagon/config.txt",
+         [](Text& b) { b = " \r\n"; },
+         {"wagon/config.txt: : config-empty"}},
+        {"UTF-16",
+         "wagon/config.txt",
+         [](Text& b) { b = Text("\xFF\xFEk\0u\0", 6); },
+         {"wagon/config.txt: : config-not-text"}},
+        {"a mesh as config",
+         "wagon/config.txt",
+         [](Text& b) { b = Sample::Read("wagon/body.im"); },
+         {"wagon/config.txt: line 1: config-not-text"}},
+        {"another text",
+         "wagon/config.txt",
+         [](Text& b) { b = "Dear reader,\nthis is a letter.\n"; },
+         {"wagon/config.txt: : config-unknown"}},
+        {"cut config",
+         "wagon/config.txt",
+         [](Text& b) { b.resize(b.find("att-parent")); },
+         {"wagon/config.txt: line 20: brace-missing"}},
+        {"long quote",
+         "wagon/config.txt",
+         [](Text& b) { b.insert(b.find("loaded"), Text(25, '\n')); },
+         {"wagon/config.txt: line 6: quote-open"}},
+        {"empty table",
+         "wagon/config.txt",
+         [](Text& b) { b.resize(b.find("mesh-table")), b += "mesh-table {\n}\n"; },
+         {"wagon/config.txt: line 13: mesh-table-empty"}},
+        {"empty mesh", "wagon/body.im", [](Text& b) { b.clear(); }, {"wagon/body.im: : not-loaded"}},
+        {"cut mesh",
+         "wagon/body.im",
+         [](Text& b) { b.resize(b.size() / 2); },
+         {"wagon/body.im: : not-loaded", "wagon/config.txt: line 15, entry \"default\": asset-not-loaded"}},
+        {"cut skeleton",
+         "wagon/body.im",
+         [](Text& b) { b.resize(b.size() - 2); },
+         {"wagon/body.im: : not-loaded", "wagon/config.txt: line 15, entry \"default\": asset-not-loaded"}},
+        {"longer mesh", "wagon/body.im", [](Text& b) { b += "xxx"; }, {"wagon/body.im: : file-length"}},
+        {"surplus chunk",
+         "wagon/load/load_far.im",
+         [](Text& b) { b[52] = 1; },
+         {"wagon/load/load_far.im: : file-length"}},
+        {"no chunks",
+         "wagon/load/load_far.im",
+         [](Text& b) { b = MeshHeader(0).Str(); },
+         {"wagon/load/load_far.im: : mesh-empty"}},
+        {"negative chunks",
+         "wagon/load/load_far.im",
+         [](Text& b) { b = MeshHeader(-1).Str(); },
+         {"wagon/load/load_far.im: : negative-count"}},
+        {"shorter mesh",
+         "bogey y/bogey.im",
+         [](Text& b) { b += Text("INFL\x40\0\0\0", 8); },
+         {"bogey y/bogey.im: : file-length"}},
+        {"opacity",
+         "bogey y/bogey.im",
+         [](Text& b) { b.replace(b.find("m.metal") + 15, 4, Text("\0\0\x20\x40", 4)); },
+         {"bogey y/bogey.im: chunk 2, material: material-range"}},
+        {"point twice",
+         "wagon/body.im",
+         [](Text& b) { b.replace(b.find("a.Bogey1"), 8, "a.Bogey0"); },
+         {"wagon/body.im: attachment point 2 \"a.bogey0\": name-twice"}},
+        {"point of zeros",
+         "wagon/body.im",
+         [](Text& b) { b.replace(b.find("a.Roof") + 6, 36, Text(36, '\0')); },
+         {"wagon/body.im: attachment point 6 \"a.roof\": zero-transform"}},
+        {"rotation of zeros",
+         "wagon/body.im",
+         [](Text& b) { b.replace(b.rfind("b.r.body") + 20, 16, Text(16, '\0')); },
+         {"wagon/body.im: bone 2 \"b.r.body\": zero-transform"}},
+        {"bone renamed",
+         "wagon/body.im",
+         [](Text& b) { b.replace(b.rfind("b.r.body"), 8, "b.r.bodi"); },
+         {"wagon/body.im: chunk 2: bone-unknown",
+          "wagon/config.txt: line 15, entry \"default\": animation-tree"}},
+        {"empty texture",
+         "wagon/planks.tga",
+         [](Text& b) { b.clear(); },
+         {"wagon/body.im: chunk 2, texture 1: texture-damaged"}},
+        {"cut texture",
+         "wagon/planks.tga",
+         [](Text& b) { b.pop_back(); },
+         {"wagon/body.im: chunk 2, texture 1: texture-damaged"}},
+        {"extra frame",
+         "wagon/doors.kin",
+         [](Text& b) { b[b.find("doors") + 5] = 24; },
+         {"wagon/doors.kin: : file-length"}},
+        {"no rate",
+         "wagon/doors.kin",
+         [](Text& b) { b[b.find("doors") + 9] = 0; },
+         {"wagon/doors.kin: : animation-rate"}},
+        {"empty animation",
+         "wagon/doors.kin",
+         [](Text& b) { b.clear(); },
+         {"wagon/config.txt: line 15, entry \"default\": asset-not-loaded", "wagon/doors.kin: : not-loaded"}},
+    };
+    for (const auto& [name, file, damage, findings] : cases)
+    {
+        Sample sample;
+        std::string bytes = Sample::Read(file);
+        damage(bytes);
+        sample.Write(file, bytes);
+        EXPECT_EQ(Found({"."}, true), findings) << name;
+    }
+    Sample sample;
+    std::filesystem::rename("wagon/config.txt", "wagon/config.txt.txt");
+    EXPECT_EQ(Found({"."}, true), Lines{"wagon/config.txt.txt: : config-name"});
+}
+
+TEST(Validate, ComparesEntriesWithTheirFiles)
 {
     const auto second = [](const std::string& keys)
-    { return "mesh-table {\nbody {\nmesh body.im\n}\nx {\n" + keys + "}\n}\n"; };
+    { return "kuid <a:1>\nmesh-table {\nbody {\nmesh body.im\n}\nx {\n" + keys + "}\n}\n"; };
     const struct
     {
         std::string config;
         Lines findings;
     } cases[] = {
         {second("mesh body.im\nanim run.kin\natt-parent BODY\natt A.LAMP\n"), {}},
-        {second("mesh body.im\natt-parent a\natt a.lamp\n"), {"line 7, entry \"x\": att-parent-unknown"}},
-        {second("mesh body.im\natt-parent body\natt a\n"), {"line 8, entry \"x\": att-unknown"}},
+        {second("mesh body.im\nanim other.kin\n"), {"line 6, entry \"x\": animation-tree"}},
+        {second("mesh bare.im\nanim run.kin\n"), {"line 8, entry \"x\": animation-tree"}},
+        {second("mesh body.im\natt a.lamp\n"), {"line 8, entry \"x\": att-unknown"}},
+        {second("mesh body.im\natt-parent body\n"), {"line 8, entry \"x\": att-unknown"}},
         {second("mesh body.im\neffects {\na {\n}\natt-parent no\n}\n"), {}},
-        {second("att-parent body\natt a.lamp\n"), {"line 5, entry \"x\": entry-without-mesh"}},
-        {second("mesh no.im\n"), {"line 6, entry \"x\": file-missing"}},
-        {second("mesh body.im\nanim no.kin\n"), {"line 7, entry \"x\": file-missing"}},
-        {second("mesh no.lm\n"), {"line 6, entry \"x\": file-missing"}},
-        {second("mesh body.im\nanim other.kin\n"), {"line 5, entry \"x\": animation-tree"}},
-        {second("mesh bare.im\nanim run.kin\n"), {"line 7, entry \"x\": animation-tree"}},
-        {"mesh-table\n{\nx\n{\nmesh body.im\n", {"line 3, entry \"x\": entry-lost"}},
-        {"asset-filename no\n", {"line 1, asset-filename: file-missing"}},
-        {"asset-filename body\n", {}},
-        {"kuid <a:1>\nbogey-0 <a:2>\nbogey-1 <a:2>\npantograph <A:1>\nbogeys {\n}\n",
+        {"kuid <a:1>\nasset-filename bady\n", {"line 2, asset-filename: file-missing"}},
+        {"kuid <a:1>\nasset-filename body\nbogeys {\n}\n", {}},
+        {"kuid <a:1>\nbogey-0 <a:2>\nbogey-1 <a:2>\npantograph <A:3>\n",
          {"line 2, bogey-0: kuid-not-found", "line 4, pantograph: kuid-not-found"}},
-        {"bogey <b:1>\n", {"line 1, bogey: kuid-found-twice"}},
-        {"bogey <b:2>\n", {}},
+        {"kuid <a:1>\nbogey <b:1>\n", {"line 2, bogey: kuid-found-twice"}},
+        {"kuid <a:1>\nbogey <b:2>\n", {}},
     };
     AssetFolder folder;
-    folder.Write("wagon/body.im", PlannedMesh()).Write("wagon/wood.tga", "");
+    folder.Write("wagon/body.im", PlannedMesh()).Write("wagon/wood.tga", ::Sample::WhitePicture().Str());
     folder.Write("wagon/run.kin", PlannedAnim(1, {0})).Write("wagon/bare.im", MeshHeader(0).Str());
     folder.Write("wagon/other.kin", AnimWith(0, AnimBone("A", 1, AnimBone("C"))).Str());
     folder.Write("p/config.txt", "kuid <b:1>\n").Write("q/config.txt", "author x\nKUID <B:1>\n");
-    folder.Write("b 2/config.txt", "kuid <other>\n");
+    folder.Write("b 2/config.txt", "kuid <other:1>\n");
     for (const auto& [config, findings] : cases)
     {
         folder.Wagon(config);
@@ -204,23 +451,28 @@ TEST(Validate, JudgesAssets)
             expected.push_back("wagon/config.txt: " + finding);
         // The working folder doesn't matter.
         std::filesystem::current_path("..");
-        EXPECT_EQ(Found({"wagon"}), expected) << config;
+        Lines found = Found({"wagon"});
+        std::erase_if(found, [](const std::string& line) { return !line.starts_with("wagon/config"); });
+        EXPECT_EQ(found, expected) << config;
         std::filesystem::current_path("wagon");
-        EXPECT_EQ(Found({"config.txt"}).size(), expected.size()) << config;
+        found = Found({"config.txt"});
+        std::erase_if(found, [](const std::string& line) { return !line.starts_with("config"); });
+        EXPECT_EQ(found.size(), expected.size()) << config;
     }
 }
 
-TEST(Validate, JudgesEachFileOnceAndGoesOnBehindWhatEndsALoad)
+TEST(Validate, JudgesEachFileOnceAndGoesOnAfterWhatEndsALoad)
 {
     AssetFolder folder;
     folder.Write("bogey/cut.im", PlannedMesh().substr(0, 300)).Write("bogey/body.im", PlannedMesh());
-    folder.Wagon("bogey <b>\nmesh-table {\na {\nmesh ../BOGEY/body.im\n}\nb {\nmesh ../bogey/cut.im\n}\n}\n");
-    folder.Write("bogey/config.txt", "kuid <b>\nmesh-table {\nc {\nmesh cut.im\n}\n}\n");
+    folder.Wagon("kuid <a:1>\nbogey <b:1>\nmesh-table {\na {\nmesh ../BOGEY/body.im\n}\nb {\nmesh "
+                 "../bogey/cut.im\n}\n}\n");
+    folder.Write("bogey/config.txt", "kuid <b:1>\nmesh-table {\nc {\nmesh cut.im\n}\n}\n");
     std::filesystem::current_path("..");
-    const Lines expected = {"bogey/body.im: chunk 2, texture 1: texture-missing",
+    const Lines expected = {"bogey/body.im: chunk 1, texture 1: texture-missing",
                             "bogey/config.txt: line 3, entry \"c\": asset-not-loaded",
                             "bogey/cut.im: : not-loaded",
-                            "wagon/config.txt: line 6, entry \"b\": asset-not-loaded"};
+                            "wagon/config.txt: line 7, entry \"b\": asset-not-loaded"};
     EXPECT_EQ(Found({"wagon"}), expected);
     EXPECT_EQ(Found({"."}, true, 1), expected);
     EXPECT_EQ(Found({"bogey/cut.im", ".", "wagon", "bogey"}, true, 8), expected);
@@ -229,26 +481,60 @@ TEST(Validate, JudgesEachFileOnceAndGoesOnBehindWhatEndsALoad)
 TEST(Validate, FindsNothingWrongWithTheSample)
 {
     const AssetFolder folder;
-    Sample::WriteSampleAssets("../..");
-    const Result result = Validate::Validate({{".."}, true, 0, {}});
-    EXPECT_EQ(result.Files, 9U);
+    ::Sample::WriteSampleAssets("../..");
     std::ostringstream text;
-    WriteText(result, text);
-    EXPECT_EQ(text.str(), "");
+    WriteText(Validate::Validate({{".."}, true, 0}), text);
+    EXPECT_EQ(text.str(), "9 files in 3 assets, nothing wrong found\n");
 }
 
-TEST(Validate, WritesOneLineOrObjectForEach)
+TEST(Validate, ReportsAKuidOfSeveralAssetsOnce)
 {
-    const Result result = {{{Validate::Code::IndexOutside, u"a\u001B\u00E4.im", "chunk 1", "m"}}, 3};
-    std::ostringstream text;
-    WriteText(result, text);
-    EXPECT_EQ(text.str(), "a\\x1B\u00E4.im: chunk 1: error: m [index-outside]\n");
-    std::ostringstream json;
-    WriteJson(result, json);
-    std::string packed = json.str();
-    std::erase_if(packed, [](char c) { return c == ' ' || c == '\n'; });
-    EXPECT_EQ(packed, R"({"files":3,"errors":1,"warnings":0,"findings":[{"file":"a\u001Bä.im",)"
-                      R"("place":"chunk1","severity":"error","code":"index-outside","message":"m"}]})");
+    Sample sample;
+    sample.Replace("wagon/config.txt", "<kuid:4711:1001>", "<kuid:4711:2001>");
+    sample.Write("other/config.txt", "kuid <kuid:4711:2001>\nbogey <kuid:4711:3001>\n");
+    const auto findings = Validate::Validate({{"."}, true, 2}).Findings;
+    ASSERT_EQ(findings.size(), 3U);
+    EXPECT_EQ(findings[0].Code, Validate::Code::KuidShared);
+    EXPECT_NE(findings[0].Message.find("other/config.txt\", \""), std::string::npos) << findings[0].Message;
+    EXPECT_EQ(findings[1].Code, Validate::Code::ReferenceToItself); // both bogeys of the wagon
+    EXPECT_EQ(findings[2].Code, Validate::Code::ReferenceToItself);
+    // Without the other asset's folder, its reference says so.
+    EXPECT_EQ(Found({"wagon"}), (Lines{"wagon/config.txt: line 9, bogey-0: reference-to-itself",
+                                       "wagon/config.txt: line 10, bogey-1: reference-to-itself"}));
+}
+
+TEST(Validate, WritesFindingsInEachForm)
+{
+    using enum Validate::Code;
+    const Result result = {{{AttUnknown, u"w/config.txt", {7, u"a\u001B\u00E4", 0, {}}, "m"},
+                            {IndexOutside, u"w/a.im", {0, {}, 2, "index 3"}, "n"},
+                            {KuidMissing, u"v/config.txt", {}, "o"}},
+                           3,
+                           {u"v/config.txt", u"w/config.txt"}};
+    const auto written = [&result](auto write)
+    {
+        std::ostringstream out;
+        write(result, out);
+        return out.str();
+    };
+    EXPECT_EQ(written([](auto& r, auto& out) { WriteText(r, out); }),
+              "w/config.txt: line 7, entry \"a\\x1B\u00E4\": error: m [att-unknown]\n"
+              "w/a.im: chunk 2, index 3: error: n [index-outside]\n"
+              "v/config.txt: error: o [kuid-missing]\n"
+              "3 files, 3 errors, 0 warnings in 2 assets\n");
+    EXPECT_EQ(written([](auto& r, auto& out) { WriteLines(r, out); }),
+              "w/config.txt:7: error: entry \"a\\x1B\u00E4\": m [att-unknown]\n"
+              "w/a.im:1: error: chunk 2, index 3: n [index-outside]\n"
+              "v/config.txt:1: error: o [kuid-missing]\n");
+    std::string json = written([](auto& r, auto& out) { WriteJson(r, out); });
+    std::erase_if(json, [](char c) { return c == ' ' || c == '\n'; });
+    EXPECT_EQ(json,
+              R"({"files":3,"assets":2,"errors":3,"warnings":0,"findings":[)"
+              R"({"file":"w/config.txt","line":7,"entry":"a\u001Bä","severity":"error",)"
+              R"("code":"att-unknown","message":"m"},)"
+              R"({"file":"w/a.im","chunk":2,"place":"index3","severity":"error","code":"index-outside",)"
+              R"("message":"n"},)"
+              R"({"file":"v/config.txt","severity":"error","code":"kuid-missing","message":"o"}]})");
 }
 
 } // namespace

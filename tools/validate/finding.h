@@ -1,6 +1,8 @@
 #ifndef VALIDATE_FINDING_H
 #define VALIDATE_FINDING_H
 
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,7 +13,7 @@ namespace ZLMIM::Validate
 
 enum class Severity
 {
-    /// Nothing is lost by it, or it may be meant.
+    /// Nothing is lost by it, or it may be intended.
     Warning,
     /// Something isn't loaded, drawn or moved as the file says.
     Error,
@@ -22,9 +24,34 @@ enum class Code
 {
     NotLoaded,
     AssetNotLoaded,
-    FileMissing,
+    ConfigEmpty,
+    ConfigNotText,
+    ConfigUnknown,
+    ConfigName,
+    ConfigUtf8,
+    BraceMissing,
+    BraceExtra,
+    QuoteOpen,
+    KeyMisspelt,
+    KeyTwice,
+    MeshTableEmpty,
+    EntryTwice,
     EntryWithoutMesh,
     EntryLost,
+    FileMissing,
+    AttParentUnknown,
+    AttUnknown,
+    KuidMissing,
+    KuidMalformed,
+    KuidShared,
+    KuidNotFound,
+    KuidFoundTwice,
+    ReferenceEmpty,
+    ReferenceToItself,
+    FileLength,
+    MeshEmpty,
+    ChunkEmpty,
+    MaterialMissing,
     NegativeCount,
     IndexOutside,
     PrimitiveKind,
@@ -32,16 +59,20 @@ enum class Code
     FaceNormalCount,
     NormalLength,
     NotFinite,
+    VertexFar,
     DegenerateTriangle,
+    FaceReversed,
+    MaterialRange,
     TextureMissing,
+    TextureDamaged,
+    NameTwice,
+    ZeroTransform,
+    RotationLength,
     BoneUnknown,
     BoneLetterCase,
     AnimationTree,
+    AnimationRate,
     FrameUnfilled,
-    AttParentUnknown,
-    AttUnknown,
-    KuidNotFound,
-    KuidFoundTwice,
 };
 
 struct CodeInfo
@@ -53,32 +84,56 @@ struct CodeInfo
     std::string_view Meaning;
 };
 
-/// All codes: the one place that says what each is called, and how bad it is.
+/// All codes with their names and severities.
 [[nodiscard]] std::span<const CodeInfo> Codes();
 
 [[nodiscard]] const CodeInfo& Info(Code code);
 
+/// The code with that name.
+[[nodiscard]] std::optional<Code> FindCode(std::string_view name);
+
 [[nodiscard]] std::string_view Name(Severity severity);
 
-/// Something to tell about one file.
-struct Finding
+/// Where in a file. All empty for the file as a whole.
+struct Place
 {
-    Validate::Code Code;
-    /// Empty until the findings of all files are put together.
-    std::u16string File;
-    /// Where in the file; empty for the file as a whole. Chunks, textures, bones and face normals count from
-    /// 1, as do lines; vertices, normals, indices, triangles and slots from 0.
-    std::string Place;
-    /// Printable UTF-8, on one line.
-    std::string Message;
+    /// From 1; 0 for none.
+    std::int64_t Line = 0;
+    /// Entry of the mesh table.
+    std::u16string Entry = {};
+    /// From 1; 0 for none.
+    std::int32_t Chunk = 0;
+    /// Such as `index 17`. Textures, bones, attachment points and face normals count from 1; vertices,
+    /// normals, indices, triangles and slots from 0. Printable UTF-8.
+    std::string Detail = {};
 };
 
-/// What is found in one file, in the order in which it's looked at.
+/// "line 3, entry "load"", "chunk 2, index 17"; without the line if `hasLine` is false.
+[[nodiscard]] std::string Text(const Place& place, bool hasLine = true);
+
+/// Something that is wrong with a file.
+struct Finding
+{
+    Validate::Code Code = Code::NotLoaded;
+    /// Empty until the findings of all files are put together.
+    std::u16string File;
+    Validate::Place Place;
+    /// Printable UTF-8, on one line.
+    std::string Message;
+    /// The kuid that it is about, for those about several assets with one.
+    std::u16string Kuid = {};
+};
+
+/// What is found in one file.
 class Report
 {
 public:
-    void Add(Code code, std::string place, std::string message);
+    void Add(Code code, Place place, std::string message)
+    {
+        mFindings.push_back({code, {}, std::move(place), std::move(message)});
+    }
 
+    [[nodiscard]] std::vector<Finding>& Findings() noexcept { return mFindings; }
     [[nodiscard]] const std::vector<Finding>& Findings() const noexcept { return mFindings; }
 
 private:

@@ -1,6 +1,8 @@
 #include "judge_asset.h"
 
+#include "config_check.h"
 #include "config_keys.h"
+#include "config_text.h"
 #include "judge_file.h"
 #include "judge_references.h"
 #include "skeleton.h"
@@ -13,6 +15,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <utility>
 #include <variant>
@@ -22,14 +25,33 @@ namespace ZLMIM::Validate
 namespace
 {
 
-std::string Line(std::int64_t number) { return "line " + std::to_string(number); }
+Place EntryPlace(std::int64_t line, const std::u16string& name) { return {line, name}; }
 
-std::string EntryPlace(std::int64_t line, const std::u16string& name)
+/// The names of the files in a folder, which is named with a separator at its end.
+std::vector<std::u16string> FilesIn(const SystemName& folder, FileNames& names)
 {
-    return Line(line) + ", entry " + Quoted(name);
+    std::vector<std::u16string> files;
+    for (const FolderEntry& entry : names.List(folder))
+        if (!entry.isFolder && !entry.isOtherReading)
+            files.push_back(entry.lowerName);
+    return files;
 }
 
-/// Judges the entries of a model's mesh table, beside the keys that they were made from.
+/// A hint at a file that may be meant by a name in the object model's form.
+std::string FileHint(const std::u16string& name, FileNames& names)
+{
+    const std::u16string folder = Tools::FolderOf(name);
+    const FoundFile* const found = names.Find(folder);
+    if (!found || found->kind != FoundFile::Kind::Folder)
+        return "; there is no folder " + QuotedFile(folder);
+    const SystemName systemFolder = found->systemName;
+    return DidYouMean(
+        Tools::BaseName(name),
+        FilesIn(systemFolder.ends_with(kSystemSeparator) ? systemFolder : systemFolder + kSystemSeparator,
+                names));
+}
+
+/// Checks the entries of a model's mesh table against the keys that they were made from.
 class EntryJudge
 {
 public:
@@ -38,8 +60,8 @@ public:
     {
     }
 
-    /// `index` is the entry's place in the table, from 0. An entry whose mesh or animation has ended the load
-    /// is the last.
+    /// `index` is the entry's place in the table, from 0. If its mesh or animation has ended the load, it's
+    /// the last one, and `outcome` is that of the load.
     void Judge(const MeshEntry& entry, std::size_t index, const Tools::Outcome& outcome)
     {
         // The one entry of an asset without a mesh table has no keys.
@@ -47,14 +69,15 @@ public:
         const bool hasKeys =
             index < mKeys.Entries.size() && LowerCase(mKeys.Entries[index].Name) == entry.Name;
         const EntryKeys& keys = hasKeys ? mKeys.Entries[index] : noKeys;
-        const std::string place = EntryPlace(keys.Line, keys.Name);
+        const Place place = EntryPlace(keys.Line, keys.Name);
         const bool hasRaisedInAnim = !outcome.IsLoaded && !entry.anim->FileName.empty();
         const bool hasRaisedInMesh = !outcome.IsLoaded && !hasRaisedInAnim;
 
-        // Nothing is loaded any more once the asset has taken too much.
+        // Nothing more is loaded once the asset has taken too much memory.
         if (entry.Mesh->FileName.empty() && !keys.Mesh.Value.empty())
         {
-            mReport.Add(Code::AssetNotLoaded, place, "the asset takes too much: this entry isn't loaded");
+            mReport.Add(Code::AssetNotLoaded, place,
+                        "the asset needs too much memory, so this entry isn't loaded");
             return;
         }
         const bool hasMesh = JudgeMeshOf(entry, keys, place, hasRaisedInMesh);
@@ -63,8 +86,8 @@ public:
         {
             const auto& culprit = hasRaisedInAnim ? entry.anim->FileName : entry.Mesh->FileName;
             mReport.Add(Code::AssetNotLoaded, place,
-                        "the load ends at " + QuotedFile(culprit) + ": " + Tools::Told(outcome) +
-                            "; what follows isn't looked at");
+                        "the load of the asset ends here: " + QuotedFile(culprit) + " is " +
+                            Tools::Told(outcome));
             return;
         }
         if (hasMesh && hasAnim)
@@ -74,20 +97,22 @@ public:
 
 private:
     /// Whether it was read to its end.
-    bool JudgeMeshOf(const MeshEntry& entry, const EntryKeys& keys, const std::string& place, bool hasRaised)
+    bool JudgeMeshOf(const MeshEntry& entry, const EntryKeys& keys, const Place& place, bool hasRaised)
     {
         const Mesh& mesh = *entry.Mesh;
         const bool isFallback = mKeys.Entries.empty();
         if (keys.Mesh.Value.empty() && !isFallback)
         {
-            mReport.Add(Code::EntryWithoutMesh, place, "it has no mesh");
+            mReport.Add(Code::EntryWithoutMesh,
+                        keys.Mesh.IsThere() ? EntryPlace(keys.Mesh.FirstLine, keys.Name) : place,
+                        keys.Mesh.IsThere() ? "mesh has no value" : "it has no mesh");
             return false;
         }
         const auto file = Locate(mesh.FileName, mNames);
         if (!file)
             mReport.Add(Code::FileMissing,
                         keys.Mesh.IsThere() ? EntryPlace(keys.Mesh.FirstLine, keys.Name) : place,
-                        MissingMesh(keys.Mesh.Value, mesh.FileName));
+                        MissingMesh(keys.Mesh.Value, mesh.FileName, mNames));
         else if (hasRaised)
             JudgeMeshFile(mesh.FileName, *file, mNames, mJudged);
         else
@@ -95,19 +120,19 @@ private:
         return file && !hasRaised && Tools::HasChunks(mesh);
     }
 
-    /// `file` is what the model has made of the value.
-    static std::string MissingMesh(const std::u16string& value, const std::u16string& file)
+    /// `file` is what the model has made of the value of `mesh`.
+    static std::string MissingMesh(const std::u16string& value, const std::u16string& file, FileNames& names)
     {
         if (!LowerCase(value).ends_with(u".lm"))
-            return "no mesh " + QuotedFile(file);
+            return "no mesh " + QuotedFile(file) + FileHint(file, names);
         if (file.ends_with(u".lm"))
-            return "no list of levels " + QuotedFile(file + u".txt");
+            return "no list of levels " + QuotedFile(file + u".txt") + FileHint(file + u".txt", names);
         if (file.ends_with(u'\\'))
             return "no mesh of level 1 in the list of levels";
         return "no mesh " + QuotedFile(file) + ", which is level 1 of the list";
     }
 
-    bool JudgeAnimOf(const MeshEntry& entry, const EntryKeys& keys, const std::string& place, bool hasRaised)
+    bool JudgeAnimOf(const MeshEntry& entry, const EntryKeys& keys, const Place& place, bool hasRaised)
     {
         const Anim& anim = *entry.anim;
         if (anim.FileName.empty())
@@ -117,7 +142,7 @@ private:
         {
             mReport.Add(Code::FileMissing,
                         keys.Anim.IsThere() ? EntryPlace(keys.Anim.FirstLine, keys.Name) : place,
-                        "no animation " + QuotedFile(anim.FileName));
+                        "no animation " + QuotedFile(anim.FileName) + FileHint(anim.FileName, mNames));
             return false;
         }
         if (hasRaised)
@@ -130,11 +155,11 @@ private:
         return outcome.IsLoaded;
     }
 
-    void JudgeTrees(const MeshEntry& entry, const EntryKeys& keys, const std::string& place)
+    void JudgeTrees(const MeshEntry& entry, const EntryKeys& keys, const Place& place)
     {
         if (!entry.Mesh->RootBone)
         {
-            // An `anim.kin` goes to all entries of its folder, also to those that have no use for it.
+            // All entries get the `anim.kin` of the folder, needed or not.
             if (keys.Anim.IsThere())
                 mReport.Add(Code::AnimationTree, EntryPlace(keys.Anim.FirstLine, keys.Name),
                             "the mesh has no skeleton for the animation");
@@ -158,19 +183,42 @@ private:
         if (!parent)
         {
             const std::u16string wanted = LowerCase(keys.AttParent.Value);
-            const bool isBelow = std::any_of(mKeys.Entries.begin(), mKeys.Entries.end(),
-                                             [&](const EntryKeys& other) { return other.Name == wanted; });
+            const bool isBelow =
+                std::any_of(mKeys.Entries.begin(), mKeys.Entries.end(),
+                            [&](const EntryKeys& other) { return LowerCase(other.Name) == wanted; });
             mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name),
                         "no entry " + Quoted(keys.AttParent.Value) + " above" +
-                            (isBelow ? ", only below" : ""));
+                            (isBelow ? ", only below" : DidYouMean(keys.AttParent.Value, EntryNames())));
         }
-        // What a mesh that isn't loaded would have is told with that mesh.
+        else if (parent.get() == &entry)
+        {
+            mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name),
+                        "the entry names itself, so it hangs on nothing");
+        }
+        // A mesh that isn't loaded has a finding of its own.
         else if (!entry.Att && Tools::HasChunks(*parent->Mesh))
             mReport.Add(Code::AttUnknown,
                         EntryPlace((keys.Att.IsThere() ? keys.Att : keys.AttParent).FirstLine, keys.Name),
                         keys.Att.Value.empty() ? "it names no attachment point of " + Quoted(parent->Name)
                                                : "no attachment point " + Quoted(keys.Att.Value) + " on " +
-                                                     Quoted(parent->Name));
+                                                     Quoted(parent->Name) +
+                                                     DidYouMean(keys.Att.Value, PointNames(*parent->Mesh)));
+    }
+
+    [[nodiscard]] std::vector<std::u16string> EntryNames() const
+    {
+        std::vector<std::u16string> names;
+        for (const EntryKeys& entry : mKeys.Entries)
+            names.push_back(entry.Name);
+        return names;
+    }
+
+    static std::vector<std::u16string> PointNames(const Mesh& mesh)
+    {
+        std::vector<std::u16string> names;
+        for (const auto& point : mesh.Attachments->Entries())
+            names.push_back(point->Name);
+        return names;
     }
 
     const ConfigKeys& mKeys;
@@ -179,19 +227,19 @@ private:
     Report& mReport;
 };
 
-/// Judges the model, as far as its load has come.
+/// Checks the model as far as it was loaded.
 void JudgeModel(const ZLMModel& model, const Tools::Outcome& outcome, const ConfigKeys& keys,
                 FileNames& names, JudgedFiles& judged, Report& report)
 {
     const auto table = model.MeshTable();
-    // What meshes and animations raise; the last entry is the one that was being loaded.
+    // Meshes and animations throw these; then the last entry is the one that was being loaded.
     const bool isOfAnEntry = !outcome.IsLoaded && outcome.Thrown != "FileSystemError" && table->Count() > 0;
     if (!outcome.IsLoaded && !isOfAnEntry)
     {
         if (keys.Trouble.empty())
-            report.Add(Code::NotLoaded, "", Tools::Told(outcome));
+            report.Add(Code::NotLoaded, {}, Tools::Told(outcome));
         else
-            report.Add(Code::NotLoaded, Line(keys.TroubleLine), keys.Trouble);
+            report.Add(Code::NotLoaded, {keys.TroubleLine}, keys.Trouble);
     }
     EntryJudge judge(keys, names, judged, report);
     for (std::size_t index = 0; const auto& entry : table->Entries())
@@ -212,8 +260,22 @@ void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, FileNames
         return;
     const std::u16string mesh = Tools::FolderOf(name) + fallback.Value + u".im";
     if (!Locate(mesh, names))
-        report.Add(Code::FileMissing, Line(fallback.FirstLine) + ", asset-filename",
-                   "no mesh " + QuotedFile(mesh) + ", and no mesh table");
+        report.Add(Code::FileMissing, {.Line = fallback.FirstLine, .Detail = "asset-filename"},
+                   "no mesh " + QuotedFile(mesh) + ", and no mesh table" + FileHint(mesh, names));
+}
+
+/// Moves the findings of `from` that are worth reporting although the file has a mistake in a line.
+void AddBefore(std::int64_t mistake, Report& from, Report& report)
+{
+    for (Finding& finding : from.Findings())
+    {
+        // The rest of the file is misread, and so are its findings.
+        const bool isBefore = finding.Place.Line == 0
+                                  ? finding.Code != Code::NotLoaded || !report.Findings().size()
+                                  : finding.Place.Line < mistake;
+        if (isBefore || mistake == std::numeric_limits<std::int64_t>::max())
+            report.Findings().push_back(std::move(finding));
+    }
 }
 
 } // namespace
@@ -224,21 +286,34 @@ std::vector<std::u16string> JudgeAsset(const std::u16string& name, const Located
 {
     Report report;
     std::vector<std::u16string> references;
-    DiskFileSystem files(names);
     const Tools::Outcome outcome = Tools::Attempt(
         [&]
         {
-            const ConfigKeys keys = ReadConfigKeys(*files.OpenTextFile(name));
+            const std::string bytes = ReadBytes(file.Name, name);
+            if (!CheckEncoding(bytes, report))
+                return true;
+            ConfigText lines(bytes);
+            const std::int64_t mistake = CheckConfig(lines, report);
+            ConfigText text(bytes);
+            const ConfigKeys keys = ReadConfigKeys(text);
             const Tools::Asset asset =
                 Tools::LoadAsset({Tools::Kind::Model, name}, names, Tools::References::Skip);
             const auto& model = *std::get<std::shared_ptr<ZLMModel>>(asset.Object);
-            JudgeModel(model, asset.Outcome, keys, *names, judged, report);
-            JudgeFallback(name, keys, *names, report);
-            references = JudgeReferences(name, keys, files, search, report);
+            Report ofModel;
+            JudgeModel(model, asset.Outcome, keys, *names, judged, ofModel);
+            JudgeFallback(name, keys, *names, ofModel);
+            DiskFileSystem files(names);
+            if (std::none_of(report.Findings().begin(), report.Findings().end(),
+                             [](const Finding& finding) { return finding.Code == Code::ConfigUnknown; }))
+            {
+                const std::u16string kuid = JudgeKuid(ConfigText(bytes), file, judged, ofModel);
+                references = JudgeReferences(name, kuid, keys, text, files, search, ofModel);
+            }
+            AddBefore(mistake, ofModel, report);
             return true;
         });
     if (!outcome.IsLoaded)
-        report.Add(Code::NotLoaded, "", Tools::Told(outcome));
+        report.Add(Code::NotLoaded, {}, Tools::Told(outcome));
     judged.Store(file.Key, std::move(report));
     return references;
 }

@@ -1,10 +1,12 @@
 #include "judge_file.h"
 
+#include "file_blocks.h"
 #include "mesh_geometry.h"
 #include "mesh_material.h"
 #include "skeleton.h"
 
 #include <cstdint>
+#include <string>
 
 namespace ZLMIM::Validate
 {
@@ -18,23 +20,31 @@ Report ReportOn(const Mesh& mesh, const Outcome& outcome, const LocatedFile& fil
     Report report;
     if (!outcome.IsLoaded)
     {
-        report.Add(Code::NotLoaded, "", Tools::Failure(mesh, outcome, names));
+        report.Add(Code::NotLoaded, {}, Tools::Failure(mesh, outcome, names));
         return report;
     }
     for (std::int32_t number = 1; const auto& chunk : mesh.Chunks->Entries())
-        JudgeGeometry(*chunk->Geometry, ChunkPlace(number++), report);
+        JudgeGeometry(*chunk->Geometry, number++, report);
     JudgeMaterials(mesh, file.Folder(), names, report);
     JudgeSkeleton(mesh, report);
+    if (mesh.ChunkCount < 0)
+        report.Add(Code::NegativeCount, {}, "a count of " + std::to_string(mesh.ChunkCount) + " chunks");
+    else if (mesh.ChunkCount == 0)
+        report.Add(Code::MeshEmpty, {}, "it has no chunks");
+    CheckLength(mesh, file.Name, report);
     return report;
 }
 
-Report ReportOn(const Anim& anim, const Outcome& outcome, FileNames& names)
+Report ReportOn(const Anim& anim, const Outcome& outcome, const LocatedFile& file, FileNames& names)
 {
     Report report;
     if (outcome.IsLoaded)
+    {
         JudgeFrames(anim, report);
+        CheckLength(anim, file.Name, report);
+    }
     else
-        report.Add(Code::NotLoaded, "", Tools::Failure(anim, outcome, names));
+        report.Add(Code::NotLoaded, {}, Tools::Failure(anim, outcome, names));
     return report;
 }
 
@@ -51,7 +61,7 @@ void JudgeAnim(const Anim& anim, const Outcome& outcome, const LocatedFile& file
                JudgedFiles& judged)
 {
     if (judged.Claim(file))
-        judged.Store(file.Key, ReportOn(anim, outcome, names));
+        judged.Store(file.Key, ReportOn(anim, outcome, file, names));
 }
 
 void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, FileNames& names, JudgedFiles& judged)
@@ -69,7 +79,7 @@ void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, FileName
         return;
     Anim anim;
     const Outcome outcome = Tools::Attempt([&] { return anim.Load(name, names); });
-    judged.Store(file.Key, ReportOn(anim, outcome, names));
+    judged.Store(file.Key, ReportOn(anim, outcome, file, names));
 }
 
 Outcome OutcomeOf(const Anim& anim, FileNames& names)

@@ -1,11 +1,12 @@
 #include "judge_references.h"
 
-#include "located_file.h"
 #include "words.h"
 
 #include "tools/common/paths.h"
 #include "tools/common/text.h"
+#include "zlmim/config/config_line.h"
 #include "zlmim/config/reference_search.h"
+#include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
 #include <algorithm>
@@ -18,6 +19,23 @@ namespace ZLMIM::Validate
 namespace
 {
 
+/// Whether the line after a key opens a block.
+bool IsBlock(const ConfigKey& key, const ConfigText& text)
+{
+    return key.Value.empty() && key.LastLine < text.LineCount() && Trim(text.Line(key.LastLine + 1)) == u"{";
+}
+
+/// Whether a text has the form of a kuid: parts with colons between, in angle brackets.
+bool IsKuid(std::u16string_view text)
+{
+    if (text.size() < 3 || text.front() != u'<' || text.back() != u'>')
+        return false;
+    const std::u16string_view parts = text.substr(1, text.size() - 2);
+    return parts.find_first_of(u" \t<>") == std::u16string_view::npos &&
+           parts.find(u':') != std::u16string_view::npos && parts.front() != u':' && parts.back() != u':' &&
+           parts.find(u"::") == std::u16string_view::npos;
+}
+
 class ReferenceJudge
 {
 public:
@@ -27,12 +45,11 @@ public:
     {
     }
 
-    /// The config that a model loads; empty if it finds none.
+    /// Returns the config that a model loads; empty if it finds none.
     std::u16string Judge(const ConfigKey& reference, const std::string& andMore)
     {
         const std::u16string& kuid = reference.Value;
-        const std::string place =
-            "line " + std::to_string(reference.FirstLine) + ", " + Tools::Printable(reference.Key);
+        const Place place = {.Line = reference.FirstLine, .Detail = Tools::Printable(reference.Key)};
         const KuidIndex::Match match = mIndex.Find(kuid);
         std::vector<std::u16string> paths;
         std::vector<std::u16string> identities;
@@ -51,7 +68,7 @@ public:
         {
             const auto failure = FromUtf8(match.Failure->Failure);
             mReport.Add(Code::AssetNotLoaded, place,
-                        "the search for " + Quoted(kuid) + " ends at " +
+                        "the search for " + Quoted(kuid) + " ends before it is found, at " +
                             Tools::Printable(failure.value_or(u"")) + andMore);
             return {};
         }
@@ -61,10 +78,12 @@ public:
         if (paths.empty())
         {
             const bool isInOtherCase = !mIndex.Find(LowerCase(kuid)).Configs.empty();
+            const auto start = StartFolder(mFolder);
             mReport.Add(Code::KuidNotFound, place,
-                        "no asset " + Quoted(kuid) + " within two levels of folders from two above" +
-                            (isInOtherCase ? ": to be found it must be written in small letters" : "") +
-                            andMore);
+                        "no asset " + Quoted(kuid) + " in " +
+                            QuotedFile(above->Path() + u"\\" + KuidFolderName(kuid)) +
+                            " or in the folders up to two levels below " + QuotedFile(start->Path() + u"\\") +
+                            (isInOtherCase ? "; the kuid must be written in small letters" : "") + andMore);
             return {};
         }
         if (paths.size() > 1)
@@ -75,6 +94,7 @@ public:
                 Quoted(kuid) + " is " + QuotedFile(paths[0]) + ", but also " + QuotedFile(paths[1]) +
                     (more > 0 ? " and " + Tools::Number(static_cast<std::int64_t>(more)) + " more" : "") +
                     andMore);
+            mReport.Findings().back().Kuid = kuid;
         }
         return paths.front();
     }
@@ -88,16 +108,65 @@ private:
 
 } // namespace
 
-std::vector<std::u16string> JudgeReferences(const std::u16string& config, const ConfigKeys& keys,
-                                            FileSystem& files, KuidSearch& search, Report& report)
+std::u16string JudgeKuid(ConfigText text, const LocatedFile& file, JudgedFiles& judged, Report& report)
+{
+    std::u16string key;
+    std::u16string value;
+    std::u16string kuid;
+    std::int64_t line = 0;
+    try
+    {
+        while (!text.AtEndOfStream())
+        {
+            const std::int64_t number = text.NextNumber();
+            ReadConfigLine(text, key, value);
+            if (key != u"kuid")
+                continue;
+            kuid = LowerCase(Trim(value));
+            line = number;
+        }
+    }
+    catch (const FileSystemError&)
+    {
+        // An open quotation mark, which has a finding of its own.
+    }
+    if (line == 0)
+        report.Add(Code::KuidMissing, {}, "the asset has no kuid, so nothing can refer to it");
+    else if (!IsKuid(kuid))
+        report.Add(Code::KuidMalformed, {line}, Quoted(kuid) + " isn't a kuid, which looks like <kuid:1:2>");
+    else
+        judged.NoteKuid(kuid, file, line);
+    return kuid;
+}
+
+std::vector<std::u16string> JudgeReferences(const std::u16string& config, const std::u16string& kuid,
+                                            const ConfigKeys& keys, const ConfigText& text, FileSystem& files,
+                                            KuidSearch& search, Report& report)
 {
     std::vector<const ConfigKey*> firstUses;
     std::map<std::u16string_view, Tally> uses;
     for (const ConfigKey& reference : keys.References)
     {
-        // A block of settings, whose name only begins like a reference, names no asset.
-        if (reference.Value.empty() || reference.Value == u"{")
+        // A block of settings may have a name that begins like a reference.
+        if (reference.Value == u"{" || IsBlock(reference, text))
             continue;
+        const Place place = {.Line = reference.FirstLine, .Detail = Tools::Printable(reference.Key)};
+        if (reference.Value.empty())
+        {
+            report.Add(Code::ReferenceEmpty, place, "it names no asset");
+            continue;
+        }
+        if (!IsKuid(reference.Value))
+        {
+            report.Add(Code::KuidMalformed, place,
+                       Quoted(reference.Value) + " isn't a kuid, which looks like <kuid:1:2>");
+            continue;
+        }
+        if (LowerCase(reference.Value) == kuid)
+        {
+            report.Add(Code::ReferenceToItself, place, "the asset refers to itself");
+            continue;
+        }
         Tally& use = uses[reference.Value];
         if (use.Count() == 0)
             firstUses.push_back(&reference);

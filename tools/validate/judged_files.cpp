@@ -1,8 +1,11 @@
 #include "judged_files.h"
 
+#include "words.h"
+
 #include "tools/common/paths.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 namespace ZLMIM::Validate
@@ -10,7 +13,7 @@ namespace ZLMIM::Validate
 namespace
 {
 
-bool IsBetter(const SystemName& name, const SystemName& other)
+bool IsShorter(const SystemName& name, const SystemName& other)
 {
     return name.size() != other.size() ? name.size() < other.size() : name < other;
 }
@@ -21,7 +24,7 @@ bool JudgedFiles::Claim(const LocatedFile& file)
 {
     const std::lock_guard lock(mMutex);
     const auto [known, isNew] = mFiles.try_emplace(file.Key);
-    if (isNew || IsBetter(file.Name, known->second.Name))
+    if (isNew || IsShorter(file.Name, known->second.Name))
         known->second.Name = file.Name;
     return isNew;
 }
@@ -30,6 +33,41 @@ void JudgedFiles::Store(const FileKey& file, Report report)
 {
     const std::lock_guard lock(mMutex);
     mFiles.at(file).Report = std::move(report);
+}
+
+void JudgedFiles::NoteKuid(const std::u16string& kuid, const LocatedFile& file, std::int64_t line)
+{
+    const std::lock_guard lock(mMutex);
+    mKuids[kuid].push_back({file.Key, line});
+}
+
+void JudgedFiles::AddSharedKuids()
+{
+    const std::lock_guard lock(mMutex);
+    for (auto& [kuid, owners] : mKuids)
+    {
+        if (owners.size() < 2)
+            continue;
+        const auto nameOf = [this](const Owner& owner)
+        { return Tools::ShownName(mFiles.at(owner.File).Name); };
+        std::sort(owners.begin(), owners.end(),
+                  [&](const Owner& a, const Owner& b) { return nameOf(a) < nameOf(b); });
+        std::string message = Quoted(kuid) + " is also the kuid of ";
+        constexpr std::size_t kMostNamed = 8;
+        for (std::size_t i = 1; i < std::min(owners.size(), kMostNamed); ++i)
+            message += (i > 1 ? ", " : "") + Quoted(nameOf(owners[i]));
+        if (owners.size() > kMostNamed)
+            message += " and " + std::to_string(owners.size() - kMostNamed) + " more";
+        mFiles.at(owners[0].File).Report.Add(Code::KuidShared, {owners[0].Line}, message);
+    }
+    for (auto& [key, file] : mFiles)
+        std::erase_if(file.Report.Findings(),
+                      [this](const Finding& finding)
+                      {
+                          const auto owners = mKuids.find(finding.Kuid);
+                          return finding.Code == Code::KuidFoundTwice && owners != mKuids.end() &&
+                                 owners->second.size() > 1;
+                      });
 }
 
 std::size_t JudgedFiles::Count() const
@@ -54,7 +92,8 @@ std::vector<Finding> JudgedFiles::Findings() const
         }
     }
     std::stable_sort(findings.begin(), findings.end(),
-                     [](const Finding& a, const Finding& b) { return a.File < b.File; });
+                     [](const Finding& a, const Finding& b)
+                     { return std::tie(a.File, a.Place.Line) < std::tie(b.File, b.Place.Line); });
     return findings;
 }
 

@@ -5,6 +5,7 @@
 #include "located_file.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <string>
@@ -13,20 +14,25 @@
 namespace ZLMIM::Validate
 {
 
-/// What has been found in which file of a run. Several threads may use it at once.
+/// The findings of a run, file by file. Several threads may use it at once.
 class JudgedFiles
 {
 public:
-    /// Whether nobody has claimed the file before: then it's the caller's to judge.
+    /// Returns true to the first caller only, who then has to check the file.
     [[nodiscard]] bool Claim(const LocatedFile& file);
 
-    /// What was found in a file that has been claimed.
+    /// Stores what was found in a file that has been claimed.
     void Store(const FileKey& file, Report report);
+
+    /// Remembers that an asset, whose config is `file`, has a kuid.
+    void NoteKuid(const std::u16string& kuid, const LocatedFile& file, std::int64_t line);
+
+    /// Adds a finding for each kuid that several assets have, and removes those of references to them.
+    void AddSharedKuids();
 
     [[nodiscard]] std::size_t Count() const;
 
-    /// All findings, sorted by the names of their files, each file's in the order of its report. Of several
-    /// names by which a file was reached it bears the shortest, whoever came first.
+    /// All findings, sorted by file, then by line. A file that was reached by several names has the shortest.
     [[nodiscard]] std::vector<Finding> Findings() const;
 
 private:
@@ -36,7 +42,14 @@ private:
         Validate::Report Report;
     };
 
+    struct Owner
+    {
+        FileKey File;
+        std::int64_t Line;
+    };
+
     mutable std::mutex mMutex;
+    std::map<std::u16string, std::vector<Owner>> mKuids;
     std::map<FileKey, File> mFiles;
 };
 

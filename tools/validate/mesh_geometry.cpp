@@ -1,5 +1,6 @@
 #include "mesh_geometry.h"
 
+#include "mesh_material.h"
 #include "words.h"
 
 #include "tools/common/text.h"
@@ -11,6 +12,7 @@
 #include <cstdint>
 #include <limits>
 #include <span>
+#include <utility>
 
 namespace ZLMIM::Validate
 {
@@ -19,23 +21,31 @@ namespace
 
 using Tools::Counted;
 
-/// How far the length of a normal may be from 1. Normals that a tool has kept as three signed bytes are off
-/// by a part in 127 at most; nobody sees that in the shading.
+/// How far the length of a normal may be from 1. Normals that were once stored as three signed bytes are off
+/// by at most 1/127, which nobody sees in the shading.
 constexpr float kNormalTolerance = 0.01F;
 
-/// A triangle has no area if its height is at most one rounding step of its largest coordinate: no 32-bit
-/// corners could make it flatter but those of a line.
+/// A triangle has no area if its height is at most one rounding step of its largest coordinate.
 constexpr double kRoundingStep = std::numeric_limits<float>::epsilon();
 
-/// Indices are stored as 16 bits, signed.
-constexpr std::size_t kMostReachableVertices = 32'768;
+/// Indices have 16 bits. In a chunk with more vertices than fit into 15 of them, they are taken as unsigned.
+constexpr std::size_t kMostSignedVertices = 32'768;
+constexpr std::size_t kMostReachableVertices = 65'536;
 
-/// A kind of primitive, and how many of them a run of indices makes.
+/// No asset is that large; a coordinate beyond it comes from a damaged file. In metres.
+constexpr float kFar = 100'000;
+
+/// Triangles whose direction deviates this much from their normals, as a cosine, are wound the other way.
+constexpr double kReversed = 0.3;
+/// The share of a chunk's triangles that may be reversed for the chunk to count as consistent otherwise.
+constexpr double kFewReversed = 0.25;
+
+/// A kind of primitive, and how many indices it takes.
 struct Kind
 {
     std::string_view One;
     std::string_view Many;
-    /// Indices that the first one takes, and each further one.
+    /// Indices for the first primitive, and for each further one.
     std::int64_t First = 1;
     std::int64_t Next = 1;
     bool IsFace = false;
@@ -52,7 +62,7 @@ constexpr std::array<Kind, 7> kKinds = {{
     {"triangle of a fan", "triangles of a fan", 3, 1, true},
 }};
 
-/// nullptr for a number that is no kind.
+/// Null for a number that isn't a kind.
 const Kind* KindOf(PrimFlag flag)
 {
     const auto number = static_cast<std::int64_t>(flag);
@@ -70,7 +80,7 @@ std::int64_t PrimitivesMade(const Geometry& geometry, const Kind& kind)
 class GeometryJudge
 {
 public:
-    GeometryJudge(const Geometry& geometry, const std::string& chunk, Report& report)
+    GeometryJudge(const Geometry& geometry, std::int32_t chunk, Report& report)
         : mGeometry(geometry), mKind(KindOf(geometry.PrimitiveType)), mChunk(chunk), mReport(report)
     {
     }
@@ -82,9 +92,11 @@ public:
         if (mKind)
             JudgePrimitives(*mKind);
         else
-            mReport.Add(Code::PrimitiveKind, mChunk,
+            mReport.Add(Code::PrimitiveKind, ChunkPlace(mChunk),
                         std::to_string(static_cast<std::int32_t>(mGeometry.PrimitiveType)) +
                             " is no kind of primitive");
+        if (mGeometry.MaxVertices() == 0)
+            mReport.Add(Code::ChunkEmpty, ChunkPlace(mChunk), "it has no vertices");
         JudgeVertices();
         JudgeNormals(mGeometry.VertexNormals(), "normal ", 0);
         JudgeNormals(mGeometry.FaceNormals->Entries(), "face normal ", 1);
@@ -98,16 +110,24 @@ private:
         const auto judge = [this](std::int32_t count, const std::string& what)
         {
             if (count < 0)
-                mReport.Add(Code::NegativeCount, mChunk, "a count of " + std::to_string(count) + " " + what);
+                mReport.Add(Code::NegativeCount, ChunkPlace(mChunk),
+                            "a count of " + std::to_string(count) + " " + what);
         };
         judge(mGeometry.MaxVertices(), "vertices");
         judge(mGeometry.MaxIndex(), "indices");
         judge(mGeometry.PrimitiveCount, "primitives");
     }
 
+    /// The vertex that an index means.
+    [[nodiscard]] std::int32_t VertexOf(std::int32_t index) const
+    {
+        const bool isUnsigned = mGeometry.Vertices().size() > kMostSignedVertices && index >= -32'768;
+        return isUnsigned ? index & 0xFFFF : index;
+    }
+
     [[nodiscard]] bool IsVertex(std::int32_t index) const
     {
-        return static_cast<std::uint32_t>(index) < mGeometry.Vertices().size();
+        return static_cast<std::uint32_t>(VertexOf(index)) < mGeometry.Vertices().size();
     }
 
     void JudgeIndices()
@@ -126,7 +146,7 @@ private:
                               " of " + Counted(static_cast<std::int64_t>(vertices), "vertex", "vertices") +
                               outside.AndMore();
         if (vertices > kMostReachableVertices)
-            message += "; indices reach no more than 32,768 vertices";
+            message += "; indices reach no more than 65,536 vertices";
         Add(Code::IndexOutside, "index ", outside, message);
     }
 
@@ -135,7 +155,7 @@ private:
         const std::int64_t indices = std::max(mGeometry.MaxIndex(), 0);
         const std::int64_t made = PrimitivesMade(mGeometry, kind);
         const bool hasRest = kind.Next > 1 && indices % kind.Next != 0;
-        // A negative count is told as such.
+        // A negative count has a finding of its own.
         if (mGeometry.PrimitiveCount >= 0 && (mGeometry.PrimitiveCount != made || hasRest))
         {
             std::string message = "a count of " + Tools::Number(mGeometry.PrimitiveCount) + ", where " +
@@ -145,12 +165,12 @@ private:
                 message += " of the kind NONE";
             if (hasRest)
                 message += " and a part of one";
-            mReport.Add(Code::PrimitiveCount, mChunk, std::move(message));
+            mReport.Add(Code::PrimitiveCount, ChunkPlace(mChunk), std::move(message));
         }
-        // Lines and points may do without; where the two counts of faces differ, either will do.
+        // Lines and points need none; if the two counts of faces differ, either will do.
         const std::int64_t normals = mGeometry.FaceNormals->Count();
         if (normals != made && normals != mGeometry.PrimitiveCount && (kind.IsFace || normals != 0))
-            mReport.Add(Code::FaceNormalCount, mChunk,
+            mReport.Add(Code::FaceNormalCount, ChunkPlace(mChunk),
                         Counted(normals, "face normal", "face normals") + " for " +
                             Counted(made, kind.One, kind.Many));
     }
@@ -166,6 +186,15 @@ private:
         }
         if (bad.Count() > 0)
             Add(Code::NotFinite, "vertex ", bad, "a coordinate is infinite or NaN" + bad.AndMore());
+        Tally far;
+        for (std::size_t i = 0; i < vertices.size(); ++i)
+        {
+            const auto& [x, y, z, u, v] = vertices[i];
+            if (std::isfinite(x * y * z) && std::max({std::abs(x), std::abs(y), std::abs(z)}) > kFar)
+                far.Note(static_cast<std::int64_t>(i));
+        }
+        if (far.Count() > 0)
+            Add(Code::VertexFar, "vertex ", far, "it is more than 100 km from the origin" + far.AndMore());
     }
 
     void JudgeNormals(std::span<const Vector> normals, std::string_view what, std::int64_t first)
@@ -204,36 +233,91 @@ private:
         const bool isFan = mGeometry.PrimitiveType == PrimFlag::TRI_FAN;
         const std::int64_t count = PrimitivesMade(mGeometry, *mKind);
         Tally flat;
+        Tally with;
+        Tally against;
         for (std::int64_t i = 0; i < count; ++i)
         {
             const auto next = static_cast<std::size_t>(isStrip || isFan ? i : 3 * i);
-            const std::array corners = {indices[isFan ? 0 : next], indices[next + 1], indices[next + 2]};
+            Corners corners = {indices[isFan ? 0 : next], indices[next + 1], indices[next + 2]};
             if (!std::all_of(corners.begin(), corners.end(), [this](auto index) { return IsVertex(index); }))
                 continue;
-            // A strip goes on elsewhere by a triangle that has a corner twice.
+            // Strips are joined by triangles that have a corner twice.
             if (isStrip && (corners[0] == corners[1] || corners[1] == corners[2] || corners[0] == corners[2]))
                 continue;
+            for (std::int32_t& corner : corners)
+                corner = VertexOf(corner);
+            // Every other triangle of a strip runs the other way round.
+            if (isStrip && i % 2 == 1)
+                std::swap(corners[0], corners[1]);
             if (IsFlat(corners))
                 flat.Note(i);
+            else if (const double direction = Direction(corners, i, count); direction > kReversed)
+                with.Note(i);
+            else if (direction < -kReversed)
+                against.Note(i);
         }
         if (flat.Count() > 0)
             Add(Code::DegenerateTriangle, "triangle ", flat, "it has no area" + flat.AndMore());
+        // Either way round may be the front, but not both.
+        const Tally& few = with.Count() < against.Count() ? with : against;
+        const std::int64_t all = with.Count() + against.Count();
+        if (few.Count() > 0 && static_cast<double>(few.Count()) <= kFewReversed * static_cast<double>(all))
+            Add(Code::FaceReversed, "triangle ", few,
+                "its corners run the other way round than those of the chunk's other triangles, seen along "
+                "their "
+                "normals" +
+                    few.AndMore());
+    }
+
+    using Corners = std::array<std::int32_t, 3>;
+    using Point = std::array<double, 3>;
+
+    static double Dot(const Point& a, const Point& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
+    static Point Difference(const Vertex& a, const Vertex& b)
+    {
+        return {double{a.x} - b.x, double{a.y} - b.y, double{a.z} - b.z};
+    }
+    static Point Cross(const Point& a, const Point& b)
+    {
+        return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+    }
+
+    [[nodiscard]] const Vertex& VertexAt(std::int32_t number) const
+    {
+        return mGeometry.Vertices()[static_cast<std::size_t>(number)];
+    }
+
+    /// The cosine between the normal that a triangle's corners make and the one that is stored for it: its
+    /// face normal if there is one for each face, else the sum of its corners'. 0 if it can't be computed.
+    [[nodiscard]] double Direction(const Corners& corners, std::int64_t face, std::int64_t faceCount) const
+    {
+        Point stored = {};
+        const auto add = [&stored](const Vector& n) {
+            stored = {stored[0] + n.x, stored[1] + n.y, stored[2] + n.z};
+        };
+        const auto faceNormals = mGeometry.FaceNormals->Entries();
+        if (std::ssize(faceNormals) == faceCount)
+            add(faceNormals[static_cast<std::size_t>(face)]);
+        else
+            for (const std::int32_t corner : corners)
+                if (const auto i = static_cast<std::size_t>(corner); i < mGeometry.VertexNormals().size())
+                    add(mGeometry.VertexNormals()[i]);
+        const Vertex& a = VertexAt(corners[0]);
+        const Point normal = Cross(Difference(VertexAt(corners[1]), a), Difference(VertexAt(corners[2]), a));
+        const double cosine = Dot(normal, stored) / std::sqrt(Dot(normal, normal) * Dot(stored, stored));
+        return std::isfinite(cosine) ? cosine : 0;
     }
 
     /// False as well for corners that aren't finite.
-    [[nodiscard]] bool IsFlat(const std::array<std::int32_t, 3>& corners) const
+    [[nodiscard]] bool IsFlat(const Corners& corners) const
     {
-        const auto vertices = mGeometry.Vertices();
-        const Vertex& a = vertices[static_cast<std::size_t>(corners[0])];
-        const Vertex& b = vertices[static_cast<std::size_t>(corners[1])];
-        const Vertex& c = vertices[static_cast<std::size_t>(corners[2])];
-        const std::array ab = {double{b.x} - a.x, double{b.y} - a.y, double{b.z} - a.z};
-        const std::array ac = {double{c.x} - a.x, double{c.y} - a.y, double{c.z} - a.z};
-        const std::array bc = {double{c.x} - b.x, double{c.y} - b.y, double{c.z} - b.z};
-        const std::array cross = {ab[1] * ac[2] - ab[2] * ac[1], ab[2] * ac[0] - ab[0] * ac[2],
-                                  ab[0] * ac[1] - ab[1] * ac[0]};
-        const auto square = [](const std::array<double, 3>& v)
-        { return v[0] * v[0] + v[1] * v[1] + v[2] * v[2]; };
+        const Vertex& a = VertexAt(corners[0]);
+        const Vertex& b = VertexAt(corners[1]);
+        const Vertex& c = VertexAt(corners[2]);
+        const Point ab = Difference(b, a);
+        const Point ac = Difference(c, a);
+        const Point bc = Difference(c, b);
+        const Point cross = Cross(ab, ac);
         double largest = 0;
         for (const Vertex* v : {&a, &b, &c})
             largest =
@@ -241,24 +325,24 @@ private:
         // The cross product is as long as the longest side times the height on it.
         const double step = kRoundingStep * largest;
         return largest <= std::numeric_limits<float>::max() &&
-               square(cross) <= std::max({square(ab), square(ac), square(bc)}) * step * step;
+               Dot(cross, cross) <= std::max({Dot(ab, ab), Dot(ac, ac), Dot(bc, bc)}) * step * step;
     }
 
     void Add(Code code, std::string_view what, const Tally& tally, std::string message)
     {
-        mReport.Add(code, mChunk + ", " + std::string(what) + std::to_string(tally.First()),
+        mReport.Add(code, ChunkPlace(mChunk, std::string(what) + std::to_string(tally.First())),
                     std::move(message));
     }
 
     const Geometry& mGeometry;
     const Kind* mKind;
-    const std::string& mChunk;
+    std::int32_t mChunk;
     Report& mReport;
 };
 
 } // namespace
 
-void JudgeGeometry(const Geometry& geometry, const std::string& chunk, Report& report)
+void JudgeGeometry(const Geometry& geometry, std::int32_t chunk, Report& report)
 {
     GeometryJudge(geometry, chunk, report).Judge();
 }

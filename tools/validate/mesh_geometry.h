@@ -5,13 +5,13 @@
 
 #include "zlmim/mesh/geometry.h"
 
-#include <string>
+#include <cstdint>
 
 namespace ZLMIM::Validate
 {
 
-/// Judges the vertices, normals and faces of a chunk, as a load has left them. `chunk` is its place.
-void JudgeGeometry(const Geometry& geometry, const std::string& chunk, Report& report);
+/// Checks the vertices, normals and faces of the chunk with that number.
+void JudgeGeometry(const Geometry& geometry, std::int32_t chunk, Report& report);
 
 } // namespace ZLMIM::Validate
 

@@ -2,12 +2,13 @@
 
 #include "words.h"
 
-#include "zlmim/model/text.h"
+#include "tools/common/paths.h"
+#include "tools/common/text.h"
+#include "tools/common/texture_files.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <map>
-#include <span>
 #include <string_view>
 #include <vector>
 
@@ -16,33 +17,25 @@ namespace ZLMIM::Validate
 namespace
 {
 
-/// What a file beside the mesh must have before its ending, in lower case.
-std::u16string Stem(std::u16string_view texture) { return LowerCase(texture.substr(0, texture.rfind(u'.'))); }
+/// Materials above this version have the long form, with an opacity.
+constexpr std::int32_t kLastShortMaterial = 101;
 
-/// Whether a file in the folder is called like that, with any ending or none. A mesh or an animation is no
-/// texture.
-bool HasFile(std::span<const FolderEntry> entries, const std::u16string& stem)
-{
-    const auto first = std::lower_bound(entries.begin(), entries.end(), stem,
-                                        [](const FolderEntry& entry, const std::u16string& wanted)
-                                        { return entry.lowerName < wanted; });
-    for (auto entry = first; entry != entries.end() && entry->lowerName.starts_with(stem); ++entry)
-    {
-        const auto ending = std::u16string_view(entry->lowerName).substr(stem.size());
-        const bool isAlike = ending.empty() || ending.front() == u'.';
-        if (isAlike && !entry->isFolder && ending != u".im" && ending != u".kin")
-            return true;
-    }
-    return false;
-}
+bool IsNegative(const rgbColour& colour) { return std::min({colour.r, colour.g, colour.b}) < 0; }
 
-void JudgeNumbers(const Material& material, const std::string& chunk, Report& report)
+void JudgeNumbers(const Material& material, std::int32_t chunk, Report& report)
 {
     const bool isFinite = AreFinite(material.Ambient) && AreFinite(material.Diffuse) &&
                           AreFinite(material.Specular) && AreFinite(material.Emissive) &&
                           AreFinite(material.Opacity);
     if (!isFinite)
-        report.Add(Code::NotFinite, chunk + ", material", "a colour or the opacity is infinite or NaN");
+        report.Add(Code::NotFinite, ChunkPlace(chunk, "material"),
+                   "a colour or the opacity is infinite or NaN");
+    if (material.Version > kLastShortMaterial && (material.Opacity < 0 || material.Opacity > 1))
+        report.Add(Code::MaterialRange, ChunkPlace(chunk, "material"),
+                   "an opacity of " + Tools::Decimal(material.Opacity) + ", which isn't in 0 to 1");
+    if (IsNegative(material.Ambient) || IsNegative(material.Diffuse) || IsNegative(material.Specular) ||
+        IsNegative(material.Emissive))
+        report.Add(Code::MaterialRange, ChunkPlace(chunk, "material"), "a colour is negative");
     Tally bad;
     for (std::int32_t number = 1; const auto& texture : material.Textures->Entries())
     {
@@ -51,47 +44,58 @@ void JudgeNumbers(const Material& material, const std::string& chunk, Report& re
         ++number;
     }
     if (bad.Count() > 0)
-        report.Add(Code::NotFinite, chunk + ", texture " + std::to_string(bad.First()),
+        report.Add(Code::NotFinite, ChunkPlace(chunk, "texture " + std::to_string(bad.First())),
                    "the amount is infinite or NaN" + bad.AndMore());
 }
 
 } // namespace
 
-std::string ChunkPlace(std::int32_t number) { return "chunk " + std::to_string(number); }
+Place ChunkPlace(std::int32_t number, std::string detail) { return {0, {}, number, std::move(detail)}; }
 
 void JudgeMaterials(const Mesh& mesh, const SystemName& folder, FileNames& names, Report& report)
 {
     struct Use
     {
         std::u16string Texture;
-        std::string Place;
+        Validate::Place Place;
         Tally Count;
     };
     std::vector<Use> uses;
     std::map<std::u16string_view, std::size_t> useOf;
     for (std::int32_t number = 1; const auto& chunk : mesh.Chunks->Entries())
     {
-        const std::string place = ChunkPlace(number++);
-        JudgeNumbers(*chunk->Material, place, report);
-        for (std::int32_t texture = 1; const auto& entry : chunk->Material->Textures->Entries())
+        const Material& material = *chunk->Material;
+        if (material.Version == 0 && material.Textures->Count() == 0)
+            report.Add(Code::MaterialMissing, ChunkPlace(number), "it has no MATL block");
+        JudgeNumbers(material, number, report);
+        for (std::int32_t texture = 1; const auto& entry : material.Textures->Entries())
         {
             const auto [use, isNew] = useOf.try_emplace(entry->Name, uses.size());
             if (isNew)
-                uses.push_back({entry->Name, place + ", texture " + std::to_string(texture), {}});
+                uses.push_back({entry->Name, ChunkPlace(number, "texture " + std::to_string(texture)), {}});
             uses[use->second].Count.Note(texture++);
         }
+        ++number;
     }
-    if (uses.empty())
-        return;
-    const auto entries = names.List(folder);
     for (const auto& [texture, place, count] : uses)
     {
         if (texture.empty())
+        {
             report.Add(Code::TextureMissing, place, "it has no name" + count.AndMore());
-        else if (!HasFile(entries, Stem(texture)))
+            continue;
+        }
+        const auto files = Tools::TextureFiles(folder, texture, names);
+        if (files.empty())
             report.Add(Code::TextureMissing, place,
                        "no file called " + Quoted(texture) + ", with any ending, beside the mesh" +
                            count.AndMore());
+        for (const SystemName& file : files)
+        {
+            const std::string damage = Tools::PictureDamage(file);
+            if (!damage.empty())
+                report.Add(Code::TextureDamaged, place,
+                           "the file " + Quoted(Tools::ShownName(file)) + " " + damage + count.AndMore());
+        }
     }
 }
 

@@ -13,13 +13,12 @@
 namespace ZLMIM::Validate
 {
 
-/// Judges the numbers of a mesh's materials, and looks for their textures in the mesh's folder, by its name
-/// with a separator behind it. A texture is there if a file has its name, in any letter case and with any
-/// ending, or several, in the place of the texture's own.
+/// Checks the materials of a mesh, and that its textures' files are in the mesh's folder, which is named with
+/// a separator at its end.
 void JudgeMaterials(const Mesh& mesh, const SystemName& folder, FileNames& names, Report& report);
 
-/// "chunk 2", by its number from 1.
-[[nodiscard]] std::string ChunkPlace(std::int32_t number);
+/// A place in the chunk with that number.
+[[nodiscard]] Place ChunkPlace(std::int32_t number, std::string detail = {});
 
 } // namespace ZLMIM::Validate
 

@@ -1,45 +1,125 @@
 #include "output.h"
 
 #include "tools/common/json_writer.h"
+#include "tools/common/terminal.h"
 #include "tools/common/text.h"
 
 #include "zlmim/model/text.h"
+#include "zlmim/reader/system_name.h"
 
 #include <algorithm>
+#include <set>
 
 namespace ZLMIM::Validate
 {
+namespace
+{
 
-void WriteText(const Result& result, std::ostream& out)
+constexpr auto kSeparator = static_cast<char16_t>(kSystemSeparator);
+
+std::string Severities(const Counts& counts)
+{
+    return Tools::Counted(static_cast<std::int64_t>(counts.Errors), "error", "errors") + ", " +
+           Tools::Counted(static_cast<std::int64_t>(counts.Warnings), "warning", "warnings");
+}
+
+} // namespace
+
+std::u16string AssetOf(const std::u16string& file, const std::vector<std::u16string>& configs)
+{
+    std::u16string folder = file;
+    while (!folder.empty())
+    {
+        const std::size_t end = folder.rfind(kSeparator);
+        folder.erase(end == std::u16string::npos ? 0 : end);
+        std::u16string config = folder;
+        config += folder.empty() ? u"" : std::u16string(1, kSeparator);
+        config += u"config.txt";
+        if (std::binary_search(configs.begin(), configs.end(), config))
+            return config;
+    }
+    return file;
+}
+
+Counts Count(const Result& result)
+{
+    Counts counts;
+    std::set<std::u16string> assets;
+    for (const Finding& finding : result.Findings)
+    {
+        ++(Info(finding.Code).Severity == Severity::Error ? counts.Errors : counts.Warnings);
+        assets.insert(AssetOf(finding.File, result.Configs));
+    }
+    counts.Assets = assets.size();
+    return counts;
+}
+
+std::string Summary(const Result& result)
+{
+    const Counts counts = Count(result);
+    const std::string files = Tools::Counted(static_cast<std::int64_t>(result.Files), "file", "files");
+    if (result.Findings.empty())
+        return files + " in " + Tools::Counted(std::ssize(result.Configs), "asset", "assets") +
+               ", nothing wrong found";
+    return files + ", " + Severities(counts) + " in " +
+           Tools::Counted(static_cast<std::int64_t>(counts.Assets), "asset", "assets");
+}
+
+void WriteText(const Result& result, std::ostream& out, bool isColoured)
 {
     for (const Finding& finding : result.Findings)
     {
         const CodeInfo& info = Info(finding.Code);
-        out << Tools::Printable(finding.File) << ": ";
-        if (!finding.Place.empty())
-            out << finding.Place << ": ";
-        out << Name(info.Severity) << ": " << finding.Message << " [" << info.Name << "]\n";
+        const bool isError = info.Severity == Severity::Error;
+        out << Tools::Paint(Tools::Printable(finding.File), Tools::Colour::Bold, isColoured) << ": ";
+        if (const std::string place = Text(finding.Place); !place.empty())
+            out << place << ": ";
+        out << Tools::Paint(Name(info.Severity), isError ? Tools::Colour::Red : Tools::Colour::Yellow,
+                            isColoured)
+            << ": " << finding.Message << ' '
+            << Tools::Paint("[" + std::string(info.Name) + "]", Tools::Colour::Faint, isColoured) << '\n';
+    }
+    out << Summary(result) << '\n';
+}
+
+void WriteLines(const Result& result, std::ostream& out)
+{
+    for (const Finding& finding : result.Findings)
+    {
+        const CodeInfo& info = Info(finding.Code);
+        out << Tools::Printable(finding.File) << ':' << std::max<std::int64_t>(finding.Place.Line, 1) << ": "
+            << Name(info.Severity) << ": ";
+        if (const std::string place = Text(finding.Place, false); !place.empty())
+            out << place << ": ";
+        out << finding.Message << " [" << info.Name << "]\n";
     }
 }
 
 void WriteJson(const Result& result, std::ostream& out)
 {
-    const auto errors =
-        std::count_if(result.Findings.begin(), result.Findings.end(),
-                      [](const Finding& finding) { return Info(finding.Code).Severity == Severity::Error; });
+    const Counts counts = Count(result);
     {
         Tools::JsonWriter json(out, Tools::JsonWriter::Form::Indented);
         json.BeginObject();
         json.Key("files").Integer(static_cast<std::int64_t>(result.Files));
-        json.Key("errors").Integer(errors);
-        json.Key("warnings").Integer(std::ssize(result.Findings) - errors);
+        json.Key("assets").Integer(std::ssize(result.Configs));
+        json.Key("errors").Integer(static_cast<std::int64_t>(counts.Errors));
+        json.Key("warnings").Integer(static_cast<std::int64_t>(counts.Warnings));
         json.Key("findings").BeginArray();
         for (const Finding& finding : result.Findings)
         {
             const CodeInfo& info = Info(finding.Code);
+            const Place& place = finding.Place;
             json.BeginObject();
             json.Key("file").Text(finding.File);
-            json.Key("place").Text(finding.Place);
+            if (place.Line > 0)
+                json.Key("line").Integer(place.Line);
+            if (!place.Entry.empty())
+                json.Key("entry").Text(place.Entry);
+            if (place.Chunk > 0)
+                json.Key("chunk").Integer(place.Chunk);
+            if (!place.Detail.empty())
+                json.Key("place").Text(place.Detail);
             json.Key("severity").Text(Name(info.Severity));
             json.Key("code").Text(info.Name);
             json.Key("message").Text(finding.Message);

@@ -4,33 +4,42 @@
 #include "validate.h"
 
 #include <ostream>
+#include <string>
+#include <vector>
 
 namespace ZLMIM::Validate
 {
 
-/// One line a finding, such as
-///
-///     wagon/body.im: chunk 2, index 17: error: vertex 99 of 24 vertices [index-outside]
-///
-/// without the place where it is the file as a whole. Characters that would steer a terminal are escaped.
-void WriteText(const Result& result, std::ostream& out);
+struct Counts
+{
+    std::size_t Errors = 0;
+    std::size_t Warnings = 0;
+    /// Assets with findings. A file belongs to the config in its folder, or in the nearest folder above.
+    std::size_t Assets = 0;
+};
 
-/// One JSON object, in ASCII:
+[[nodiscard]] Counts Count(const Result& result);
+
+/// The config that a file belongs to, or the file itself if there is none.
+[[nodiscard]] std::u16string AssetOf(const std::u16string& file, const std::vector<std::u16string>& configs);
+
+/// "2,200 files, 12 errors, 3 warnings in 9 assets"
+[[nodiscard]] std::string Summary(const Result& result);
+
+/// One line for each finding, such as
 ///
-///     {
-///       "files": 10,       files that were judged
-///       "errors": 1,       findings of either severity
-///       "warnings": 0,
-///       "findings": [      in the order of the text
-///         {
-///           "file": "wagon/body.im",
-///           "place": "chunk 2, index 17",        "" for the file as a whole
-///           "severity": "error",                 or "warning"
-///           "code": "index-outside",             one of `Codes()`
-///           "message": "vertex 99 of 24 vertices"
-///         }
-///       ]
-///     }
+///     wagon/config.txt: line 37, entry "crate": error: no attachment point "a.rof" on "default"
+///     [att-unknown]
+///
+/// and the summary. Control characters are escaped.
+void WriteText(const Result& result, std::ostream& out, bool isColoured = false);
+
+/// One line for each finding that editors can jump to; line 1 for a file as a whole:
+///
+///     wagon/config.txt:37: error: entry "crate": no attachment point "a.rof" on "default" [att-unknown]
+void WriteLines(const Result& result, std::ostream& out);
+
+/// One JSON object, as `docs/validate.schema.json` describes it.
 void WriteJson(const Result& result, std::ostream& out);
 
 } // namespace ZLMIM::Validate

@@ -6,9 +6,9 @@
 #include "zlmim/model/text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <map>
-#include <optional>
 #include <set>
 #include <vector>
 
@@ -18,15 +18,15 @@ namespace
 {
 
 template <class AnyBone>
-struct Place
+struct PlacedBone
 {
     const AnyBone* Bone;
     int Level;
 };
 
-/// The bones of a loaded tree, each before its children: its depth and number have limits.
+/// Collects the bones of a loaded tree, each before its children. The library limits their depth and number.
 template <class AnyBone>
-void Collect(const AnyBone& bone, int level, std::vector<Place<AnyBone>>& bones)
+void Collect(const AnyBone& bone, int level, std::vector<PlacedBone<AnyBone>>& bones)
 {
     bones.push_back({&bone, level});
     for (const auto& child : bone.Children()->Entries())
@@ -34,9 +34,9 @@ void Collect(const AnyBone& bone, int level, std::vector<Place<AnyBone>>& bones)
 }
 
 template <class AnyBone>
-std::vector<Place<AnyBone>> Bones(const AnyBone& root)
+std::vector<PlacedBone<AnyBone>> Bones(const AnyBone& root)
 {
-    std::vector<Place<AnyBone>> bones;
+    std::vector<PlacedBone<AnyBone>> bones;
     Collect(root, 1, bones);
     return bones;
 }
@@ -46,32 +46,112 @@ std::string BonePlace(std::size_t index, const std::u16string& name)
     return "bone " + std::to_string(index + 1) + " " + Quoted(name);
 }
 
-/// Chunks that hang from no bone, though they name one.
-void JudgeBinding(const Mesh& mesh, const std::vector<Place<Bone>>& bones, Report& report)
+/// Chunks that name a bone which doesn't exist.
+void JudgeBinding(const Mesh& mesh, const std::vector<PlacedBone<Bone>>& bones, Report& report)
 {
-    // Made when it's needed, since it seldom is.
-    std::optional<std::map<std::u16string, std::u16string>> byLowerCase;
+    std::vector<std::u16string> names;
     for (std::int32_t number = 1; const auto& chunk : mesh.Chunks->Entries())
     {
-        const std::string place = ChunkPlace(number++);
+        const Place place = ChunkPlace(number++);
         const std::u16string& name = chunk->Geometry->Bone;
         if (name.empty() || chunk->Geometry->BoneObject)
             continue;
-        if (!byLowerCase)
-        {
-            byLowerCase.emplace();
+        if (names.empty())
             for (const auto& bone : bones)
-                byLowerCase->try_emplace(LowerCase(bone.Bone->Name), bone.Bone->Name);
-        }
-        const auto alike = byLowerCase->find(LowerCase(name));
-        if (alike != byLowerCase->end())
+                names.push_back(bone.Bone->Name);
+        const auto alike =
+            std::find_if(names.begin(), names.end(),
+                         [&](const std::u16string& other) { return LowerCase(other) == LowerCase(name); });
+        if (alike != names.end())
             report.Add(Code::BoneLetterCase, place,
-                       "it hangs from " + Quoted(name) + ", but the bone is called " + Quoted(alike->second));
+                       "it hangs from " + Quoted(name) + ", but the bone is called " + Quoted(*alike));
         else
             report.Add(Code::BoneUnknown, place,
                        "it hangs from " + Quoted(name) + ", but " +
-                           (bones.empty() ? "the mesh has no skeleton" : "no bone has that name"));
+                           (bones.empty() ? "the mesh has no skeleton" : "no bone has that name") +
+                           DidYouMean(name, names));
     }
+}
+
+/// Names that occur before already. `placeOf(index)` is where the thing with that name is.
+template <class PlaceOf>
+void JudgeNames(const std::vector<std::u16string>& names, const char* what, PlaceOf placeOf, Report& report)
+{
+    std::map<std::u16string_view, std::size_t> firsts;
+    for (std::size_t i = 0; i < names.size(); ++i)
+    {
+        const auto [first, isNew] = firsts.try_emplace(names[i], i);
+        if (!isNew)
+            report.Add(Code::NameTwice, {.Detail = placeOf(i)},
+                       "it has the name of " + std::string(what) + " " + std::to_string(first->second + 1) +
+                           ", and only that one is found by name");
+    }
+}
+
+/// How far the length of a rotation may be from 1.
+constexpr float kRotationTolerance = 0.01F;
+
+bool IsZero(const Quaternion& q) { return q == Quaternion(); }
+
+bool IsUnit(const Quaternion& q)
+{
+    const float length = std::hypot(std::hypot(q.x, q.y, q.z), q.w);
+    return std::abs(length - 1) <= kRotationTolerance;
+}
+
+bool IsZero(const Matrix& m)
+{
+    return m.m11 == 0 && m.m12 == 0 && m.m13 == 0 && m.m21 == 0 && m.m22 == 0 && m.m23 == 0 && m.m31 == 0 &&
+           m.m32 == 0 && m.m33 == 0;
+}
+
+void JudgeAttachments(const Mesh& mesh, Report& report)
+{
+    const auto attachments = mesh.Attachments->Entries();
+    const auto placeOf = [&](std::size_t i)
+    { return "attachment point " + std::to_string(i + 1) + " " + Quoted(attachments[i]->Name); };
+    std::vector<std::u16string> names;
+    for (std::size_t i = 0; i < attachments.size(); ++i)
+    {
+        names.push_back(attachments[i]->Name);
+        if (!AreFinite(attachments[i]->Matrix))
+            report.Add(Code::NotFinite, {.Detail = placeOf(i)}, "a number of its matrix is infinite or NaN");
+        else if (IsZero(attachments[i]->Matrix))
+            report.Add(Code::ZeroTransform, {.Detail = placeOf(i)},
+                       "its matrix is all zeros, so what hangs on it shrinks to a point");
+    }
+    JudgeNames(names, "attachment point", placeOf, report);
+}
+
+void JudgeBones(const std::vector<PlacedBone<Bone>>& bones, Report& report)
+{
+    const auto placeOf = [&](std::size_t i) { return BonePlace(i, bones[i].Bone->Name); };
+    std::vector<std::u16string> names;
+    Tally bad;
+    Tally zero;
+    Tally notUnit;
+    for (std::size_t i = 0; i < bones.size(); ++i)
+    {
+        const auto number = static_cast<std::int64_t>(i);
+        const Bone& bone = *bones[i].Bone;
+        names.push_back(bone.Name);
+        if (!AreFinite(bone.Position) || !AreFinite(bone.Rotation))
+            bad.Note(number);
+        else if (IsZero(bone.Rotation))
+            zero.Note(number);
+        else if (!IsUnit(bone.Rotation))
+            notUnit.Note(number);
+    }
+    const auto add = [&](Code code, const Tally& tally, const char* message)
+    {
+        if (tally.Count() > 0)
+            report.Add(code, {.Detail = placeOf(static_cast<std::size_t>(tally.First()))},
+                       message + tally.AndMore());
+    };
+    add(Code::NotFinite, bad, "its pose is infinite or NaN");
+    add(Code::ZeroTransform, zero, "its rotation is all zeros");
+    add(Code::RotationLength, notUnit, "its rotation isn't of length 1");
+    JudgeNames(names, "bone", placeOf, report);
 }
 
 bool IsEmpty(const Keyframe& frame) { return frame.q == Quaternion(); }
@@ -80,32 +160,9 @@ bool IsEmpty(const Keyframe& frame) { return frame.q == Quaternion(); }
 
 void JudgeSkeleton(const Mesh& mesh, Report& report)
 {
-    const auto attachments = mesh.Attachments->Entries();
-    Tally badPoints;
-    for (std::size_t i = 0; i < attachments.size(); ++i)
-    {
-        if (!AreFinite(attachments[i]->Matrix))
-            badPoints.Note(static_cast<std::int64_t>(i));
-    }
-    if (badPoints.Count() > 0)
-        report.Add(Code::NotFinite,
-                   "attachment point " + std::to_string(badPoints.First() + 1) + " " +
-                       Quoted(attachments[static_cast<std::size_t>(badPoints.First())]->Name),
-                   "a number of its matrix is infinite or NaN" + badPoints.AndMore());
-
-    const auto bones = mesh.RootBone ? Bones(*mesh.RootBone) : std::vector<Place<Bone>>();
-    Tally badBones;
-    for (std::size_t i = 0; i < bones.size(); ++i)
-    {
-        if (!AreFinite(bones[i].Bone->Position) || !AreFinite(bones[i].Bone->Rotation))
-            badBones.Note(static_cast<std::int64_t>(i));
-    }
-    if (badBones.Count() > 0)
-    {
-        const auto first = static_cast<std::size_t>(badBones.First());
-        report.Add(Code::NotFinite, BonePlace(first, bones[first].Bone->Name),
-                   "its pose is infinite or NaN" + badBones.AndMore());
-    }
+    JudgeAttachments(mesh, report);
+    const auto bones = mesh.RootBone ? Bones(*mesh.RootBone) : std::vector<PlacedBone<Bone>>();
+    JudgeBones(bones, report);
     JudgeBinding(mesh, bones, report);
 }
 
@@ -134,29 +191,41 @@ Tally UnfilledSlots(const Anim& anim)
 
 void JudgeFrames(const Anim& anim, Report& report)
 {
+    if (anim.FrameCount == 0)
+        report.Add(Code::AnimationRate, {}, "it has no frames");
+    if (anim.FPS <= 0)
+        report.Add(Code::AnimationRate, {},
+                   "a rate of " + std::to_string(anim.FPS) + " frames a second, so it never moves");
     const Tally unfilled = UnfilledSlots(anim);
     if (unfilled.Count() > 0)
-        report.Add(Code::FrameUnfilled, "slot " + std::to_string(unfilled.First()),
+        report.Add(Code::FrameUnfilled, {.Detail = "slot " + std::to_string(unfilled.First())},
                    "no frame fills it" + unfilled.AndMore());
     if (!AreFinite(anim.MetScale))
-        report.Add(Code::NotFinite, "", "the scale is infinite or NaN");
+        report.Add(Code::NotFinite, {}, "the scale is infinite or NaN");
     const auto bones = Bones(*anim.RootBone);
-    Tally bad;
-    std::string place;
-    for (std::size_t i = 0; i < bones.size(); ++i)
+    const auto judge = [&](Code code, const char* message, auto isWrong)
     {
-        const auto frames = bones[i].Bone->Frames();
-        for (std::size_t slot = 0; slot < frames.size(); ++slot)
+        Tally wrong;
+        std::string place;
+        for (std::size_t i = 0; i < bones.size(); ++i)
         {
-            if (AreFinite(frames[slot]))
-                continue;
-            if (bad.Count() == 0)
-                place = BonePlace(i, bones[i].Bone->Name) + ", slot " + std::to_string(slot);
-            bad.Note(static_cast<std::int64_t>(i));
+            const auto frames = bones[i].Bone->Frames();
+            for (std::size_t slot = 0; slot < frames.size(); ++slot)
+            {
+                if (!isWrong(frames[slot]))
+                    continue;
+                if (wrong.Count() == 0)
+                    place = BonePlace(i, bones[i].Bone->Name) + ", slot " + std::to_string(slot);
+                wrong.Note(static_cast<std::int64_t>(i));
+            }
         }
-    }
-    if (bad.Count() > 0)
-        report.Add(Code::NotFinite, place, "the pose is infinite or NaN" + bad.AndMore());
+        if (wrong.Count() > 0)
+            report.Add(code, {.Detail = place}, message + wrong.AndMore());
+    };
+    judge(Code::NotFinite, "the pose is infinite or NaN",
+          [](const Keyframe& frame) { return !AreFinite(frame); });
+    judge(Code::RotationLength, "the rotation isn't of length 1",
+          [](const Keyframe& frame) { return AreFinite(frame) && !IsEmpty(frame) && !IsUnit(frame.q); });
 }
 
 std::string TreeDifference(const Bone& skeleton, const BoneAnim& animation)

@@ -22,14 +22,6 @@ namespace fs = std::filesystem;
 
 constexpr std::u16string_view kConfigName = u"config.txt";
 
-/// By the ending; any letter case.
-SubjectKind KindOf(const std::u16string& lowerName)
-{
-    if (lowerName.ends_with(u".im"))
-        return SubjectKind::Mesh;
-    return lowerName.ends_with(u".kin") ? SubjectKind::Anim : SubjectKind::Asset;
-}
-
 class Finder
 {
 public:
@@ -38,30 +30,18 @@ public:
     void Take(const std::u16string& name, bool isRecursive)
     {
         const FoundFile* const found = mNames.Find(name);
-        if (found && found->kind == FoundFile::Kind::File)
-            mSubjects.Files.push_back({KindOf(LowerCase(name)), name});
-        else if (!found || found->kind != FoundFile::Kind::Folder)
-            Fail(name, found ? "it is neither a file nor a folder" : "there is no such file");
-        else if (isRecursive)
-            Walk(Tools::ToPath(found->systemName));
+        if (found && found->kind == FoundFile::Kind::Folder && isRecursive)
+            return Walk(Tools::ToPath(found->systemName));
+        auto input = Tools::FindInput(name, mNames);
+        if (auto* const why = std::get_if<std::string>(&input))
+            Fail(name, *why + (found && !isRecursive ? "; --recursive looks into the folders below" : ""));
         else
-            TakeFolder(name);
+            mSubjects.Files.push_back(std::move(std::get<Tools::Input>(input)));
     }
 
     Subjects Result() { return std::move(mSubjects); }
 
 private:
-    void TakeFolder(const std::u16string& folder)
-    {
-        const std::u16string name =
-            (folder.ends_with(u'\\') ? folder : folder + u'\\') + std::u16string(kConfigName);
-        const FoundFile* const found = mNames.Find(name);
-        if (found && found->kind == FoundFile::Kind::File)
-            mSubjects.Files.push_back({SubjectKind::Asset, name});
-        else
-            Fail(folder, "there is no config.txt in this folder; --recursive looks below it");
-    }
-
     void Walk(const fs::path& folder)
     {
         std::vector<fs::path> waiting = {folder};
@@ -74,7 +54,7 @@ private:
         }
     }
 
-    /// Takes the files in a folder, and answers the folders in it.
+    /// Takes the files in a folder, and returns the folders in it.
     std::vector<fs::path> WalkOne(const fs::path& folder)
     {
         std::vector<fs::path> files;
@@ -83,7 +63,7 @@ private:
         for (fs::directory_iterator entry(folder, failure); !failure && entry != fs::directory_iterator();
              entry.increment(failure))
         {
-            std::error_code ignored; // what can't be asked is no file to judge
+            std::error_code ignored; // what the system says nothing about isn't a file to check
             if (!entry->is_symlink(ignored) && entry->is_directory(ignored))
                 folders.push_back(entry->path());
             else if (entry->is_regular_file(ignored))
@@ -93,20 +73,32 @@ private:
             Fail(Tools::ToName(folder), failure.message());
         std::sort(files.begin(), files.end());
         std::sort(folders.begin(), folders.end());
+        bool hasConfig = false;
+        const fs::path* misnamed = nullptr;
         for (const fs::path& file : files)
         {
             const std::u16string lowerName = LowerCase(Tools::ToName(file.filename()));
-            const SubjectKind kind = KindOf(lowerName);
-            if (kind != SubjectKind::Asset || lowerName == kConfigName)
+            const Tools::Kind kind = Tools::KindOf(lowerName);
+            hasConfig = hasConfig || lowerName == kConfigName;
+            if (lowerName == u"config.txt.txt" || lowerName == u"config" || lowerName == u"config.text")
+                misnamed = &file;
+            if (kind != Tools::Kind::Model || lowerName == kConfigName)
                 mSubjects.Files.push_back({kind, Tools::ToName(file)});
         }
+        if (misnamed && !hasConfig)
+            mSubjects.Findings.push_back(
+                {Code::ConfigName,
+                 Tools::ShownName(SystemName(misnamed->native().begin(), misnamed->native().end())),
+                 {},
+                 "there is no config.txt in this folder; rename this file",
+                 {}});
         return folders;
     }
 
     void Fail(const std::u16string& name, std::string message)
     {
         mSubjects.Findings.push_back(
-            {Code::NotLoaded, Tools::ShownName(ToSystemName(name)), "", std::move(message)});
+            {Code::NotLoaded, Tools::ShownName(ToSystemName(name)), {}, std::move(message), {}});
     }
 
     FileNames& mNames;

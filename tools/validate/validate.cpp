@@ -6,6 +6,7 @@
 #include "subjects.h"
 
 #include "tools/common/parallel.h"
+#include "tools/common/paths.h"
 
 #include <algorithm>
 #include <iterator>
@@ -35,28 +36,38 @@ public:
     {
         Subjects subjects = FindSubjects(mRequest.Paths, mRequest.IsRecursive, *mNames[0]);
         mAll = subjects.Files.size();
-        const auto others =
-            std::stable_partition(subjects.Files.begin(), subjects.Files.end(),
-                                  [](const Subject& subject) { return subject.Kind == SubjectKind::Asset; });
-        // Assets first, since they load their own files: what is left then are those that no asset needs.
+        const auto others = std::stable_partition(subjects.Files.begin(), subjects.Files.end(),
+                                                  [](const Tools::Input& subject)
+                                                  { return subject.Kind == Tools::Kind::Model; });
+        // Assets first: they load their own files, and only those that no asset needs are left.
         std::vector<std::u16string> configs;
         std::transform(subjects.Files.begin(), others, std::back_inserter(configs),
-                       [](Subject& subject) { return std::move(subject.Name); });
+                       [](Tools::Input& subject) { return std::move(subject.Name); });
         configs = JudgeAssets(configs, true);
         while (!configs.empty())
             configs = JudgeAssets(configs, false);
         JudgeOthers({others, subjects.Files.end()});
 
-        Result result = {mJudged.Findings(), mJudged.Count()};
+        if (mRequest.IsRecursive)
+            mJudged.AddSharedKuids();
+        Result result = {mJudged.Findings(), mJudged.Count(), {}};
         result.Findings.insert(result.Findings.end(), std::make_move_iterator(subjects.Findings.begin()),
                                std::make_move_iterator(subjects.Findings.end()));
         std::stable_sort(result.Findings.begin(), result.Findings.end(),
                          [](const Finding& a, const Finding& b) { return a.File < b.File; });
+        std::erase_if(result.Findings,
+                      [this](const Finding& finding)
+                      {
+                          return mRequest.Ignored.contains(finding.Code) ||
+                                 (!mRequest.Only.empty() && !mRequest.Only.contains(finding.Code));
+                      });
+        std::sort(mConfigs.begin(), mConfigs.end());
+        result.Configs = std::move(mConfigs);
         return result;
     }
 
 private:
-    /// Answers the configs that those refer to.
+    /// Returns the configs of the assets that those refer to.
     std::vector<std::u16string> JudgeAssets(const std::vector<std::u16string>& configs, bool isProgress)
     {
         std::vector<std::vector<std::u16string>> references(configs.size());
@@ -65,8 +76,12 @@ private:
                        {
                            const auto file = Locate(configs[index], *mNames[worker]);
                            if (file && mJudged.Claim(*file))
+                           {
                                references[index] =
                                    JudgeAsset(configs[index], *file, mNames[worker], mJudged, mSearch);
+                               const std::lock_guard lock(mMutex);
+                               mConfigs.push_back(Tools::ShownName(file->Name));
+                           }
                            if (isProgress)
                                Progress();
                        });
@@ -76,15 +91,15 @@ private:
         return all;
     }
 
-    void JudgeOthers(const std::vector<Subject>& subjects)
+    void JudgeOthers(const std::vector<Tools::Input>& subjects)
     {
         Tools::ForEach(subjects.size(), mThreads,
                        [&](std::size_t index, std::size_t worker)
                        {
-                           const Subject& subject = subjects[index];
+                           const Tools::Input& subject = subjects[index];
                            FileNames& names = *mNames[worker];
                            const auto file = Locate(subject.Name, names);
-                           if (file && subject.Kind == SubjectKind::Mesh)
+                           if (file && subject.Kind == Tools::Kind::Mesh)
                                JudgeMeshFile(subject.Name, *file, names, mJudged);
                            else if (file)
                                JudgeAnimFile(subject.Name, *file, names, mJudged);
@@ -102,11 +117,12 @@ private:
 
     const Request& mRequest;
     unsigned mThreads;
-    /// One for each worker, since they remember the folders that they have listed.
+    /// One for each worker. They cache the folders that they have listed.
     std::vector<std::shared_ptr<FileNames>> mNames;
     JudgedFiles mJudged;
     KuidSearch mSearch;
     std::mutex mMutex;
+    std::vector<std::u16string> mConfigs;
     std::size_t mDone = 0;
     std::size_t mAll = 0;
 };

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,21 +19,27 @@ struct Request
     bool IsRecursive = false;
     /// Threads to work on; 0 for as many as the machine has.
     unsigned Threads = 0;
-    /// Told how many of the files that the paths lead to are done, one call at a time, from any thread. May
-    /// be empty.
+    /// Codes that aren't reported.
+    std::set<Code> Ignored = {};
+    /// If not empty, the only codes that are reported.
+    std::set<Code> Only = {};
+    /// Called with the number of files done, of those that the paths lead to; one call at a time, from any
+    /// thread. May be empty.
     std::function<void(std::size_t done, std::size_t all)> OnProgress = {};
 };
 
 struct Result
 {
-    /// Sorted by file; the same for the same files, however many threads there are.
+    /// Sorted by file, then by line; the same for any number of threads.
     std::vector<Finding> Findings;
-    /// Files that have been judged: those that the paths lead to, and those that they need.
+    /// Files that have been checked: those that the paths lead to, and those that they need.
     std::size_t Files = 0;
+    /// The configs among them, as they are shown, sorted.
+    std::vector<std::u16string> Configs;
 };
 
-/// Loads and judges the files that paths lead to: configs with their meshes and animations, and with the
-/// assets that they refer to, each file once. Nothing that a file holds makes it raise.
+/// Loads and checks the files that paths lead to: configs with their meshes and animations, and the assets
+/// that they refer to; each file once. Never throws because of what a file holds.
 /// @throws std::bad_alloc, std::filesystem::filesystem_error
 [[nodiscard]] Result Validate(const Request& request);
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ZLMIM::Validate
 {
@@ -14,11 +15,18 @@ namespace ZLMIM::Validate
 /// A name from a file, printable and in quotation marks.
 [[nodiscard]] std::string Quoted(std::u16string_view name);
 
-/// The first of several things that share one finding, and how many there are.
+/// The number of letters by which two names differ: left out, added, changed, or swapped with the next. Stops
+/// counting above 2.
+[[nodiscard]] int LettersApart(std::u16string_view a, std::u16string_view b);
+
+/// `; did you mean "a.load"?` with the candidate that resembles `name` most, or "" if none does. Letter case
+/// is ignored.
+[[nodiscard]] std::string DidYouMean(std::u16string_view name, const std::vector<std::u16string>& candidates);
+
+/// Counts the things that share one finding, and remembers the first.
 class Tally
 {
 public:
-    /// Things are noted in the order of their numbers.
     void Note(std::int64_t number) noexcept
     {
         if (mCount++ == 0)
@@ -28,7 +36,7 @@ public:
     [[nodiscard]] std::int64_t First() const noexcept { return mFirst; }
     [[nodiscard]] std::int64_t Count() const noexcept { return mCount; }
 
-    /// "", or " (and 12 more)" behind the message about the first.
+    /// "", or " (and 12 more)" to follow the message about the first.
     [[nodiscard]] std::string AndMore() const;
 
 private:
@@ -36,7 +44,7 @@ private:
     std::int64_t mCount = 0;
 };
 
-/// Whether none of the numbers is infinite or NaN: such a number times 0 isn't 0.
+/// False for infinite numbers and NaN, whose product with 0 isn't 0.
 template <class... Floats>
 [[nodiscard]] bool AreFinite(Floats... numbers) noexcept
 {

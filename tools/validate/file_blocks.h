@@ -1,0 +1,20 @@
+#ifndef VALIDATE_FILE_BLOCKS_H
+#define VALIDATE_FILE_BLOCKS_H
+
+#include "finding.h"
+
+#include "zlmim/anim/anim.h"
+#include "zlmim/mesh/mesh.h"
+#include "zlmim/reader/system_name.h"
+
+namespace ZLMIM::Validate
+{
+
+/// Compare the length of a file that has been loaded with the sizes that its blocks give: what follows its
+/// last block isn't read.
+void CheckLength(const Mesh& mesh, const SystemName& file, Report& report);
+void CheckLength(const Anim& anim, const SystemName& file, Report& report);
+
+} // namespace ZLMIM::Validate
+
+#endif
