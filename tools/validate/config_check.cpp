@@ -1,5 +1,7 @@
 #include "config_check.h"
 
+#include "config_braces.h"
+#include "config_lines.h"
 #include "words.h"
 
 #include "zlmim/config/config_line.h"
@@ -7,45 +9,19 @@
 #include "zlmim/model/text.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <map>
-#include <optional>
 
 namespace ZLMIM::Validate
 {
 namespace
 {
 
-const std::vector<std::u16string> kTopKeys = {
-    u"kuid",         u"kind",       u"username",       u"author",     u"description",
-    u"zelmar-build", u"mesh-table", u"asset-filename", u"pantograph", u"bogey"};
-const std::vector<std::u16string> kEntryKeys = {u"mesh", u"anim", u"att-parent", u"att", u"effects"};
-
 /// A quoted value of more lines has probably lost its closing mark.
 constexpr std::int64_t kMostQuotedLines = 20;
 
 constexpr std::int64_t kNoLine = std::numeric_limits<std::int64_t>::max();
-
-bool IsOneOf(const std::u16string& key, const std::vector<std::u16string>& keys)
-{
-    return std::find(keys.begin(), keys.end(), key) != keys.end();
-}
-
-/// A logical line.
-struct Line
-{
-    std::int64_t First = 0;
-    std::int64_t Last = 0;
-    /// Columns of blanks before it.
-    std::size_t Indent = 0;
-    std::u16string Key;
-    std::u16string Value;
-
-    [[nodiscard]] bool IsOpening() const { return Key == u"{" && Value.empty(); }
-    [[nodiscard]] bool IsClosing() const { return Key == u"}"; }
-    /// A block whose opening brace is on its own line: `name {`.
-    [[nodiscard]] bool IsBlock() const { return Value == u"{"; }
-};
 
 std::size_t IndentOf(const std::u16string& line)
 {
@@ -64,7 +40,7 @@ bool LooksLikeKey(const std::u16string& line)
     const std::u16string key = lowerLine.substr(0, blank);
     if (key == u"mesh-table" || key == u"{" || key == u"}")
         return blank == std::u16string::npos;
-    const bool isKnown = IsOneOf(key, kTopKeys) || key.starts_with(u"bogey-");
+    const bool isKnown = IsTopKey(key);
     if (!isKnown || blank == std::u16string::npos)
         return false;
     const std::u16string value(Trim(std::u16string_view(lowerLine).substr(blank)));
@@ -72,12 +48,12 @@ bool LooksLikeKey(const std::u16string& line)
 }
 
 /// Splits the text into logical lines, and checks the quotation marks on the way.
-std::vector<Line> ReadLines(ConfigText& text, Report& report, std::int64_t& firstMistake)
+std::vector<ConfigLine> ReadLines(ConfigText& text, Report& report, std::int64_t& firstMistake)
 {
-    std::vector<Line> lines;
+    std::vector<ConfigLine> lines;
     while (!text.AtEndOfStream())
     {
-        Line line;
+        ConfigLine line;
         line.First = text.NextNumber();
         line.Indent = IndentOf(text.Line(line.First));
         bool isOpen = false;
@@ -116,29 +92,26 @@ std::vector<Line> ReadLines(ConfigText& text, Report& report, std::int64_t& firs
     return lines;
 }
 
-class Checker
+/// Checks the keys of a file whose braces are right.
+class KeyChecker
 {
 public:
-    Checker(const std::vector<Line>& lines, Report& report) : mLines(lines), mReport(report)
-    {
-        for (const Line& line : lines)
-            mSurplus += line.IsOpening() || line.IsBlock() ? 1 : line.IsClosing() ? -1 : 0;
-    }
+    KeyChecker(const std::vector<ConfigLine>& lines, Report& report) : mLines(lines), mReport(report) {}
 
-    std::int64_t Check()
+    void Check()
     {
-        for (std::size_t i = 0; i < mLines.size(); ++i)
-            Take(mLines[i], i + 1 < mLines.size() ? &mLines[i + 1] : nullptr);
-        if (mSurplus > 0 && !mOpen.empty())
+        for (const ConfigLine& line : mLines)
         {
-            CloseMissing(mOpen.back(), " before the file ends");
-            for (const Block& block : mOpen)
-                if (block.Context == Context::Entry)
-                    Mistake(block.Line);
+            if (line.IsOpening())
+                Open(mName ? *mName : line);
+            else if (line.IsClosing())
+                Close();
+            else
+                TakeKey(line);
+            mName = line.IsOpening() || line.IsClosing() || line.IsBlock() ? nullptr : &line;
         }
-        if (!mHasKnownKey && mFirstMistake == kNoLine)
+        if (!mHasKnownKey)
             mReport.Add(Code::ConfigUnknown, {}, "none of its keys is known: it isn't a config.txt");
-        return mFirstMistake;
     }
 
 private:
@@ -149,119 +122,47 @@ private:
         Entry,
         Other,
     };
+    using KeyLines = std::map<std::u16string, std::int64_t>;
     struct Block
     {
-        Checker::Context Context = Checker::Context::Top;
+        KeyChecker::Context In;
         std::u16string Name;
-        std::int64_t Line = 0;
-        /// Of the line with the brace.
-        std::size_t Indent = 0;
-        /// Line of each key in an entry, of each entry in a table.
-        std::map<std::u16string, std::int64_t> Keys = {};
+        std::int64_t Line;
+        /// Lines of its keys, or of a table's entries.
+        KeyLines Keys = {};
     };
 
-    [[nodiscard]] Context Here() const { return mOpen.empty() ? Context::Top : mOpen.back().Context; }
+    [[nodiscard]] Context Here() const { return mOpen.empty() ? Context::Top : mOpen.back().In; }
 
-    void Take(const Line& line, const Line* next)
-    {
-        if (line.IsOpening())
-            Open(mName ? *mName : line, line.Indent);
-        else if (line.IsClosing())
-            Close(line);
-        else
-            TakeKey(line, next);
-        if (!line.IsOpening())
-            mName = line.IsClosing() || line.IsBlock() ? nullptr : &line;
-        else
-            mName = nullptr;
-    }
-
-    void Open(const Line& name, std::size_t indent)
+    void Open(const ConfigLine& name)
     {
         Context context = Context::Other;
         if (Here() == Context::Top && name.Key == u"mesh-table")
             context = Context::Table;
         else if (Here() == Context::Table)
             context = Context::Entry;
-        mIsIndented = mIsIndented || (!mOpen.empty() && indent > mOpen.back().Indent);
-        mOpen.push_back({context, name.Key, name.First, indent});
+        mOpen.push_back({context, name.Key, name.First});
     }
 
-    void Close(const Line& line)
+    void Close()
     {
-        // Indentation shows which block is meant, where there are more braces of one kind.
-        if (mSurplus > 0)
-        {
-            const bool isOuter = !mOpen.empty() && mOpen.back().Indent > line.Indent &&
-                                 std::any_of(mOpen.begin(), mOpen.end(),
-                                             [&](const Block& block) { return block.Indent == line.Indent; });
-            while (isOuter && mSurplus > 0 && mOpen.back().Indent > line.Indent)
-                PopMissing(" before line " + std::to_string(line.First));
-        }
-        else if (mSurplus < 0 && !mOpen.empty() && mOpen.back().Indent < line.Indent && mIsIndented)
-        {
-            Extra(line.First);
-            return;
-        }
         if (mOpen.empty())
-        {
-            if (mSurplus < 0)
-                Extra(line.First);
             return;
-        }
         const Block& block = mOpen.back();
-        if (block.Context == Context::Table && block.Keys.empty())
+        if (block.In == Context::Table && block.Keys.empty())
             mReport.Add(Code::MeshTableEmpty, {block.Line}, "the mesh table has no entry");
-        mClosed = line.First;
-        mLast = std::move(mOpen.back());
         mOpen.pop_back();
-        if (mLast.Context == Context::Table)
-            mTableClosed = line.First;
     }
 
-    void TakeKey(const Line& line, const Line* next)
+    void TakeKey(const ConfigLine& line)
     {
-        if (line.Key == u"mesh-table" || (Here() == Context::Top && IsOneOf(line.Key, kTopKeys)))
-            mHasKnownKey = true;
-        const bool isPlain = !line.IsBlock() && !line.Value.empty();
-        const bool isTopKey = isPlain && (IsOneOf(line.Key, kTopKeys) || line.Key.starts_with(u"bogey-"));
-        if (mSurplus > 0 && isTopKey && (Here() == Context::Table || Here() == Context::Entry))
-        {
-            while (mSurplus > 0 && !mOpen.empty())
-                PopMissing(" before line " + std::to_string(line.First));
-        }
-        const bool isEntryKey = isPlain && line.Key != u"effects" && IsOneOf(line.Key, kEntryKeys);
-        const bool isInEntryInEntry =
-            mOpen.size() > 1 && Here() == Context::Other && mOpen[mOpen.size() - 2].Context == Context::Entry;
-        if (mSurplus > 0 && isEntryKey && isInEntryInEntry && mOpen.back().Name != u"effects")
-        {
-            // The block is the next entry, and the one around it lacks its brace.
-            Block entry = std::move(mOpen.back());
-            mOpen.pop_back();
-            PopMissing(" before line " + std::to_string(entry.Line));
-            entry.Context = Context::Entry;
-            mOpen.push_back(std::move(entry));
-        }
-        if (mSurplus < 0 && isEntryKey && Here() == Context::Table && mLast.Context == Context::Entry)
-        {
-            // The entry that was closed last goes on.
-            Extra(mClosed);
-            mOpen.push_back(std::move(mLast));
-        }
-        else if (mSurplus < 0 && isEntryKey && mTableClosed > 0 && mOpen.size() == 1 &&
-                 Here() == Context::Other)
-        {
-            // An entry after the table's end.
-            Extra(mTableClosed);
-        }
-
         switch (Here())
         {
         case Context::Top:
-            TakeTopKey(line, next);
+            TakeTopKey(line);
             break;
         case Context::Table:
-            TakeEntry(line, next);
+            TakeEntry(line);
             break;
         case Context::Entry:
             TakeEntryKey(line);
@@ -270,56 +171,49 @@ private:
             break;
         }
         if (line.IsBlock())
-            Open(line, line.Indent);
+            Open(line);
     }
 
-    void TakeTopKey(const Line& line, const Line* next)
+    void TakeTopKey(const ConfigLine& line)
     {
-        if (line.Key == u"mesh-table" && !line.IsBlock() && !(next && next->IsOpening()))
-        {
-            OpenMissing(line);
-            return;
-        }
-        if (!IsOneOf(line.Key, kTopKeys) && !line.Key.starts_with(u"bogey"))
-        {
-            CheckSpelling(line, kTopKeys, mTopLines, {line.First});
-            return;
-        }
+        if (!IsTopKey(line.Key))
+            return CheckSpelling(line, TopKeys(), mTopLines, {line.First});
+        mHasKnownKey = true;
         const auto [first, isNew] = mTopLines.try_emplace(line.Key, line.First);
+        // Tables and bogeys add to those before.
         if (!isNew && line.Key != u"mesh-table" && !line.Key.starts_with(u"bogey"))
-            mReport.Add(Code::KeyTwice, {line.First},
-                        Quoted(line.Key) + " is also in line " + std::to_string(first->second) +
-                            "; only the last one counts");
+            AddTwice(line, {line.First}, first->second);
     }
 
-    void TakeEntry(const Line& line, const Line* next)
+    void TakeEntry(const ConfigLine& line)
     {
         const auto [first, isNew] = mOpen.back().Keys.try_emplace(line.Key, line.First);
         if (!isNew)
             mReport.Add(Code::EntryTwice, {line.First, line.Key},
                         "the entry in line " + std::to_string(first->second) +
                             " has the same name; att-parent finds only that one");
-        if (!line.IsBlock() && !(next && next->IsOpening()))
-            OpenMissing(line);
     }
 
-    void TakeEntryKey(const Line& line)
+    void TakeEntryKey(const ConfigLine& line)
     {
         Block& entry = mOpen.back();
-        if (!IsOneOf(line.Key, kEntryKeys))
-        {
-            CheckSpelling(line, kEntryKeys, entry.Keys, {line.First, entry.Name});
-            return;
-        }
+        const Place place = {line.First, entry.Name};
+        if (!IsEntryKey(line.Key))
+            return CheckSpelling(line, EntryKeyNames(), entry.Keys, place);
         const auto [first, isNew] = entry.Keys.try_emplace(line.Key, line.First);
         if (!isNew && line.Key != u"effects")
-            mReport.Add(Code::KeyTwice, {line.First, entry.Name},
-                        Quoted(line.Key) + " is also in line " + std::to_string(first->second) +
-                            "; only the last one counts");
+            AddTwice(line, place, first->second);
     }
 
-    void CheckSpelling(const Line& line, const std::vector<std::u16string>& known,
-                       const std::map<std::u16string, std::int64_t>& present, Place place)
+    void AddTwice(const ConfigLine& line, const Place& place, std::int64_t first)
+    {
+        mReport.Add(Code::KeyTwice, place,
+                    Quoted(line.Key) + " is also in line " + std::to_string(first) +
+                        "; only the last one counts");
+    }
+
+    void CheckSpelling(const ConfigLine& line, const std::vector<std::u16string>& known,
+                       const KeyLines& present, const Place& place)
     {
         // Of "bogye-0" only the letters are compared.
         const std::u16string key = line.Key.substr(0, line.Key.find_last_not_of(u"-0123456789") + 1);
@@ -328,58 +222,19 @@ private:
                      [&](const std::u16string& name)
                      { return !present.contains(name) && (name.size() > 4 || LettersApart(key, name) < 2); });
         const std::string hint = key.size() < 3 ? std::string() : DidYouMean(key, absent);
-        if (!hint.empty())
-            mReport.Add(Code::KeyMisspelt, std::move(place), "unknown key " + Quoted(line.Key) + hint);
+        if (hint.empty())
+            return;
+        mHasKnownKey = true;
+        mReport.Add(Code::KeyMisspelt, place, "unknown key " + Quoted(line.Key) + hint);
     }
 
-    void Mistake(std::int64_t line) { mFirstMistake = std::min(mFirstMistake, line); }
-
-    void Extra(std::int64_t line)
-    {
-        ++mSurplus;
-        mReport.Add(Code::BraceExtra, {line}, "this } is one too many: it closes no block, or the wrong one");
-        Mistake(line);
-    }
-
-    /// A table or an entry without an opening brace.
-    void OpenMissing(const Line& line)
-    {
-        mReport.Add(Code::BraceMissing, {line.First}, "no { follows " + Quoted(line.Key));
-        Mistake(line.First);
-        ++mSurplus; // as if it were there
-        Open(line, line.Indent);
-    }
-
-    void CloseMissing(const Block& block, const std::string& before)
-    {
-        mReport.Add(Code::BraceMissing, {block.Line},
-                    "the block " + Quoted(block.Name) + " that begins here has no closing }" + before);
-        Mistake(block.Line);
-    }
-
-    void PopMissing(const std::string& before)
-    {
-        CloseMissing(mOpen.back(), before);
-        mOpen.pop_back();
-        --mSurplus;
-    }
-
-    const std::vector<Line>& mLines;
+    const std::vector<ConfigLine>& mLines;
     Report& mReport;
-    /// Opening braces less closing ones, mistakes that have been reported not counted.
-    int mSurplus = 0;
     std::vector<Block> mOpen;
-    /// The key line just before, which a brace would open.
-    const Line* mName = nullptr;
-    /// The block that was closed last, and the line of its brace.
-    Block mLast = {};
-    std::int64_t mClosed = 0;
-    std::int64_t mTableClosed = 0;
-    /// Whether blocks in others are indented.
-    bool mIsIndented = false;
+    /// The line just before, whose block a brace would open.
+    const ConfigLine* mName = nullptr;
     bool mHasKnownKey = false;
-    std::map<std::u16string, std::int64_t> mTopLines;
-    std::int64_t mFirstMistake = kNoLine;
+    KeyLines mTopLines;
 };
 
 } // namespace
@@ -387,11 +242,14 @@ private:
 std::int64_t CheckConfig(ConfigText& text, Report& report)
 {
     std::int64_t firstMistake = kNoLine;
-    const std::vector<Line> lines = ReadLines(text, report, firstMistake);
-    // What a quotation mark has swallowed has braces too.
-    if (firstMistake != kNoLine)
-        return firstMistake;
-    return Checker(lines, report).Check();
+    std::vector<ConfigLine> lines = ReadLines(text, report, firstMistake);
+    // An open quotation mark swallows braces and keys.
+    if (firstMistake == kNoLine)
+    {
+        firstMistake = MendBraces(lines, report);
+        KeyChecker(lines, report).Check();
+    }
+    return firstMistake;
 }
 
 } // namespace ZLMIM::Validate

@@ -264,6 +264,16 @@ void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, FileNames
                    "no mesh " + QuotedFile(mesh) + ", and no mesh table" + FileHint(mesh, names));
 }
 
+/// The line from which on a config with a mistake in a line is misread: that of the entry around it.
+std::int64_t FirstMisread(std::int64_t mistake, const ConfigKeys& keys)
+{
+    std::int64_t line = mistake;
+    for (const EntryKeys& entry : keys.Entries)
+        if (entry.Line <= mistake && mistake < std::numeric_limits<std::int64_t>::max())
+            line = entry.Line;
+    return line;
+}
+
 /// Moves the findings of `from` that are worth reporting although the file has a mistake in a line.
 void AddBefore(std::int64_t mistake, Report& from, Report& report)
 {
@@ -309,7 +319,7 @@ std::vector<std::u16string> JudgeAsset(const std::u16string& name, const Located
                 const std::u16string kuid = JudgeKuid(ConfigText(bytes), file, judged, ofModel);
                 references = JudgeReferences(name, kuid, keys, text, files, search, ofModel);
             }
-            AddBefore(mistake, ofModel, report);
+            AddBefore(FirstMisread(mistake, keys), ofModel, report);
             return true;
         });
     if (!outcome.IsLoaded)

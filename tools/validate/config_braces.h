@@ -1,0 +1,21 @@
+#ifndef VALIDATE_CONFIG_BRACES_H
+#define VALIDATE_CONFIG_BRACES_H
+
+#include "config_lines.h"
+#include "finding.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace ZLMIM::Validate
+{
+
+/// Reports braces that are missing or too many, and mends `lines`. Which brace it is can't be known for sure,
+/// so each single change is tried, and the one after which the file looks most like a config is reported.
+///
+/// Returns the first line concerned, or the largest number.
+[[nodiscard]] std::int64_t MendBraces(std::vector<ConfigLine>& lines, Report& report);
+
+} // namespace ZLMIM::Validate
+
+#endif
