@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <glm/gtc/matrix_transform.hpp>
-#include <limits>
 #include <utility>
 
 namespace ZLMIM::Picture
@@ -23,113 +22,160 @@ constexpr double kAmbient = 0.5;
 /// The way to the light, as the viewer sees it; of unit length.
 constexpr glm::dvec3 kLight = {-0.28, 0.6, 0.75};
 
+/// Widths of lines and points, in pixels.
+constexpr double kLineWidth = 1.5;
+constexpr double kPointWidth = 3;
+
 /// A triangle in the picture: x right and y down in pixels, z towards the viewer; the topmost corner first.
 struct Face
 {
     std::array<glm::dvec3, 3> Corners;
-    glm::u8vec3 Colour;
+    std::array<glm::vec2, 3> Coordinates;
+    const Picture::Surface* Surface;
+    float Light;
 };
 
-/// Turns the viewer's right to x, up to y, and the way to the viewer to z.
-glm::dmat3 Turn(Side from)
+Turn Look(const glm::dvec3& viewer, const glm::dvec3& up)
 {
-    const auto look = [](const glm::dvec3& viewer, const glm::dvec3& up)
-    { return glm::dmat3(glm::lookAt(viewer, glm::dvec3(0), up)); };
-    const glm::dvec3 up = {0, 0, 1};
-    switch (from)
-    {
-    case Side::Front:
-        return look({0, 1, 0}, up);
-    case Side::Back:
-        return look({0, -1, 0}, up);
-    case Side::Left:
-        return look({-1, 0, 0}, up);
-    case Side::Right:
-        return look({1, 0, 0}, up);
-    case Side::Top:
-        return look({0, 0, 1}, {-1, 0, 0});
-    case Side::Bottom:
-        return look({0, 0, -1}, {1, 0, 0});
-    case Side::Corner:
-        break;
-    }
-    return look({1, 0.75, 0.6}, up);
+    return Turn(glm::lookAt(viewer, glm::dvec3(0), up));
 }
 
-struct Bounds
-{
-    glm::dvec3 Low = glm::dvec3(std::numeric_limits<double>::infinity());
-    glm::dvec3 High = -Low;
-
-    void Include(const glm::dvec3& point)
-    {
-        Low = glm::min(Low, point);
-        High = glm::max(High, point);
-    }
-    [[nodiscard]] glm::dvec3 Size() const { return High - Low; }
-    [[nodiscard]] glm::dvec3 Middle() const { return (Low + High) / 2.0; }
-};
-
-glm::u8vec3 Shade(const Triangle& triangle, const glm::dmat3& turn)
+float LightOn(const Triangle& triangle, const Turn& turn)
 {
     const glm::dvec3 first = triangle.Corners[0];
     glm::dvec3 normal =
         turn * glm::cross(glm::dvec3(triangle.Corners[1]) - first, glm::dvec3(triangle.Corners[2]) - first);
     normal = glm::normalize(normal.z < 0 ? -normal : normal);
-    const double light = kAmbient + (1 - kAmbient) * std::max(0.0, glm::dot(normal, kLight));
-    return glm::round(glm::dvec3(triangle.Colour) * light * 255.0);
+    return static_cast<float>(kAmbient + (1 - kAmbient) * std::max(0.0, glm::dot(normal, kLight)));
 }
 
-std::vector<Face> Project(const std::vector<Triangle>& triangles, const glm::dmat3& turn, int width,
-                          int height)
+/// Brings a scene into the picture.
+class Projection
 {
-    Bounds asset;
-    for (const Triangle& triangle : triangles)
-        for (const glm::vec3& corner : triangle.Corners)
-            asset.Include(corner);
-    // Turned about its middle: far from the origin, turning would lose what is small.
-    const auto turned = [&](const glm::vec3& point) { return turn * (glm::dvec3(point) - asset.Middle()); };
-    Bounds seen;
-    for (const Triangle& triangle : triangles)
-        for (const glm::vec3& corner : triangle.Corners)
-            seen.Include(turned(corner));
-
-    const glm::dvec3 size = seen.Size();
-    double scale = (1 - 2 * kMargin) * std::min(width / size.x, height / size.y);
-    if (!std::isfinite(scale))
-        scale = 1;
-    const glm::dvec3 middle = {width / 2.0, height / 2.0, 0};
-    std::vector<Face> faces;
-    faces.reserve(triangles.size());
-    for (const Triangle& triangle : triangles)
+public:
+    Projection(const Frame& frame, int width, int height, double zoom)
+        : mTurn(frame.Turned()), mMiddle(frame.Middle()), mCentre(width / 2.0, height / 2.0, 0)
     {
-        Face face = {{}, Shade(triangle, turn)};
-        for (std::size_t i = 0; i < 3; ++i)
-            face.Corners[i] =
-                middle + (turned(triangle.Corners[i]) - seen.Middle()) * glm::dvec3(scale, -scale, scale);
-        std::sort(face.Corners.begin(), face.Corners.end(),
-                  [](const auto& a, const auto& b) { return a.y < b.y; });
+        const glm::dvec3 size = frame.Size();
+        mScale = zoom * (1 - 2 * kMargin) * std::min(width / size.x, height / size.y);
+        if (!std::isfinite(mScale))
+            mScale = zoom;
+    }
+
+    [[nodiscard]] std::vector<Face> Faces(const Scene& scene) const
+    {
+        std::vector<Face> faces;
+        faces.reserve(scene.Triangles.size());
+        for (const Triangle& triangle : scene.Triangles)
+        {
+            Face face = {
+                {}, triangle.Coordinates, &scene.Surfaces[triangle.Surface], LightOn(triangle, mTurn)};
+            std::transform(triangle.Corners.begin(), triangle.Corners.end(), face.Corners.begin(),
+                           [this](const glm::vec3& corner) { return Project(corner); });
+            AddSorted(face, faces);
+        }
+        for (const Line& line : scene.Lines)
+            AddLine(line, scene, faces);
+        return faces;
+    }
+
+private:
+    [[nodiscard]] glm::dvec3 Project(const glm::vec3& point) const
+    {
+        // Relative to the middle before it is scaled, since far from the origin small differences would be
+        // lost.
+        return mCentre + (mTurn * glm::dvec3(point) - mMiddle) * glm::dvec3(mScale, -mScale, mScale);
+    }
+
+    /// The topmost corner first.
+    static void AddSorted(Face face, std::vector<Face>& faces)
+    {
+        for (const auto& [a, b] : {std::pair(0U, 1U), std::pair(1U, 2U), std::pair(0U, 1U)})
+        {
+            if (face.Corners[a].y <= face.Corners[b].y)
+                continue;
+            std::swap(face.Corners[a], face.Corners[b]);
+            std::swap(face.Coordinates[a], face.Coordinates[b]);
+        }
         faces.push_back(face);
     }
-    return faces;
-}
 
-/// Takes out the faces that would take too long to draw, and answers how many they are.
+    /// A line is a thin rectangle that faces the viewer, a point a square.
+    void AddLine(const Line& line, const Scene& scene, std::vector<Face>& faces) const
+    {
+        const glm::dvec3 a = Project(line.Ends[0]);
+        const glm::dvec3 b = Project(line.Ends[1]);
+        const glm::dvec2 way = glm::dvec2(b) - glm::dvec2(a);
+        const double length = glm::length(way);
+        const bool isPoint = !(length > 0);
+        const glm::dvec2 along = isPoint ? glm::dvec2(kPointWidth / 2, 0) : way / length * (kLineWidth / 2);
+        const glm::dvec3 forward = {along, 0};
+        const glm::dvec3 aside = {-along.y, along.x, 0};
+        const std::array corners = {a - forward - aside, b + forward - aside, b + forward + aside,
+                                    a - forward + aside};
+        for (const std::size_t second : {1U, 2U})
+            AddSorted(
+                {{corners[0], corners[second], corners[second + 1]}, {}, &scene.Surfaces[line.Surface], 1},
+                faces);
+    }
+
+    Turn mTurn;
+    glm::dvec3 mMiddle;
+    glm::dvec3 mCentre;
+    double mScale = 1;
+};
+
+/// Takes out the faces that would take too long to draw, and returns how many they are.
 std::size_t Limit(std::vector<Face>& faces, int width, int height)
 {
     double left = kMaxLayers * width * height;
     return std::erase_if(faces,
                          [&](const Face& face)
                          {
+                             // Only the part inside the picture costs anything.
                              const auto& [a, b, c] = face.Corners;
+                             const auto [low, high] = std::minmax({a.x, b.x, c.x});
+                             const double columns = std::min<double>(high, width) - std::max(low, 0.0);
+                             const double rows = std::min<double>(c.y, height) - std::max(a.y, 0.0);
+                             if (columns <= 0 || rows <= 0)
+                                 return false;
                              const double area = std::abs(glm::cross(b - a, c - a).z) / 2;
-                             const double cost = area + kCostOfRow * (c.y - a.y);
-                             const bool isTooMuch = cost > left;
+                             const double cost = std::min(area, columns * rows) + kCostOfRow * rows;
+                             const bool isTooMuch = !(cost <= left);
                              if (!isTooMuch)
                                  left -= cost;
                              return isTooMuch;
                          });
 }
+
+/// A value that changes evenly over a face.
+template <class Value>
+class Slope
+{
+public:
+    Slope(const Face& face, const Value& a, const Value& b, const Value& c)
+        : mOrigin(face.Corners[0]), mStart(a)
+    {
+        const glm::dvec3 ab = face.Corners[1] - mOrigin;
+        const glm::dvec3 ac = face.Corners[2] - mOrigin;
+        const double area = ab.x * ac.y - ac.x * ab.y;
+        if (area == 0)
+            return;
+        mRight = ((b - a) * ac.y - (c - a) * ab.y) / area;
+        mDown = ((c - a) * ab.x - (b - a) * ac.x) / area;
+    }
+
+    [[nodiscard]] Value At(double x, double y) const
+    {
+        return mStart + mRight * (x - mOrigin.x) + mDown * (y - mOrigin.y);
+    }
+
+private:
+    glm::dvec3 mOrigin;
+    Value mStart;
+    Value mRight = Value(0);
+    Value mDown = Value(0);
+};
 
 class Canvas
 {
@@ -140,11 +186,11 @@ public:
     {
     }
 
-    [[nodiscard]] const std::vector<glm::u8vec3>& Pixels() const { return mPixels; }
+    [[nodiscard]] const std::vector<glm::vec3>& Pixels() const { return mPixels; }
 
     void Clear()
     {
-        std::fill(mPixels.begin(), mPixels.end(), kBackground);
+        std::fill(mPixels.begin(), mPixels.end(), glm::vec3(kBackground) / 255.0F);
         std::fill(mDepths.begin(), mDepths.end(), -std::numeric_limits<double>::infinity());
     }
 
@@ -153,18 +199,28 @@ public:
     void Draw(const Face& face, const glm::dvec2& sample)
     {
         const auto& [top, middle, bottom] = face.Corners;
+        const Slope<double> depth(face, top.z, middle.z, bottom.z);
+        const auto [nearest, farthest] = std::minmax({top.z, middle.z, bottom.z});
+        const auto& [a, b, c] = face.Coordinates;
+        const Slope<glm::dvec2> coordinates(face, a, b, c);
         const int end = FirstFrom(bottom.y - sample.y, mHeight);
         for (int y = FirstFrom(top.y - sample.y, mHeight); y < end; ++y)
         {
             const double row = y + sample.y;
-            auto left = Cross(top, bottom, row);
-            auto right = row < middle.y ? Cross(top, middle, row) : Cross(middle, bottom, row);
-            if (left.x > right.x)
+            double left = Cross(top, bottom, row);
+            double right = row < middle.y ? Cross(top, middle, row) : Cross(middle, bottom, row);
+            if (left > right)
                 std::swap(left, right);
-            const double slope = (right.z - left.z) / (right.x - left.x);
-            const int rowEnd = FirstFrom(right.x - sample.x, mWidth);
-            for (int x = FirstFrom(left.x - sample.x, mWidth); x < rowEnd; ++x)
-                Put(x, y, left.z + slope * (x + sample.x - left.x), face.Colour);
+            const int rowEnd = FirstFrom(right - sample.x, mWidth);
+            for (int x = FirstFrom(left - sample.x, mWidth); x < rowEnd; ++x)
+            {
+                const double column = x + sample.x;
+                const auto i = static_cast<std::size_t>(y) * static_cast<std::size_t>(mWidth) +
+                               static_cast<std::size_t>(x);
+                const double here = std::clamp(depth.At(column, row), nearest, farthest);
+                if (here > mDepths[i])
+                    Put(i, here, face, coordinates.At(column, row));
+            }
         }
     }
 
@@ -176,24 +232,35 @@ private:
     }
 
     /// Where the edge from `a` down to `b` crosses a row.
-    static glm::dvec3 Cross(const glm::dvec3& a, const glm::dvec3& b, double row)
+    static double Cross(const glm::dvec3& a, const glm::dvec3& b, double row)
     {
-        return a + (b - a) * ((row - a.y) / (b.y - a.y));
+        return a.x + (b.x - a.x) * ((row - a.y) / (b.y - a.y));
     }
 
-    void Put(int x, int y, double depth, const glm::u8vec3& colour)
+    void Put(std::size_t i, double depth, const Face& face, const glm::dvec2& coordinates)
     {
-        const auto i =
-            static_cast<std::size_t>(y) * static_cast<std::size_t>(mWidth) + static_cast<std::size_t>(x);
-        if (depth <= mDepths[i])
+        const Surface& surface = *face.Surface;
+        glm::vec3 colour = surface.Colour * face.Light;
+        if (surface.Diffuse)
+            colour *= glm::vec3(surface.Diffuse->At(coordinates));
+        if (surface.IsOpaque())
+        {
+            mPixels[i] = colour;
+            mDepths[i] = depth;
             return;
-        mDepths[i] = depth;
-        mPixels[i] = colour;
+        }
+        float opacity = surface.Opacity;
+        if (surface.Transparency)
+        {
+            const glm::vec4 texel = surface.Transparency->At(coordinates);
+            opacity *= surface.Transparency->HasAlpha ? texel.a : (texel.r + texel.g + texel.b) / 3;
+        }
+        mPixels[i] = glm::mix(mPixels[i], colour, opacity);
     }
 
     int mWidth;
     int mHeight;
-    std::vector<glm::u8vec3> mPixels;
+    std::vector<glm::vec3> mPixels;
     std::vector<double> mDepths;
 };
 
@@ -207,14 +274,59 @@ glm::dvec2 SampleOf(int pass)
     return (glm::dvec2(mirrored, pass) + 0.5) / static_cast<double>(kPasses);
 }
 
+/// Opaque faces first, then the others from back to front.
+void Sort(std::vector<Face>& faces)
+{
+    const auto translucent = std::stable_partition(faces.begin(), faces.end(),
+                                                   [](const Face& face) { return face.Surface->IsOpaque(); });
+    const auto depth = [](const Face& face)
+    { return face.Corners[0].z + face.Corners[1].z + face.Corners[2].z; };
+    std::stable_sort(translucent, faces.end(),
+                     [&](const Face& a, const Face& b) { return depth(a) < depth(b); });
+}
+
 } // namespace
 
-Image Draw(const std::vector<Triangle>& triangles, Side from, int width, int height)
+Turn TurnFrom(double azimuth, double elevation)
 {
-    std::vector<Face> faces = Project(triangles, Turn(from), width, height);
-    Image image = {width, height, {}, Limit(faces, width, height)};
+    const double a = glm::radians(azimuth);
+    const double e = glm::radians(elevation);
+    const glm::dvec3 viewer = {std::sin(a) * std::cos(e), std::cos(a) * std::cos(e), std::sin(e)};
+    // Straight from above or below, up is away from where the viewer would be a little lower or higher.
+    if (std::cos(e) < 1e-6)
+        return Look(viewer, glm::dvec3(-std::sin(a), -std::cos(a), 0) * (e > 0 ? 1.0 : -1.0));
+    return Look(viewer, {0, 0, 1});
+}
+
+Turn TurnFromTop() { return Look({0, 0, 1}, {-1, 0, 0}); }
+
+Turn TurnFromBottom() { return Look({0, 0, -1}, {1, 0, 0}); }
+
+void Frame::Include(const Scene& scene)
+{
+    const auto include = [this](const glm::vec3& point)
+    {
+        const glm::dvec3 turned = mTurn * glm::dvec3(point);
+        mLow = glm::min(mLow, turned);
+        mHigh = glm::max(mHigh, turned);
+    };
+    for (const Triangle& triangle : scene.Triangles)
+        std::for_each(triangle.Corners.begin(), triangle.Corners.end(), include);
+    for (const Line& line : scene.Lines)
+        std::for_each(line.Ends.begin(), line.Ends.end(), include);
+}
+
+glm::dvec3 Frame::Size() const { return mHigh - mLow; }
+
+glm::dvec3 Frame::Middle() const { return mLow.x <= mHigh.x ? (mLow + mHigh) / 2.0 : glm::dvec3(0); }
+
+Drawing Draw(const Scene& scene, const Frame& frame, int width, int height, double zoom)
+{
+    std::vector<Face> faces = Projection(frame, width, height, zoom).Faces(scene);
+    Drawing drawing = {{width, height, {}}, Limit(faces, width, height)};
+    Sort(faces);
     Canvas canvas(width, height);
-    std::vector<glm::u16vec3> sums(canvas.Pixels().size());
+    std::vector<glm::vec3> sums(canvas.Pixels().size());
     for (int pass = 0; pass < kPasses; ++pass)
     {
         canvas.Clear();
@@ -223,10 +335,10 @@ Image Draw(const std::vector<Triangle>& triangles, Side from, int width, int hei
         for (std::size_t i = 0; i < sums.size(); ++i)
             sums[i] += canvas.Pixels()[i];
     }
-    image.Pixels.reserve(sums.size());
-    for (const glm::u16vec3& sum : sums)
-        image.Pixels.emplace_back((sum + glm::u16vec3(kPasses / 2)) / glm::u16vec3(kPasses));
-    return image;
+    drawing.Image.Pixels.reserve(sums.size());
+    for (const glm::vec3& sum : sums)
+        drawing.Image.Pixels.emplace_back(glm::clamp(glm::round(sum * (255.0F / kPasses)), 0.0F, 255.0F));
+    return drawing;
 }
 
 } // namespace ZLMIM::Picture

@@ -1,53 +1,61 @@
 #ifndef ZLMIM_TOOLS_PICTURE_DRAWING_H
 #define ZLMIM_TOOLS_PICTURE_DRAWING_H
 
+#include "image.h"
 #include "scene.h"
 
 #include <cstddef>
 #include <glm/glm.hpp>
-#include <string>
+#include <limits>
 #include <vector>
 
 namespace ZLMIM::Picture
 {
 
-/// Where the viewer is. From the top and the bottom, forward is to the right. The corner is in front, to the
-/// right and above.
-enum class Side
+/// Turns the viewer's right to x, up to y, and the way to the viewer to z.
+using Turn = glm::dmat3;
+
+/// For a viewer at an angle around the asset and one above it, in degrees. From azimuth 0 the front is seen,
+/// from 90 the right side; from elevation 90 the top.
+[[nodiscard]] Turn TurnFrom(double azimuth, double elevation);
+
+/// For a viewer above (below): forward is to the right.
+[[nodiscard]] Turn TurnFromTop();
+[[nodiscard]] Turn TurnFromBottom();
+
+/// The box around what scenes show, as a viewer sees it.
+class Frame
 {
-    Front,
-    Back,
-    Left,
-    Right,
-    Top,
-    Bottom,
-    Corner,
+public:
+    explicit Frame(const Turn& turn) : mTurn(turn) {}
+
+    void Include(const Scene& scene);
+
+    [[nodiscard]] const Turn& Turned() const { return mTurn; }
+    [[nodiscard]] glm::dvec3 Size() const;
+    [[nodiscard]] glm::dvec3 Middle() const;
+
+private:
+    Turn mTurn;
+    glm::dvec3 mLow = glm::dvec3(std::numeric_limits<double>::infinity());
+    glm::dvec3 mHigh = glm::dvec3(-std::numeric_limits<double>::infinity());
 };
 
-constexpr glm::u8vec3 kBackground = {236, 240, 244};
-
-/// What would cover the picture more often than this, all triangles together, isn't drawn: it would take too
-/// long.
+/// Limit: what would cover the picture more often than this, all triangles together, isn't drawn, since it
+/// would take too long.
 constexpr double kMaxLayers = 32;
 
-/// The pixels of a picture, row by row from the top.
-struct Image
+struct Drawing
 {
-    int Width = 0;
-    int Height = 0;
-    std::vector<glm::u8vec3> Pixels;
-    /// Triangles that weren't drawn.
+    Picture::Image Image;
+    /// Triangles that weren't drawn because of `kMaxLayers`.
     std::size_t LeftOut = 0;
 };
 
-/// Draws the triangles as large as the picture allows, in parallel projection, so that lengths compare. What
-/// is nearer hides what is farther. Both sides of a triangle show; the more it faces the light, which comes
-/// from over the viewer's left shoulder, the brighter.
-[[nodiscard]] Image Draw(const std::vector<Triangle>& triangles, Side from, int width, int height);
-
-/// The bytes of a PNG file.
-/// @throws std::runtime_error if it can't be made.
-[[nodiscard]] std::string ToPng(const Image& image);
+/// Draws a scene in parallel projection, so that lengths compare; `frame` fills the picture at a `zoom` of 1.
+/// Both sides of a triangle show. The more a triangle faces the light, which comes from over the viewer's
+/// left shoulder, the brighter it is. Translucent triangles are drawn last, from back to front.
+[[nodiscard]] Drawing Draw(const Scene& scene, const Frame& frame, int width, int height, double zoom = 1);
 
 } // namespace ZLMIM::Picture
 

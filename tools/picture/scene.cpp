@@ -1,10 +1,15 @@
 #include "scene.h"
 
+#include "tools/common/asset.h"
+#include "tools/common/paths.h"
+#include "tools/common/text.h"
+#include "tools/common/texture_files.h"
+
+#include "zlmim/model/text.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <memory>
-#include <optional>
 #include <span>
 #include <unordered_map>
 #include <utility>
@@ -14,13 +19,15 @@ namespace ZLMIM::Picture
 namespace
 {
 
-/// Column i of a `glm::mat4` is what row i of a `Matrix` is.
-glm::mat4 ToMat4(const Matrix& m)
-{
-    return {m.m11, m.m12, m.m13, 0, m.m21, m.m22, m.m23, 0, m.m31, m.m32, m.m33, 0, m.m41, m.m42, m.m43, 1};
-}
+/// Materials above this version have an opacity.
+constexpr std::int32_t kLastShortMaterial = 101;
 
-/// Component of a colour that may be any number, or none.
+/// In chunks of more vertices, indices are taken as unsigned 16-bit numbers.
+constexpr std::size_t kMostSignedVertices = 32'768;
+
+constexpr glm::mat4 kOrigin(1);
+
+/// A colour's component may be any number, or NaN.
 float Clamped(float component) { return component > 0 ? std::min(component, 1.0F) : 0; }
 
 bool IsOfTriangles(PrimFlag type)
@@ -35,8 +42,8 @@ std::size_t TriangleCount(PrimFlag type, std::size_t indexCount)
     return indexCount < 3 ? 0 : indexCount - 2;
 }
 
-/// Places of a triangle's corners in the run of indices. Every other triangle of a strip runs the other way
-/// round, so its first two corners change places.
+/// Places of a triangle's corners among the indices. Every other triangle of a strip runs the other way
+/// round, so its first two corners are swapped.
 std::array<std::size_t, 3> CornersOf(PrimFlag type, std::size_t triangle)
 {
     if (type == PrimFlag::TRIANGLES)
@@ -47,163 +54,290 @@ std::array<std::size_t, 3> CornersOf(PrimFlag type, std::size_t triangle)
     return {triangle + odd, triangle + 1 - odd, triangle + 2};
 }
 
-std::optional<glm::vec3> Place(std::span<const Vertex> vertices, std::int32_t index, const glm::mat4& place)
+/// The vertex that an index means; null if there is none.
+const Vertex* VertexAt(std::span<const Vertex> vertices, std::int32_t index)
 {
-    if (index < 0 || static_cast<std::size_t>(index) >= vertices.size())
+    if (index < 0 && index >= -32'768 && vertices.size() > kMostSignedVertices)
+        index &= 0xFFFF;
+    return index >= 0 && static_cast<std::size_t>(index) < vertices.size()
+               ? &vertices[static_cast<std::size_t>(index)]
+               : nullptr;
+}
+
+/// Where a vertex is, if that is finite.
+std::optional<glm::vec3> PlaceOf(const Vertex* vertex, const glm::mat4& place)
+{
+    if (!vertex)
         return std::nullopt;
-    const Vertex& vertex = vertices[static_cast<std::size_t>(index)];
-    const glm::vec3 point = place * glm::vec4(vertex.x, vertex.y, vertex.z, 1);
+    const glm::vec3 point = place * glm::vec4(vertex->x, vertex->y, vertex->z, 1);
     if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z))
         return std::nullopt;
     return point;
 }
 
-bool HasSurface(const std::array<glm::vec3, 3>& corners)
+bool HasArea(const std::array<glm::vec3, 3>& corners)
 {
     const glm::dvec3 first = corners[0];
     return glm::cross(glm::dvec3(corners[1]) - first, glm::dvec3(corners[2]) - first) != glm::dvec3(0);
 }
 
-struct PlacedMesh
-{
-    std::shared_ptr<const Mesh> Object;
-    glm::mat4 Place;
-};
-
-class SceneMaker
-{
-public:
-    void Add(const Mesh& mesh, const glm::mat4& place)
-    {
-        if (!mesh.Chunks || !mesh.ErrorMessage.empty())
-            ++mScene.LeftOut["meshes that didn't load"];
-        if (!mesh.Chunks)
-            return;
-        for (const auto& chunk : mesh.Chunks->Entries())
-            if (chunk && chunk->Geometry && chunk->Material)
-                Add(*chunk, place);
-    }
-
-    /// Adds the entries of a mesh table, and answers where their meshes are.
-    std::vector<PlacedMesh> Add(const Collection<MeshEntry>& table, const glm::mat4& origin)
-    {
-        std::vector<PlacedMesh> meshes;
-        std::unordered_map<const MeshEntry*, glm::mat4> places;
-        for (const auto& entry : table)
-        {
-            if (!entry || !entry->Mesh)
-                continue;
-            glm::mat4 place = origin;
-            if (entry->Att)
-            {
-                // An entry hangs on one above it, or on itself.
-                const auto parent = places.find(entry->AttParent().get());
-                if (parent == places.end())
-                {
-                    ++mScene.LeftOut["entries that hang on themselves"];
-                    continue;
-                }
-                place = parent->second * ToMat4(entry->Att->Matrix);
-            }
-            places.emplace(entry.get(), place);
-            meshes.push_back({entry->Mesh, place});
-            Add(*entry->Mesh, place);
-        }
-        return meshes;
-    }
-
-    /// Adds what the model refers to, on the attachment points of its meshes.
-    void AddReferences(const ZLMModel& model, const std::vector<PlacedMesh>& meshes)
-    {
-        std::unordered_map<std::u16string, glm::mat4> points;
-        for (const auto& [mesh, place] : meshes)
-            if (mesh->Attachments)
-                for (const auto& attachment : mesh->Attachments->Entries())
-                    if (attachment)
-                        points.emplace(attachment->Name, place * ToMat4(attachment->Matrix));
-
-        std::vector<std::pair<std::u16string, std::shared_ptr<ZLMModel>>> references;
-        if (model.Bogies && model.BogieNames)
-            for (std::int32_t i = 1; i <= std::min(model.Bogies->Count(), model.BogieNames->Count()); ++i)
-                references.emplace_back(model.BogieNames->Item(i), model.Bogies->Item(i));
-        if (model.Pantograph)
-            references.emplace_back(u"pantograph", model.Pantograph);
-
-        std::size_t seen = 0;
-        for (auto& [key, reference] : references)
-        {
-            std::erase(key, u'-');
-            const auto point = points.find(u"a." + key);
-            const auto table = reference ? reference->MeshTable() : nullptr;
-            if (point == points.end() || !table || table->Count() == 0 || ++seen > kMaxReferences)
-                ++mScene.LeftOut["bogeys and pantographs without a place or a mesh"];
-            else
-                static_cast<void>(Add(*table, point->second)); // what they refer to themselves is left out
-        }
-    }
-
-    Scene Take() { return std::move(mScene); }
-
-private:
-    void Add(const Chunk& chunk, const glm::mat4& place)
-    {
-        const Geometry& geometry = *chunk.Geometry;
-        const PrimFlag type = geometry.PrimitiveType;
-        const auto indices = geometry.Indices();
-        if (!IsOfTriangles(type))
-        {
-            if (!indices.empty())
-                ++mScene.LeftOut["chunks of anything but triangles"];
-            return;
-        }
-        const rgbColour& diffuse = chunk.Material->Diffuse;
-        const glm::vec3 colour = {Clamped(diffuse.r), Clamped(diffuse.g), Clamped(diffuse.b)};
-        const std::size_t count = TriangleCount(type, indices.size());
-        const std::size_t few = std::min(count, mTrianglesLeft);
-        mTrianglesLeft -= few;
-        LeaveOut("triangles, for their number", count - few);
-        std::size_t broken = 0;
-        for (std::size_t i = 0; i < few; ++i)
-        {
-            const auto [a, b, c] = CornersOf(type, i);
-            const auto first = Place(geometry.Vertices(), indices[a], place);
-            const auto second = Place(geometry.Vertices(), indices[b], place);
-            const auto third = Place(geometry.Vertices(), indices[c], place);
-            if (!first || !second || !third)
-                ++broken;
-            else if (const std::array corners = {*first, *second, *third}; HasSurface(corners))
-                mScene.Triangles.push_back({corners, colour});
-        }
-        LeaveOut("triangles with a corner that is nowhere", broken);
-    }
-
-    void LeaveOut(const char* what, std::size_t count)
-    {
-        if (count > 0)
-            mScene.LeftOut[what] += count;
-    }
-
-    Scene mScene;
-    std::size_t mTrianglesLeft = kMaxTriangles;
-};
-
-constexpr glm::mat4 kOrigin(1);
-
 } // namespace
 
-Scene MakeScene(const Mesh& mesh)
+Scene SceneMaker::Make(const Mesh& mesh)
 {
-    SceneMaker maker;
-    maker.Add(mesh, kOrigin);
-    return maker.Take();
+    Add(mesh, nullptr, kOrigin);
+    return std::move(mScene);
 }
 
-Scene MakeScene(const ZLMModel& model)
+Scene SceneMaker::Make(const ZLMModel& model)
 {
-    SceneMaker maker;
     if (const auto table = model.MeshTable())
-        maker.AddReferences(model, maker.Add(*table, kOrigin));
-    return maker.Take();
+        AddReferences(model, Add(*table, kOrigin, true));
+    return std::move(mScene);
+}
+
+/// Adds the entries of a mesh table, and returns where their meshes are.
+std::vector<SceneMaker::PlacedMesh> SceneMaker::Add(const Collection<MeshEntry>& table,
+                                                    const glm::mat4& origin, bool isOwn)
+{
+    std::vector<PlacedMesh> meshes;
+    std::unordered_map<const MeshEntry*, glm::mat4> places;
+    for (const auto& entry : table)
+    {
+        if (!entry || !entry->Mesh)
+            continue;
+        glm::mat4 place = origin;
+        if (entry->Att)
+        {
+            // An entry hangs on one above it, or on itself.
+            const auto parent = places.find(entry->AttParent().get());
+            if (parent == places.end())
+            {
+                AddProblem("entries that hang on themselves are left out");
+                continue;
+            }
+            place = parent->second * Tools::ToMat4(entry->Att->Matrix);
+        }
+        else if (entry->AttParent())
+        {
+            AddProblem("entries whose attachment point doesn't exist are at the origin");
+        }
+        places.emplace(entry.get(), place);
+        meshes.push_back({entry->Mesh, place});
+        if (!isOwn || IsShown(*entry))
+            Add(*entry->Mesh, entry->anim.get(), place);
+    }
+    return meshes;
+}
+
+bool SceneMaker::IsShown(const MeshEntry& entry) const
+{
+    return (mRequest.Only.empty() || mRequest.Only.contains(entry.Name)) &&
+           !mRequest.Without.contains(entry.Name);
+}
+
+/// Adds what the model refers to, on the attachment points of its meshes.
+void SceneMaker::AddReferences(const ZLMModel& model, const std::vector<PlacedMesh>& meshes)
+{
+    if (!mRequest.Only.empty())
+        return;
+    std::unordered_map<std::u16string, glm::mat4> points;
+    for (const auto& [mesh, place] : meshes)
+        if (mesh->Attachments)
+            for (const auto& attachment : mesh->Attachments->Entries())
+                if (attachment)
+                    points.emplace(attachment->Name, place * Tools::ToMat4(attachment->Matrix));
+
+    std::vector<std::pair<std::u16string, std::shared_ptr<ZLMModel>>> references;
+    if (model.Bogies && model.BogieNames)
+        for (std::int32_t i = 1; i <= std::min(model.Bogies->Count(), model.BogieNames->Count()); ++i)
+            references.emplace_back(model.BogieNames->Item(i), model.Bogies->Item(i));
+    if (model.Pantograph)
+        references.emplace_back(u"pantograph", model.Pantograph);
+
+    std::size_t seen = 0;
+    for (auto& [key, reference] : references)
+    {
+        std::erase(key, u'-');
+        const auto point = points.find(u"a." + key);
+        const auto table = reference ? reference->MeshTable() : nullptr;
+        if (point == points.end() || !table || table->Count() == 0 || ++seen > kMaxReferences)
+            AddProblem("bogeys and pantographs without a place or a mesh are left out");
+        else
+            static_cast<void>(Add(*table, point->second, false));
+    }
+}
+
+void SceneMaker::Add(const Mesh& mesh, const Anim* anim, const glm::mat4& place)
+{
+    if (!Tools::HasChunks(mesh) || !mesh.ErrorMessage.empty())
+        AddProblem("meshes weren't read to their end");
+    if (!mesh.Chunks)
+        return;
+    std::optional<Tools::Poses> poses;
+    if (anim && anim->RootBone && mesh.RootBone)
+    {
+        const Tools::Run run = Tools::RunOf(*anim);
+        const bool isLonger = !mScene.AnimationRun || run.Last > mScene.AnimationRun->Last;
+        if (!run.IsEmpty() && isLonger)
+        {
+            mScene.AnimationRun = run;
+            mScene.FramesPerSecond = anim->FPS;
+        }
+        if (mRequest.Slot && !run.IsEmpty())
+            poses.emplace(*anim, mRequest.Poses);
+    }
+    std::unordered_map<const Bone*, glm::mat4> motions;
+    for (const auto& chunk : mesh.Chunks->Entries())
+    {
+        if (!chunk || !chunk->Geometry || !chunk->Material)
+            continue;
+        glm::mat4 chunkPlace = place;
+        if (const Bone* const bone = chunk->Geometry->BoneObject.get(); poses && bone)
+        {
+            const auto [motion, isNew] = motions.try_emplace(bone);
+            if (isNew)
+                motion->second = poses->Motion(*bone, *mRequest.Slot);
+            chunkPlace = place * motion->second;
+        }
+        Add(*chunk, mesh, chunkPlace);
+    }
+}
+
+void SceneMaker::Add(const Chunk& chunk, const Mesh& mesh, const glm::mat4& place)
+{
+    const Geometry& geometry = *chunk.Geometry;
+    if (geometry.Indices().empty())
+        return;
+    Surface surface = SurfaceOf(*chunk.Material, mesh);
+    if (surface.Opacity <= 0)
+    {
+        AddProblem("chunks with an opacity of 0 can't be seen");
+        return;
+    }
+    mScene.Surfaces.push_back(std::move(surface));
+    if (IsOfTriangles(geometry.PrimitiveType))
+        AddTriangles(geometry, place);
+    else
+        AddLines(geometry, place);
+}
+
+void SceneMaker::AddTriangles(const Geometry& geometry, const glm::mat4& place)
+{
+    const auto indices = geometry.Indices();
+    const auto vertices = geometry.Vertices();
+    const std::size_t count = Admit(TriangleCount(geometry.PrimitiveType, indices.size()));
+    std::size_t broken = 0;
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        Triangle triangle = {{}, {}, mScene.Surfaces.size() - 1};
+        const auto corners = CornersOf(geometry.PrimitiveType, i);
+        bool isWhole = true;
+        for (std::size_t c = 0; c < 3 && isWhole; ++c)
+        {
+            const Vertex* const vertex = VertexAt(vertices, indices[corners[c]]);
+            const auto point = PlaceOf(vertex, place);
+            isWhole = point.has_value();
+            if (isWhole)
+            {
+                triangle.Corners[c] = *point;
+                triangle.Coordinates[c] = {vertex->u, vertex->v};
+            }
+        }
+        if (!isWhole)
+            ++broken;
+        else if (HasArea(triangle.Corners))
+            mScene.Triangles.push_back(triangle);
+    }
+    AddProblem("triangles with a corner that doesn't exist are left out", broken);
+}
+
+void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
+{
+    const PrimFlag type = geometry.PrimitiveType;
+    const auto indices = geometry.Indices();
+    const bool isPoints = type == PrimFlag::POINTS;
+    if (!isPoints && type != PrimFlag::LINES && type != PrimFlag::LINE_STRIP)
+    {
+        AddProblem("chunks of an unknown kind of primitive are left out");
+        return;
+    }
+    const std::size_t step = type == PrimFlag::LINES ? 2 : 1;
+    const std::size_t second = isPoints ? 0 : 1;
+    const std::size_t count = Admit(isPoints                  ? indices.size()
+                                    : type == PrimFlag::LINES ? indices.size() / 2
+                                                              : indices.size() - 1);
+    std::size_t broken = 0;
+    for (std::size_t i = 0; i < count; ++i)
+    {
+        const auto a = PlaceOf(VertexAt(geometry.Vertices(), indices[i * step]), place);
+        const auto b = PlaceOf(VertexAt(geometry.Vertices(), indices[i * step + second]), place);
+        if (a && b)
+            mScene.Lines.push_back({{*a, *b}, mScene.Surfaces.size() - 1});
+        else
+            ++broken;
+    }
+    AddProblem("lines and points with an end that doesn't exist are left out", broken);
+}
+
+Surface SceneMaker::SurfaceOf(const Material& material, const Mesh& mesh)
+{
+    const rgbColour& diffuse = material.Diffuse;
+    Surface surface;
+    surface.Colour = {Clamped(diffuse.r), Clamped(diffuse.g), Clamped(diffuse.b)};
+    // Short materials have no opacity, and are opaque.
+    surface.Opacity = material.Version > kLastShortMaterial ? Clamped(material.Opacity) : 1;
+    if (mRequest.HasTextures)
+    {
+        surface.Diffuse = FindTexture(material, txtype::TEX_Diffuse, mesh);
+        surface.Transparency = FindTexture(material, txtype::TEX_Opacity, mesh);
+    }
+    return surface;
+}
+
+std::shared_ptr<const Texture> SceneMaker::FindTexture(const Material& material, txtype type,
+                                                       const Mesh& mesh)
+{
+    if (!material.Textures)
+        return nullptr;
+    const auto textures = material.Textures->Entries();
+    const auto found =
+        std::find_if(textures.begin(), textures.end(),
+                     [type](const auto& texture) { return texture && texture->TextureType == type; });
+    if (found == textures.end())
+        return nullptr;
+    const FoundFile* const meshFile = mNames.Find(mesh.FileName);
+    if (!meshFile)
+        return nullptr;
+    const SystemName folder =
+        meshFile->systemName.substr(0, meshFile->systemName.rfind(kSystemSeparator) + 1);
+    for (const SystemName& file : Tools::TextureFiles(folder, (*found)->Name, mNames))
+    {
+        const auto [cached, isNew] = mTextures.try_emplace(file);
+        if (isNew)
+            if (auto texture = ReadTexture(file))
+                cached->second = std::make_shared<const Texture>(std::move(*texture));
+        if (cached->second)
+            return cached->second;
+    }
+    mScene.MissingTextures.insert(Tools::Printable((*found)->Name));
+    return nullptr;
+}
+
+void SceneMaker::AddProblem(const char* what, std::size_t count)
+{
+    if (count > 0)
+        mScene.Problems[what] += count;
+}
+
+/// How many of `count` further triangles or lines there is room for.
+std::size_t SceneMaker::Admit(std::size_t count)
+{
+    const std::size_t room =
+        kMaxTriangles - std::min(kMaxTriangles, mScene.Triangles.size() + mScene.Lines.size());
+    const std::size_t admitted = std::min(count, room);
+    AddProblem("triangles and lines are left out, since there are too many", count - admitted);
+    return admitted;
 }
 
 } // namespace ZLMIM::Picture

@@ -1,50 +1,137 @@
 #ifndef ZLMIM_TOOLS_PICTURE_SCENE_H
 #define ZLMIM_TOOLS_PICTURE_SCENE_H
 
+#include "image.h"
+
+#include "tools/common/poses.h"
+
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/mesh/mesh.h"
+#include "zlmim/reader/file_names.h"
 
 #include <array>
 #include <cstddef>
 #include <glm/glm.hpp>
 #include <map>
+#include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace ZLMIM::Picture
 {
 
-/// A triangle with a surface, its corners finite. Those of one chunk run the same way round, strips included;
-/// which way shows the front, the format doesn't tell.
+/// What a surface looks like.
+struct Surface
+{
+    /// The material's diffuse colour, each component from 0 to 1.
+    glm::vec3 Colour = glm::vec3(1);
+    /// From 0 to 1.
+    float Opacity = 1;
+    /// Null for none. The texture's colour times the diffuse one is the surface's.
+    std::shared_ptr<const Texture> Diffuse = nullptr;
+    /// Null for none. Its alpha, or its brightness if it has none, times the opacity is the surface's.
+    std::shared_ptr<const Texture> Transparency = nullptr;
+
+    [[nodiscard]] bool IsOpaque() const { return Opacity >= 1 && !Transparency; }
+};
+
+/// A triangle, its corners finite. The triangles of a chunk run the same way round, strips included; which
+/// way shows the front, the format doesn't say.
 struct Triangle
 {
     std::array<glm::vec3, 3> Corners;
-    /// The material's diffuse colour, each component from 0 to 1. Opacity, textures and bones have no effect.
-    glm::vec3 Colour;
+    std::array<glm::vec2, 3> Coordinates = {};
+    /// Place in `Scene::Surfaces`.
+    std::size_t Surface = 0;
 };
 
-/// What an asset looks like: triangles in its own space, in metres. x points to the right, y forward, z up.
+/// A line, or a point if both ends are equal.
+struct Line
+{
+    std::array<glm::vec3, 2> Ends;
+    std::size_t Surface = 0;
+};
+
+/// What an asset looks like, in its own space (see `tools/common/poses.h`).
 struct Scene
 {
     std::vector<Triangle> Triangles;
-    /// What isn't among them, and how many of each.
-    std::map<std::string, std::size_t> LeftOut;
+    std::vector<Line> Lines;
+    std::vector<Picture::Surface> Surfaces;
+    /// What is left out or not as it should be, and how many of each.
+    std::map<std::string, std::size_t> Problems;
+    /// Names of textures without a file, or whose file isn't a picture that can be read.
+    std::set<std::string> MissingTextures;
+    /// The longest run of its animations that have frames.
+    std::optional<Tools::Run> AnimationRun;
+    int FramesPerSecond = 0;
 };
 
-/// More triangles than this aren't looked at, nor more bogeys and pantographs than the other.
-constexpr std::size_t kMaxTriangles = 4'000'000;
+/// What to show of an asset.
+struct SceneRequest
+{
+    /// Slot of the animations; none for the meshes as stored.
+    std::optional<double> Slot = {};
+    Tools::PoseBase Poses = Tools::PoseBase::Parent;
+    /// Names of entries, in lower case. If `Only` isn't empty, other entries aren't shown.
+    std::set<std::u16string> Only = {};
+    std::set<std::u16string> Without = {};
+    bool HasTextures = true;
+};
+
+/// Limits: further triangles and lines, and further bogeys and pantographs, are left out.
+constexpr std::size_t kMaxTriangles = 2'000'000;
 constexpr std::size_t kMaxReferences = 64;
 
-/// The mesh as it stands.
-[[nodiscard]] Scene MakeScene(const Mesh& mesh);
+/// Textures that have been read, by their files.
+using TextureCache = std::map<SystemName, std::shared_ptr<const Texture>>;
 
-/// All entries of the mesh table: each where its attachment puts it, under the place of the entry that it
-/// hangs on; one without an attachment at the origin.
-///
-/// Where a bogey stands, its key doesn't tell. By custom the asset's meshes have an attachment point of the
-/// key's name: `bogey-0` stands on `a.bogey0`, the pantograph on `a.pantograph`. One without such a point is
-/// left out, and so is what a bogey refers to itself.
-[[nodiscard]] Scene MakeScene(const ZLMModel& model);
+class SceneMaker
+{
+public:
+    SceneMaker(const SceneRequest& request, FileNames& names, TextureCache& textures)
+        : mRequest(request), mNames(names), mTextures(textures)
+    {
+    }
+
+    [[nodiscard]] Scene Make(const Mesh& mesh);
+
+    /// All entries of the mesh table: each where its attachment puts it, relative to the entry that it hangs
+    /// on; one without an attachment at the origin.
+    ///
+    /// A bogey's key doesn't say where the bogey is. By custom the asset's meshes have an attachment point of
+    /// the key's name: `bogey-0` goes to `a.bogey0`, the pantograph to `a.pantograph`. One without such a
+    /// point is left out, and so is what a bogey refers to itself.
+    [[nodiscard]] Scene Make(const ZLMModel& model);
+
+private:
+    struct PlacedMesh
+    {
+        std::shared_ptr<const Mesh> Object;
+        glm::mat4 Place;
+    };
+
+    [[nodiscard]] std::vector<PlacedMesh> Add(const Collection<MeshEntry>& table, const glm::mat4& origin,
+                                              bool isOwn);
+    void AddReferences(const ZLMModel& model, const std::vector<PlacedMesh>& meshes);
+    void Add(const Mesh& mesh, const Anim* anim, const glm::mat4& place);
+    void Add(const Chunk& chunk, const Mesh& mesh, const glm::mat4& place);
+    void AddTriangles(const Geometry& geometry, const glm::mat4& place);
+    void AddLines(const Geometry& geometry, const glm::mat4& place);
+    [[nodiscard]] bool IsShown(const MeshEntry& entry) const;
+    [[nodiscard]] Surface SurfaceOf(const Material& material, const Mesh& mesh);
+    [[nodiscard]] std::shared_ptr<const Texture> FindTexture(const Material& material, txtype type,
+                                                             const Mesh& mesh);
+    void AddProblem(const char* what, std::size_t count = 1);
+    [[nodiscard]] std::size_t Admit(std::size_t count);
+
+    const SceneRequest& mRequest;
+    FileNames& mNames;
+    TextureCache& mTextures;
+    Scene mScene;
+};
 
 } // namespace ZLMIM::Picture
 
