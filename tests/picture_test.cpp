@@ -2,8 +2,12 @@
 #include "drawing.h"
 #include "good_files.h"
 #include "scene.h"
+#include "sheet.h"
+#include "tools/common/poses.h"
 
+#include <algorithm>
 #include <cstring>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <limits>
 #include <memory>
@@ -41,14 +45,34 @@ Bytes ChunkOf(PrimFlag type, const std::vector<Vector>& points, const std::vecto
     return Bytes().Block("CHNK", chunk);
 }
 
-Scene SceneOf(const std::vector<Bytes>& chunks)
+template <class Object>
+Scene SceneOf(const Object& object, const SceneRequest& request = {})
+{
+    FileNames names;
+    TextureCache textures;
+    return SceneMaker(request, names, textures).Make(object);
+}
+
+Bytes MeshOf(const std::vector<Bytes>& chunks)
 {
     Bytes file = MeshHeader(static_cast<std::int32_t>(chunks.size()));
     for (const Bytes& chunk : chunks)
         file.Append(chunk);
+    return file;
+}
+
+Scene SceneOf(const std::vector<Bytes>& chunks)
+{
     Mesh mesh;
-    EXPECT_TRUE(mesh.LoadBytes(file.Span()));
-    return MakeScene(mesh);
+    EXPECT_TRUE(mesh.LoadBytes(MeshOf(chunks).Span()));
+    return SceneOf(mesh);
+}
+
+Image DrawFrom(const Scene& scene, const Turn& turn, int width, int height)
+{
+    Frame frame(turn);
+    frame.Include(scene);
+    return Draw(scene, frame, width, height).Image;
 }
 
 TEST(Picture, MakesTrianglesOfEachKindOfRun)
@@ -64,19 +88,18 @@ TEST(Picture, MakesTrianglesOfEachKindOfRun)
         {PrimFlag::TRI_STRIP, {4, 0, 1, 2, 2, 3}, {{4, 0, 1}, {1, 0, 2}}}, // two without a surface
         {PrimFlag::TRI_FAN, {1, 2, 3, 4}, {{1, 2, 3}, {1, 3, 4}}},
         {PrimFlag::TRI_FAN, {1, 2}, {}},
-        {PrimFlag::LINE_STRIP, {0, 1, 2}, {}},
     };
     for (const auto& [type, indices, corners] : cases)
     {
         SCOPED_TRACE(static_cast<int>(type));
         const Scene scene = SceneOf({ChunkOf(type, points, indices, {0.5F, -1, kNan})});
-        EXPECT_EQ(scene.LeftOut.size(), type == PrimFlag::LINE_STRIP ? 1 : 0);
+        EXPECT_TRUE(scene.Problems.empty());
         std::vector<std::array<float, 3>> found;
         for (const Triangle& triangle : scene.Triangles)
         {
             const auto& [a, b, c] = triangle.Corners;
             found.push_back({a.x, b.x, c.x});
-            EXPECT_EQ(triangle.Colour, glm::vec3(0.5F, 0, 0));
+            EXPECT_EQ(scene.Surfaces[triangle.Surface].Colour, glm::vec3(0.5F, 0, 0));
         }
         EXPECT_EQ(found, corners);
     }
@@ -100,10 +123,11 @@ TEST(Picture, PlacesEntriesUnderOneAnother)
                  "c {\nmesh t.im\natt-parent b\natt a.q\n}\n"
                  "d {\nmesh t.im\natt-parent d\natt a.p\n}\n"
                  "e {\nmesh t.im\natt-parent d\natt a.p\n}\n"
-                 "f {\nmesh nowhere.im\n}\n}\n");
+                 "f {\nmesh nowhere.im\n}\n"
+                 "g {\nmesh t.im\natt-parent a\natt a.nowhere\n}\n}\n");
     const auto model = std::make_shared<ZLMModel>();
     ASSERT_EQ(folder.Load(*model), "");
-    const Scene scene = MakeScene(*model);
+    const Scene scene = SceneOf(*model);
     std::vector<Corners> found;
     for (const Triangle& each : scene.Triangles)
         found.push_back(each.Corners);
@@ -111,12 +135,17 @@ TEST(Picture, PlacesEntriesUnderOneAnother)
     const Corners a = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}};
     const Corners c = {{{10, 0, 5}, {10, 2, 5}, {8, 0, 5}}};
     // The bogey's point is there on a, b and c; the first counts.
-    EXPECT_EQ(found, (std::vector<Corners>{a, hung, c, hung}));
-    EXPECT_EQ(scene.LeftOut, (std::map<std::string, std::size_t>{
-                                 {"bogeys and pantographs without a place or a mesh", 2},
-                                 {"entries that hang on themselves", 2},
-                                 {"meshes that didn't load", 1},
-                             }));
+    EXPECT_EQ(found, (std::vector<Corners>{a, hung, c, a, hung}));
+    EXPECT_EQ(scene.Problems, (std::map<std::string, std::size_t>{
+                                  {"bogeys and pantographs without a place or a mesh are left out", 2},
+                                  {"entries that hang on themselves are left out", 2},
+                                  {"entries whose attachment point doesn't exist are at the origin", 1},
+                                  {"meshes weren't read to their end", 1},
+                              }));
+    // Day and night meshes can be told apart; what hangs on a hidden entry stays where it is.
+    const Scene shown = SceneOf(*model, {.Only = {u"b", u"c", u"g"}, .Without = {u"b", u"g"}});
+    ASSERT_EQ(shown.Triangles.size(), 1U);
+    EXPECT_EQ(shown.Triangles[0].Corners, c);
 }
 
 TEST(Picture, LeavesOutWhatCantBeDrawn)
@@ -124,20 +153,132 @@ TEST(Picture, LeavesOutWhatCantBeDrawn)
     constexpr float kMax = std::numeric_limits<float>::max();
     const std::vector<Vector> points = {
         {0, 0, 0}, {kMax, 0, -kMax}, {-kMax, kMax, 0}, {kNan, 0, 0}, {0, -kMax, 1}};
-    const Scene scene =
+    Scene scene =
         SceneOf({ChunkOf(PrimFlag::TRIANGLES, points, {0, 1, 2, 0, 1, 3, 0, 1, 5, 0, -1, 2, 1, 2, 4})});
     EXPECT_EQ(scene.Triangles.size(), 2);
-    EXPECT_EQ(scene.LeftOut.at("triangles with a corner that is nowhere"), 3);
+    EXPECT_EQ(scene.Problems.at("triangles with a corner that doesn't exist are left out"), 3);
 
-    std::vector<Triangle> triangles = scene.Triangles;
-    triangles.resize(1000, triangles[1]);
-    for (const Side side : {Side::Front, Side::Left, Side::Top, Side::Corner})
+    scene.Triangles.resize(1000, scene.Triangles[1]);
+    for (const Turn& turn : {TurnFrom(0, 0), TurnFrom(270, 0), TurnFromTop(), TurnFrom(53, 26)})
     {
-        const Image image = Draw(triangles, side, 32, 16);
-        EXPECT_NE(image.Pixels, std::vector(image.Pixels.size(), kBackground));
-        EXPECT_GT(image.LeftOut, 500);
+        Frame frame(turn);
+        frame.Include(scene);
+        const Drawing drawing = Draw(scene, frame, 32, 16);
+        EXPECT_NE(drawing.Image.Pixels, std::vector(drawing.Image.Pixels.size(), kBackground));
+        EXPECT_GT(drawing.LeftOut, 500);
     }
-    EXPECT_EQ(Draw({}, Side::Front, 2, 1).Pixels, std::vector(2, kBackground));
+    EXPECT_EQ(DrawFrom({}, TurnFrom(0, 0), 2, 1).Pixels, std::vector(2, kBackground));
+}
+
+TEST(Picture, DrawsLinesPointsAndVerticesBeyond15Bits)
+{
+    const std::vector<Vector> points = {{-1, 0, -1}, {1, 0, 1}, {-1, 0, 1}};
+    for (const auto& [type, lines] : {std::pair(PrimFlag::LINES, 1U), std::pair(PrimFlag::LINE_STRIP, 2U),
+                                      std::pair(PrimFlag::POINTS, 3U)})
+    {
+        const Scene scene = SceneOf({ChunkOf(type, points, {0, 1, 2})});
+        EXPECT_EQ(scene.Lines.size(), lines);
+        const Image image = DrawFrom(scene, TurnFrom(180, 0), 40, 40);
+        EXPECT_EQ(image.Pixels[20 * 40 + 20] != kBackground, type != PrimFlag::POINTS);
+        EXPECT_NE(image.Pixels[38 * 40 + 2], kBackground); // the first point, to the left and below
+    }
+    std::vector<Vector> many(40'000, {0, 0, 0});
+    many[39'998] = {1, 0, 0};
+    many[39'999] = {0, 1, 0};
+    EXPECT_EQ(SceneOf({ChunkOf(PrimFlag::TRIANGLES, many, {0, 39'998, 39'999})}).Triangles.size(), 1U);
+}
+
+TEST(Picture, CoversSurfacesWithTexturesAndBlendsOpacity)
+{
+    // A square that a texture covers: white to the left, black to the right. A red one is half in front of
+    // it.
+    const auto quad = [](float y, float right, const Bytes& material)
+    {
+        Bytes geometry =
+            Bytes().Long(200).Long(4).Single(0).Long(4).Long(2).Long(6).Long(0).Long(0).String("");
+        for (const auto& [x, z] : {std::pair(-1.0F, -1.0F), std::pair(right, -1.0F), std::pair(right, 1.0F),
+                                   std::pair(-1.0F, 1.0F)})
+            geometry.Record(Vertex{x, y, z, (x + 1) / 2, (z + 1) / 2});
+        for (const int index : {0, 1, 2, 0, 2, 3})
+            geometry.Short(index);
+        return Bytes().Block(
+            "CHNK", Bytes().Long(1).Long(1).Block("MATL", material).Block("GEOM", geometry.Zeros(48)));
+    };
+    const auto material = [](float opacity, const rgbColour& diffuse, const std::string& texture)
+    {
+        const auto colours = Bytes().Record(std::array<rgbColour, 4>{{{}, diffuse, {}, {}}});
+        Bytes bytes =
+            Bytes().Long(104).String("m").Long(0).Long(0).Single(opacity).Append(colours).Long(1).Long(1);
+        return bytes.Long(1).String(texture).Single(1);
+    };
+    const AssetFolder folder;
+    const std::string header("\0\0\2\0\0\0\0\0\0\0\0\0\2\0\1\0\30\0", 18);
+    std::ofstream("halves.TGA", std::ios::binary) << header << "\xFF\xFF\xFF" << std::string(3, '\0');
+    std::ofstream("m.im", std::ios::binary)
+        << MeshOf({quad(0, 1, material(1, {1, 1, 1}, "x\\Halves.texture")),
+                   quad(-1, 0, material(0.5F, {1, 0, 0}, "none.texture"))})
+               .Str();
+    Mesh mesh;
+    ASSERT_TRUE(mesh.Load(u"m.im"));
+    const Scene scene = SceneOf(mesh);
+    EXPECT_EQ(scene.MissingTextures, std::set<std::string>{"none.texture"});
+    const auto colourAt = [](const Image& image, int x)
+    { return image.Pixels[static_cast<std::size_t>(20 * 40 + x)]; };
+    // From behind, where x is to the right. The texture is blurred over its two pixels and repeats.
+    const Image back = DrawFrom(scene, TurnFrom(180, 0), 40, 40);
+    const glm::u8vec3 white = colourAt(DrawFrom(scene, TurnFrom(0, 0), 40, 40), 29);
+    const glm::u8vec3 pink = colourAt(back, 11);
+    EXPECT_GT(white.r, 150);
+    EXPECT_EQ(white, glm::u8vec3(white.r));
+    EXPECT_NEAR(pink.r, white.r, 2);
+    EXPECT_NEAR(pink.g, white.r / 2, 2);
+    EXPECT_LT(colourAt(back, 29).r, 10);
+    EXPECT_GT(colourAt(DrawFrom(SceneOf(mesh, {.HasTextures = false}), TurnFrom(180, 0), 40, 40), 29).r, 150);
+}
+
+TEST(Picture, PosesMeshesByTheInverseOfTheRestPose)
+{
+    // Bone A at (1, 2, 3), and B below it at (1, 2, 3) from there; in frame 1, B has moved by (10, 0, 0).
+    Mesh mesh;
+    ASSERT_TRUE(mesh.LoadBytes(MeshWith(MeshBone("A", 1, MeshBone("B"))).Span()));
+    const auto pose = [](float x) { return Bytes().Record(Keyframe{{x, 2, 3}, {0, 0, 0, 1}}); };
+    const auto frame = [&](std::int32_t number, float a, float b)
+    { return Bytes().Block("FRAM", Bytes().Long(0).Long(number).Append(pose(a)).Append(pose(b))); };
+    Anim anim;
+    ASSERT_TRUE(anim.LoadBytes(
+        AnimWith(2, AnimBone("A", 1, AnimBone("B"))).Append(frame(0, 1, 1)).Append(frame(1, 1, 11)).Span()));
+    const auto run = Tools::RunOf(anim);
+    EXPECT_EQ(std::pair(run.First, run.Last), std::pair(0, 1));
+    const auto bone = mesh.RootBone->Children()->Item(1);
+    for (const auto base : {Tools::PoseBase::Parent, Tools::PoseBase::Mesh})
+    {
+        const Tools::Poses poses(anim, base);
+        EXPECT_EQ(poses.Motion(*bone, 0), glm::mat4(1));
+        EXPECT_EQ(poses.Motion(*bone, 1)[3], glm::vec4(10, 0, 0, 1));
+        EXPECT_EQ(poses.Motion(*bone, 0.5)[3], glm::vec4(5, 0, 0, 1));
+        EXPECT_EQ(poses.Motion(*bone, 2), glm::mat4(1)); // an empty slot
+    }
+    // Where its parent moves, a bone moves with it, unless poses are relative to the mesh.
+    ASSERT_TRUE(anim.LoadBytes(AnimWith(1, AnimBone("A", 1, AnimBone("B"))).Append(frame(1, 8, 1)).Span()));
+    EXPECT_EQ(Tools::Poses(anim, Tools::PoseBase::Parent).Motion(*bone, 1)[3], glm::vec4(7, 0, 0, 1));
+    EXPECT_EQ(Tools::Poses(anim, Tools::PoseBase::Mesh).Motion(*bone, 1), glm::mat4(1));
+}
+
+TEST(Picture, WritesAnimationsAndSheets)
+{
+    const Image dark = {2, 1, {{1, 2, 3}, {4, 5, 6}}};
+    const Image bright = {2, 1, {{251, 252, 253}, {254, 255, 0}}};
+    const std::string bytes = ToAnimatedPng({dark, bright}, 25);
+    std::vector<std::string> tags;
+    for (std::size_t at = 8; at + 8 < bytes.size(); at += 12U + static_cast<unsigned char>(bytes[at + 3]))
+        tags.push_back(bytes.substr(at + 4, 4));
+    EXPECT_EQ(tags, (std::vector<std::string>{"IHDR", "acTL", "fcTL", "IDAT", "fcTL", "fdAT", "IEND"}));
+    Sheet sheet(2, 1);
+    for (int i = 0; i < 5; ++i)
+        sheet.Add(dark, "a name \xC3\xBC that is too long");
+    const auto pages = sheet.Pages();
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_EQ(std::count(pages[0].Pixels.begin(), pages[0].Pixels.end(), glm::u8vec3(4, 5, 6)), 5);
 }
 
 TEST(Picture, ShowsTheNearerTriangle)
@@ -150,8 +291,8 @@ TEST(Picture, ShowsTheNearerTriangle)
     for (const auto& chunks : {std::vector{nearFront, nearBack}, std::vector{nearBack, nearFront}})
     {
         const Scene scene = SceneOf(chunks);
-        const Image front = Draw(scene.Triangles, Side::Front, 50, 50);
-        const Image back = Draw(scene.Triangles, Side::Back, 50, 50);
+        const Image front = DrawFrom(scene, TurnFrom(0, 0), 50, 50);
+        const Image back = DrawFrom(scene, TurnFrom(180, 0), 50, 50);
         const glm::u8vec3 lit = front.Pixels[25 * 50 + 25];
         EXPECT_GT(lit.r, 180);
         EXPECT_EQ(lit, glm::u8vec3(lit.r, 0, 0));
@@ -182,16 +323,17 @@ TEST(Picture, IsSeenFromTheSideThatIsAskedFor)
     constexpr std::size_t kLow = 3, kHigh = 36;
     const struct
     {
-        Side from;
+        Turn from;
         std::size_t x, y; // where the first one is, in a picture of 40 x 40
     } cases[] = {
-        {Side::Front, kLow, kLow},  {Side::Back, kHigh, kLow}, {Side::Left, kLow, kLow},
-        {Side::Right, kHigh, kLow}, {Side::Top, kHigh, kHigh}, {Side::Bottom, kHigh, kLow},
+        {TurnFrom(0, 0), kLow, kLow},     {TurnFrom(180, 0), kHigh, kLow}, {TurnFrom(270, 0), kLow, kLow},
+        {TurnFrom(90, 0), kHigh, kLow},   {TurnFromTop(), kHigh, kHigh},   {TurnFromBottom(), kHigh, kLow},
+        {TurnFrom(180, 90), kHigh, kLow},
     };
     for (const auto& [from, x, y] : cases)
     {
-        SCOPED_TRACE(static_cast<int>(from));
-        const Image image = Draw(scene.Triangles, from, 40, 40);
+        SCOPED_TRACE(std::to_string(x) + " " + std::to_string(y));
+        const Image image = DrawFrom(scene, from, 40, 40);
         EXPECT_GT(image.Pixels[40 * y + x].r, 100);
         EXPECT_EQ(image.Pixels[40 * y + x].b, 0);
         EXPECT_GT(image.Pixels[40 * (39 - y) + 39 - x].b, 100);
