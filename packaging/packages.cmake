@@ -1,4 +1,5 @@
-# `cpack -G DEB` makes two packages: libzlmim1 with what programs load, and libzlmim-dev with what builds on it.
+# `cpack -G DEB` makes three packages: libzlmim1 with what programs load, libzlmim-dev with what builds on it, and
+# zlmim-tools with the program `zlmim`.
 # The preset `package` has the folders of a Debian system. Who hands packages on names themselves by
 # `cpack -G DEB -D CPACK_PACKAGE_CONTACT="Name <address>"`.
 set(CPACK_PACKAGE_VENDOR "The ZLMIM authors")
@@ -8,6 +9,9 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "library that reads the 3D assets of the Z
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime dev)
+if(ZLMIM_BUILD_TOOLS)
+    list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -32,6 +36,13 @@ set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${runtime} (= ${PROJECT_VERSION}-${CPACK_D
 set(CPACK_DEBIAN_DEV_DESCRIPTION "${description} the headers, the static library, and what CMake
 and pkg-config need to find them.")
 
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME zlmim-tools)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_TOOLS_DESCRIPTION "shows, checks and draws 3D assets of the ZLM railway simulator
+The program zlmim shows what meshes, animations and asset descriptions
+hold, says what is wrong with them and where, and draws them into PNG
+files.")
+
 # What a Debian package tells of itself, in its folder of documentation.
 find_program(GZIP gzip)
 if(GZIP)
@@ -41,7 +52,7 @@ if(GZIP)
     configure_file(CHANGELOG.md ${folder}/changelog COPYONLY)
     execute_process(COMMAND ${GZIP} -9nkf changelog changelog.Debian
         WORKING_DIRECTORY ${folder} COMMAND_ERROR_IS_FATAL ANY)
-    foreach(component IN ITEMS RUNTIME DEV)
+    foreach(component IN ITEMS RUNTIME DEV TOOLS)
         string(TOLOWER ${component} lower)
         install(FILES packaging/copyright ${folder}/changelog.gz ${folder}/changelog.Debian.gz
             DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${component}_PACKAGE_NAME}

@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # What the library and the programs around it are built from.
 build_packages=(g++ cmake ninja-build libboost-dev libcli11-dev libglm-dev libstb-dev rapidjson-dev)
 test_packages=("${build_packages[@]}" libgtest-dev)
-package_packages=(g++ cmake ninja-build dpkg-dev file lintian)
+package_packages=("${build_packages[@]}" dpkg-dev file help2man lintian)
 
 # Installs those of the named packages that are missing.
 need_packages() {

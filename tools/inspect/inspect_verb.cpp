@@ -100,7 +100,10 @@ Verb InspectVerb()
           "with --json: load PATH as it is given, relative to the working folder, like a program that "
           "works there",
           &line->IsAsGiven}},
-        {{"Environment", {"NO_COLOR\tif set, the tree has no colours"}},
+        {{"Examples",
+          {"zlmim inspect wagon\tthe asset in the folder wagon",
+           "zlmim inspect wagon/body.im\tone of its meshes"}},
+         {"Environment", {"NO_COLOR\tif set, the tree has no colours"}},
          {"Exit status",
           {"0\tevery file was read", "1\ta file is missing, or wasn't read to its end",
            "2\tthe command line is wrong, or the output can't be written"}}},

@@ -406,7 +406,12 @@ Verb PictureVerb()
           "of "
           "each picture (default: 320x240)",
           &line->IsSheet}},
-        {{"Exit status",
+        {{"Examples",
+          {"zlmim picture wagon\tdraw the asset in the folder wagon into wagon.png",
+           "zlmim picture wagon --from=right --without=load -o side.png\tits right side, without the load",
+           "zlmim picture wagon --animate\tall frames of its animations",
+           "zlmim picture --sheet .\tall assets below the working folder in sheet.png"}},
+         {"Exit status",
           {"0\tevery picture was drawn", "1\ta file is missing, damaged, or has nothing to draw",
            "2\tthe command line is wrong, or a picture can't be written"}}},
         [line] { return Job(*line).DrawAll(); }};

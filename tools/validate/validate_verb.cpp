@@ -77,34 +77,40 @@ Section Codes()
 Verb ValidateVerb()
 {
     const auto line = std::make_shared<CommandLine>();
-    return {"validate",
-            "say what is wrong with assets, and where",
-            "Checks assets (config.txt) with the meshes (.im), animations (.kin) and textures that they use "
-            "and the "
-            "assets that they refer to. Prints one line for each finding, and a summary. An asset is loaded "
-            "as by a "
-            "program that works in the asset's folder.",
-            {{"PATH", "", "a file, or a folder with a config.txt; with / or \\", &line->Request.Paths},
-             {"-r,--recursive", "", "check every config.txt, .im and .kin in folders and below",
-              &line->Request.IsRecursive},
-             {"--ignore", "CODE", "don't report findings of this code; may be repeated", &line->Ignored},
-             {"--only", "CODE", "report only findings of this code; may be repeated", &line->Only},
-             {"--strict", "", "let warnings count for the exit status too", &line->IsStrict},
-             {"--format",
-              "FORMAT",
-              "text (the default), json, or line: 'file:line: severity: message [code]', for editors",
-              &line->Format,
-              {"text", "json", "line"}},
-             {"--json", "", "the same as --format=json", &line->IsJson}},
-            {{"Numbers",
-              {"Chunks, textures, bones, attachment points, face normals and lines count from 1; vertices, "
-               "normals, indices, triangles and slots from 0."}},
-             Codes(),
-             {"Environment", {"NO_COLOR\tif set, the text has no colours"}},
-             {"Exit status",
-              {"0\tnothing was found, or only warnings", "1\terrors were found, or warnings with --strict",
-               "2\tthe command line is wrong, or the output can't be written"}}},
-            [line] { return Run(*line); }};
+    return {
+        "validate",
+        "say what is wrong with assets, and where",
+        "Checks assets (config.txt) with the meshes (.im), animations (.kin) and textures that they use "
+        "and the "
+        "assets that they refer to. Prints one line for each finding, and a summary. An asset is loaded "
+        "as by a "
+        "program that works in the asset's folder.",
+        {{"PATH", "", "a file, or a folder with a config.txt; with / or \\", &line->Request.Paths},
+         {"-r,--recursive", "", "check every config.txt, .im and .kin in folders and below",
+          &line->Request.IsRecursive},
+         {"--ignore", "CODE", "don't report findings of this code; may be repeated", &line->Ignored},
+         {"--only", "CODE", "report only findings of this code; may be repeated", &line->Only},
+         {"--strict", "", "let warnings count for the exit status too", &line->IsStrict},
+         {"--format",
+          "FORMAT",
+          "text (the default), json, or line: 'file:line: severity: message [code]', for editors",
+          &line->Format,
+          {"text", "json", "line"}},
+         {"--json", "", "the same as --format=json", &line->IsJson}},
+        {{"Examples",
+          {"zlmim validate wagon\tthe asset in the folder wagon, and those that it refers to",
+           "zlmim validate -r .\tall assets below the working folder",
+           "zlmim validate -r --ignore=texture-missing --strict .\tthe same for a script: any finding but of "
+           "that code fails"}},
+         {"Numbers",
+          {"Chunks, textures, bones, attachment points, face normals and lines count from 1; vertices, "
+           "normals, indices, triangles and slots from 0."}},
+         Codes(),
+         {"Environment", {"NO_COLOR\tif set, the text has no colours"}},
+         {"Exit status",
+          {"0\tnothing was found, or only warnings", "1\terrors were found, or warnings with --strict",
+           "2\tthe command line is wrong, or the output can't be written"}}},
+        [line] { return Run(*line); }};
 }
 
 } // namespace ZLMIM::Tools
