@@ -40,7 +40,12 @@ TEST(FileCursorFixedSizes, ReachTheZeroBehindTheFileAndNoFurther)
     const std::pair<std::int32_t, void (*)(FileCursor&)> reads[] = {
         {2, Call<&FileCursor::GetShort>},
         {4, Call<&FileCursor::GetLong>},
-        {4, Call<&FileCursor::GetSingle>},
+        {4,
+         [](FileCursor& c)
+         {
+             float value = 0;
+             c.GetSingle(value);
+         }},
         {12, Call<&FileCursor::GetVector>},
         {12, Call<&FileCursor::GetColour>},
         {16, Call<&FileCursor::GetQuaternion>},

@@ -86,8 +86,10 @@ public:
     /// The whole that the list is a part of.
     [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
 
+    /// Appends a copy of a record, which gets the number `Count` + 1.
+    void Add(const T& record) requires kHoldsRecords { mEntries.push_back(record); }
     /// Appends an entry, which gets the number `Count` + 1.
-    void Add(Entry entry)
+    void Add(Entry entry) requires(!kHoldsRecords)
     {
         if constexpr (kHeldByValue<T>)
             mEntries.push_back(std::move(entry));
