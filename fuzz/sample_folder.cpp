@@ -1,6 +1,6 @@
 #include "fuzz/sample_folder.h"
 
-#include "examples/sample/sample_assets.h"
+#include "tools/sample/sample_assets.h"
 
 #include <algorithm>
 #include <fstream>

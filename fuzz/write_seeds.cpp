@@ -1,9 +1,9 @@
 // Writes what the fuzz targets start from into a folder for each, named after the target. The folder is
 // given.
 
-#include "examples/sample/sample_assets.h"
 #include "fuzz/asset_tree.h"
 #include "tests/good_files.h"
+#include "tools/sample/sample_assets.h"
 
 #include <algorithm>
 #include <exception>

@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # What the library and the programs around it are built from.
-build_packages=(g++ cmake ninja-build nlohmann-json3-dev libboost-dev libcli11-dev libglm-dev libpng-dev)
+build_packages=(g++ cmake ninja-build libboost-dev libcli11-dev libglm-dev libstb-dev rapidjson-dev)
 test_packages=("${build_packages[@]}" libgtest-dev)
 package_packages=(g++ cmake ninja-build dpkg-dev file lintian)
 

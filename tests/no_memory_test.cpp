@@ -1,8 +1,8 @@
 #include "asset_folder.h"
-#include "examples/sample/sample_assets.h"
 #include "failing_allocations.h"
 #include "good_files.h"
 #include "model_walker.h"
+#include "tools/sample/sample_assets.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

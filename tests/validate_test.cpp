@@ -1,7 +1,7 @@
 #include "asset_folder.h"
-#include "examples/sample/sample_assets.h"
 #include "good_files.h"
 #include "output.h"
+#include "tools/sample/sample_assets.h"
 #include "validate.h"
 #include "zlmim/model/text.h"
 
@@ -247,7 +247,7 @@ TEST(Validate, WritesOneLineOrObjectForEach)
     WriteJson(result, json);
     std::string packed = json.str();
     std::erase_if(packed, [](char c) { return c == ' ' || c == '\n'; });
-    EXPECT_EQ(packed, R"({"files":3,"errors":1,"warnings":0,"findings":[{"file":"a\u001b\u00e4.im",)"
+    EXPECT_EQ(packed, R"({"files":3,"errors":1,"warnings":0,"findings":[{"file":"a\u001Bä.im",)"
                       R"("place":"chunk1","severity":"error","code":"index-outside","message":"m"}]})");
 }
 

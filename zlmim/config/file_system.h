@@ -78,6 +78,9 @@ public:
     /// and for no other file. It tells references that lead back to a file that is being read; asked after
     /// `FileExists` has said yes.
     [[nodiscard]] virtual std::u16string FileIdentity(const std::u16string& path) = 0;
+    /// Prefix, with its trailing backslash, of names that count from the working folder: relative names of
+    /// animations, and the first place where a reference is looked for. Empty for the process's own.
+    [[nodiscard]] virtual std::u16string WorkingFolder() { return {}; }
 };
 
 /// Makes the service object that a model takes for one load; never null. A model asks for one when it is

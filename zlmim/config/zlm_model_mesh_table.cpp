@@ -3,6 +3,7 @@
 #include "zlmim/config/mesh_table.h"
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/model/text.h"
+#include "zlmim/reader/system_name.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -93,6 +94,8 @@ void ZLMModel::LoadEntry(const std::u16string& name, const std::u16string& meshF
     load.CountMeshEntry();
     load.Spend(kCostOfAQuestion);
     MeshEntry& entry = mOwnTable->MakeEntry();
+    if (!animFile.empty() && !IsAbsoluteName(animFile))
+        animFile.insert(0, mFSO->WorkingFolder());
     const std::u16string folderAnim = mPath + u"anim.kin";
     if (!mHasFolderAnim || mMakeFileSystem)
         mHasFolderAnim = mFSO->FileExists(folderAnim);

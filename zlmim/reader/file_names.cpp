@@ -58,6 +58,12 @@ void FileNames::Remember(std::size_t size)
     mRemembered += size;
 }
 
+bool IsAbsoluteName(std::u16string_view name)
+{
+    const bool hasDrive = kSystemSeparator == u'\\' && name.size() > 1 && name[1] == u':';
+    return hasDrive || name.starts_with(u'\\') || name.starts_with(u'/');
+}
+
 std::u16string FromSystemName(std::string_view systemName)
 {
     auto utf8 = FromUtf8(systemName);

@@ -30,6 +30,9 @@ using SystemNameView = std::basic_string_view<SystemName::value_type>;
 /// The same; empty for a name that the system can't be asked for.
 [[nodiscard]] SystemName ExactSystemName(std::u16string_view name);
 
+/// Whether a name in the object model's form doesn't count from a folder.
+[[nodiscard]] bool IsAbsoluteName(std::u16string_view name);
+
 /// The text of a path that the system gave, with backslashes.
 [[nodiscard]] std::u16string FromSystemPath(SystemNameView systemPath);
 

@@ -1,0 +1,3 @@
+include(HostHeaders)
+import_host_headers(rapidjson rapidjson)
+set(RapidJSON_FOUND TRUE)

@@ -1,0 +1,57 @@
+#include "tools/common/asset_files.h"
+
+#include "tools/common/paths.h"
+
+#include <utility>
+#include <vector>
+
+namespace ZLMIM::Tools
+{
+namespace
+{
+
+/// Where a search for references ends at once.
+class EmptyFolder : public Folder
+{
+public:
+    [[nodiscard]] bool IsRootFolder() const override { return true; }
+    [[nodiscard]] std::shared_ptr<Folder> ParentFolder() const override { return nullptr; }
+    [[nodiscard]] std::vector<std::shared_ptr<Folder>> SubFolders() const override { return {}; }
+    [[nodiscard]] std::u16string Path() const override { return {}; }
+};
+
+} // namespace
+
+AssetFiles::AssetFiles(std::shared_ptr<FileNames> names, References references)
+    : mDisk(std::move(names)), mReferences(references)
+{
+}
+
+bool AssetFiles::FileExists(const std::u16string& path)
+{
+    const bool isReference = !mConfig.empty() && BaseName(path) == u"config.txt";
+    return !(isReference && mReferences == References::Skip) && mDisk.FileExists(path);
+}
+
+std::unique_ptr<TextStream> AssetFiles::OpenTextFile(const std::u16string& path)
+{
+    if (mConfig.empty())
+        mConfig = path;
+    return mDisk.OpenTextFile(path);
+}
+
+std::unique_ptr<TextStream> AssetFiles::OpenIfExists(const Folder& folder, std::u16string_view name)
+{
+    return mDisk.OpenIfExists(folder, name);
+}
+
+std::shared_ptr<Folder> AssetFiles::GetFolder(const std::u16string& path)
+{
+    return mReferences == References::Skip ? std::make_shared<EmptyFolder>() : mDisk.GetFolder(path);
+}
+
+std::u16string AssetFiles::FileIdentity(const std::u16string& path) { return mDisk.FileIdentity(path); }
+
+std::u16string AssetFiles::WorkingFolder() { return FolderOf(mConfig); }
+
+} // namespace ZLMIM::Tools

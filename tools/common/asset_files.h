@@ -1,0 +1,46 @@
+#ifndef ZLMIM_TOOLS_COMMON_ASSET_FILES_H
+#define ZLMIM_TOOLS_COMMON_ASSET_FILES_H
+
+#include "zlmim/config/disk_file_system.h"
+#include "zlmim/config/file_system.h"
+#include "zlmim/reader/file_names.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ZLMIM::Tools
+{
+
+enum class References : bool
+{
+    /// Models are loaded without the assets that they refer to.
+    Skip,
+    Follow,
+};
+
+/// The disk as a host sees it whose working folder is the asset's, whatever the real one is. Each model has
+/// one of its own, so an asset that is referred to has its own folder as well.
+class AssetFiles : public FileSystem
+{
+public:
+    AssetFiles(std::shared_ptr<FileNames> names, References references);
+
+    [[nodiscard]] bool FileExists(const std::u16string& path) override;
+    [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;
+    [[nodiscard]] std::unique_ptr<TextStream> OpenIfExists(const Folder& folder,
+                                                           std::u16string_view name) override;
+    [[nodiscard]] std::shared_ptr<Folder> GetFolder(const std::u16string& path) override;
+    [[nodiscard]] std::u16string FileIdentity(const std::u16string& path) override;
+    [[nodiscard]] std::u16string WorkingFolder() override;
+
+private:
+    DiskFileSystem mDisk;
+    References mReferences;
+    /// The model's config: the first text file that the model opens.
+    std::u16string mConfig;
+};
+
+} // namespace ZLMIM::Tools
+
+#endif

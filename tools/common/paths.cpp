@@ -1,0 +1,44 @@
+#include "tools/common/paths.h"
+
+#include "tools/common/text.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace ZLMIM::Tools
+{
+
+std::u16string ShownName(const SystemName& systemName)
+{
+    std::filesystem::path path = ToPath(systemName).lexically_normal();
+    std::error_code failure;
+    auto folder = std::filesystem::current_path(failure).native();
+    folder += std::filesystem::path::preferred_separator;
+    if (!failure && path.native().starts_with(folder))
+        path = path.native().substr(folder.size());
+    std::u16string shown = ToName(path);
+    std::replace(shown.begin(), shown.end(), u'\\', static_cast<char16_t>(kSystemSeparator));
+    return shown;
+}
+
+std::string ShownFile(std::u16string_view name) { return Printable(ShownName(ToSystemName(name))); }
+
+std::filesystem::path ToPath(SystemNameView systemName)
+{
+    return std::filesystem::path::string_type(systemName.begin(), systemName.end());
+}
+
+std::u16string ToName(const std::filesystem::path& path)
+{
+    return FromSystemPath(SystemName(path.native().begin(), path.native().end()));
+}
+
+std::u16string FolderOf(std::u16string_view name)
+{
+    const std::size_t backslash = name.rfind(u'\\');
+    return backslash == std::u16string_view::npos ? u".\\" : std::u16string(name.substr(0, backslash + 1));
+}
+
+std::u16string_view BaseName(std::u16string_view name) { return name.substr(name.rfind(u'\\') + 1); }
+
+} // namespace ZLMIM::Tools

@@ -1,0 +1,32 @@
+#ifndef ZLMIM_TOOLS_COMMON_PATHS_H
+#define ZLMIM_TOOLS_COMMON_PATHS_H
+
+#include "zlmim/reader/system_name.h"
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace ZLMIM::Tools
+{
+
+/// A path for people: the system's separators, without detours such as `a/../`, and relative to the working
+/// folder if it lies below that.
+[[nodiscard]] std::u16string ShownName(const SystemName& systemName);
+
+/// The same for a name in the object model's form (backslashes), as printable UTF-8.
+[[nodiscard]] std::string ShownFile(std::u16string_view name);
+
+[[nodiscard]] std::filesystem::path ToPath(SystemNameView systemName);
+/// A path in the object model's form.
+[[nodiscard]] std::u16string ToName(const std::filesystem::path& path);
+
+/// The folder part of a name in the object model's form, with its backslash; `.\` for a name without one.
+[[nodiscard]] std::u16string FolderOf(std::u16string_view name);
+
+/// What follows the last backslash.
+[[nodiscard]] std::u16string_view BaseName(std::u16string_view name);
+
+} // namespace ZLMIM::Tools
+
+#endif

@@ -1,0 +1,24 @@
+#ifndef ZLMIM_TOOLS_SAMPLE_SAMPLE_ASSETS_H
+#define ZLMIM_TOOLS_SAMPLE_SAMPLE_ASSETS_H
+
+#include <filesystem>
+#include <map>
+#include <string>
+
+namespace Sample
+{
+
+/// All files of the sample assets that the library reads: names below the folder that they are written into,
+/// with slashes, and bytes.
+[[nodiscard]] std::map<std::string, std::string> SampleAssets();
+
+/// The pictures that the meshes name as their textures, which the library never opens.
+[[nodiscard]] std::map<std::string, std::string> SamplePictures();
+
+/// Writes them all.
+/// @throws std::filesystem::filesystem_error or std::ios_base::failure if that can't be done.
+void WriteSampleAssets(const std::filesystem::path& folder);
+
+} // namespace Sample
+
+#endif

@@ -1,0 +1,246 @@
+#include "judge_asset.h"
+
+#include "config_keys.h"
+#include "judge_file.h"
+#include "judge_references.h"
+#include "skeleton.h"
+#include "words.h"
+
+#include "tools/common/asset.h"
+#include "tools/common/paths.h"
+#include "zlmim/config/disk_file_system.h"
+#include "zlmim/model/text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <utility>
+#include <variant>
+
+namespace ZLMIM::Validate
+{
+namespace
+{
+
+std::string Line(std::int64_t number) { return "line " + std::to_string(number); }
+
+std::string EntryPlace(std::int64_t line, const std::u16string& name)
+{
+    return Line(line) + ", entry " + Quoted(name);
+}
+
+/// Judges the entries of a model's mesh table, beside the keys that they were made from.
+class EntryJudge
+{
+public:
+    EntryJudge(const ConfigKeys& keys, FileNames& names, JudgedFiles& judged, Report& report)
+        : mKeys(keys), mNames(names), mJudged(judged), mReport(report)
+    {
+    }
+
+    /// `index` is the entry's place in the table, from 0. An entry whose mesh or animation has ended the load
+    /// is the last.
+    void Judge(const MeshEntry& entry, std::size_t index, const Tools::Outcome& outcome)
+    {
+        // The one entry of an asset without a mesh table has no keys.
+        const EntryKeys noKeys = {entry.Name, mKeys.AssetFileName.FirstLine, {}, {}, {}, {}};
+        const bool hasKeys =
+            index < mKeys.Entries.size() && LowerCase(mKeys.Entries[index].Name) == entry.Name;
+        const EntryKeys& keys = hasKeys ? mKeys.Entries[index] : noKeys;
+        const std::string place = EntryPlace(keys.Line, keys.Name);
+        const bool hasRaisedInAnim = !outcome.IsLoaded && !entry.anim->FileName.empty();
+        const bool hasRaisedInMesh = !outcome.IsLoaded && !hasRaisedInAnim;
+
+        // Nothing is loaded any more once the asset has taken too much.
+        if (entry.Mesh->FileName.empty() && !keys.Mesh.Value.empty())
+        {
+            mReport.Add(Code::AssetNotLoaded, place, "the asset takes too much: this entry isn't loaded");
+            return;
+        }
+        const bool hasMesh = JudgeMeshOf(entry, keys, place, hasRaisedInMesh);
+        const bool hasAnim = !hasRaisedInMesh && JudgeAnimOf(entry, keys, place, hasRaisedInAnim);
+        if (!outcome.IsLoaded)
+        {
+            const auto& culprit = hasRaisedInAnim ? entry.anim->FileName : entry.Mesh->FileName;
+            mReport.Add(Code::AssetNotLoaded, place,
+                        "the load ends at " + QuotedFile(culprit) + ": " + Tools::Told(outcome) +
+                            "; what follows isn't looked at");
+            return;
+        }
+        if (hasMesh && hasAnim)
+            JudgeTrees(entry, keys, place);
+        JudgeAttachment(entry, keys);
+    }
+
+private:
+    /// Whether it was read to its end.
+    bool JudgeMeshOf(const MeshEntry& entry, const EntryKeys& keys, const std::string& place, bool hasRaised)
+    {
+        const Mesh& mesh = *entry.Mesh;
+        const bool isFallback = mKeys.Entries.empty();
+        if (keys.Mesh.Value.empty() && !isFallback)
+        {
+            mReport.Add(Code::EntryWithoutMesh, place, "it has no mesh");
+            return false;
+        }
+        const auto file = Locate(mesh.FileName, mNames);
+        if (!file)
+            mReport.Add(Code::FileMissing,
+                        keys.Mesh.IsThere() ? EntryPlace(keys.Mesh.FirstLine, keys.Name) : place,
+                        MissingMesh(keys.Mesh.Value, mesh.FileName));
+        else if (hasRaised)
+            JudgeMeshFile(mesh.FileName, *file, mNames, mJudged);
+        else
+            JudgeMesh(mesh, {Tools::HasChunks(mesh), {}, {}}, *file, mNames, mJudged);
+        return file && !hasRaised && Tools::HasChunks(mesh);
+    }
+
+    /// `file` is what the model has made of the value.
+    static std::string MissingMesh(const std::u16string& value, const std::u16string& file)
+    {
+        if (!LowerCase(value).ends_with(u".lm"))
+            return "no mesh " + QuotedFile(file);
+        if (file.ends_with(u".lm"))
+            return "no list of levels " + QuotedFile(file + u".txt");
+        if (file.ends_with(u'\\'))
+            return "no mesh of level 1 in the list of levels";
+        return "no mesh " + QuotedFile(file) + ", which is level 1 of the list";
+    }
+
+    bool JudgeAnimOf(const MeshEntry& entry, const EntryKeys& keys, const std::string& place, bool hasRaised)
+    {
+        const Anim& anim = *entry.anim;
+        if (anim.FileName.empty())
+            return false;
+        const auto file = Locate(anim.FileName, mNames);
+        if (!file)
+        {
+            mReport.Add(Code::FileMissing,
+                        keys.Anim.IsThere() ? EntryPlace(keys.Anim.FirstLine, keys.Name) : place,
+                        "no animation " + QuotedFile(anim.FileName));
+            return false;
+        }
+        if (hasRaised)
+        {
+            JudgeAnimFile(anim.FileName, *file, mNames, mJudged);
+            return false;
+        }
+        const Tools::Outcome outcome = OutcomeOf(anim, mNames);
+        JudgeAnim(anim, outcome, *file, mNames, mJudged);
+        return outcome.IsLoaded;
+    }
+
+    void JudgeTrees(const MeshEntry& entry, const EntryKeys& keys, const std::string& place)
+    {
+        if (!entry.Mesh->RootBone)
+        {
+            // An `anim.kin` goes to all entries of its folder, also to those that have no use for it.
+            if (keys.Anim.IsThere())
+                mReport.Add(Code::AnimationTree, EntryPlace(keys.Anim.FirstLine, keys.Name),
+                            "the mesh has no skeleton for the animation");
+            return;
+        }
+        const std::string difference = TreeDifference(*entry.Mesh->RootBone, *entry.anim->RootBone);
+        if (!difference.empty())
+            mReport.Add(Code::AnimationTree, place, "the animation isn't made for the mesh: " + difference);
+    }
+
+    void JudgeAttachment(const MeshEntry& entry, const EntryKeys& keys)
+    {
+        if (keys.AttParent.Value.empty())
+        {
+            if (!keys.Att.Value.empty())
+                mReport.Add(Code::AttUnknown, EntryPlace(keys.Att.FirstLine, keys.Name),
+                            "att " + Quoted(keys.Att.Value) + " without an att-parent");
+            return;
+        }
+        const auto parent = entry.AttParent();
+        if (!parent)
+        {
+            const std::u16string wanted = LowerCase(keys.AttParent.Value);
+            const bool isBelow = std::any_of(mKeys.Entries.begin(), mKeys.Entries.end(),
+                                             [&](const EntryKeys& other) { return other.Name == wanted; });
+            mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name),
+                        "no entry " + Quoted(keys.AttParent.Value) + " above" +
+                            (isBelow ? ", only below" : ""));
+        }
+        // What a mesh that isn't loaded would have is told with that mesh.
+        else if (!entry.Att && Tools::HasChunks(*parent->Mesh))
+            mReport.Add(Code::AttUnknown,
+                        EntryPlace((keys.Att.IsThere() ? keys.Att : keys.AttParent).FirstLine, keys.Name),
+                        keys.Att.Value.empty() ? "it names no attachment point of " + Quoted(parent->Name)
+                                               : "no attachment point " + Quoted(keys.Att.Value) + " on " +
+                                                     Quoted(parent->Name));
+    }
+
+    const ConfigKeys& mKeys;
+    FileNames& mNames;
+    JudgedFiles& mJudged;
+    Report& mReport;
+};
+
+/// Judges the model, as far as its load has come.
+void JudgeModel(const ZLMModel& model, const Tools::Outcome& outcome, const ConfigKeys& keys,
+                FileNames& names, JudgedFiles& judged, Report& report)
+{
+    const auto table = model.MeshTable();
+    // What meshes and animations raise; the last entry is the one that was being loaded.
+    const bool isOfAnEntry = !outcome.IsLoaded && outcome.Thrown != "FileSystemError" && table->Count() > 0;
+    if (!outcome.IsLoaded && !isOfAnEntry)
+    {
+        if (keys.Trouble.empty())
+            report.Add(Code::NotLoaded, "", Tools::Told(outcome));
+        else
+            report.Add(Code::NotLoaded, Line(keys.TroubleLine), keys.Trouble);
+    }
+    EntryJudge judge(keys, names, judged, report);
+    for (std::size_t index = 0; const auto& entry : table->Entries())
+    {
+        ++index;
+        const bool isLast = index == table->Entries().size();
+        judge.Judge(*entry, index - 1, isLast && isOfAnEntry ? outcome : Tools::Outcome{true, {}, {}});
+    }
+    if (keys.OpenEntry)
+        report.Add(Code::EntryLost, EntryPlace(keys.OpenEntry->Line, keys.OpenEntry->Name),
+                   "the file ends before its closing }");
+}
+
+void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, FileNames& names, Report& report)
+{
+    const ConfigKey& fallback = keys.AssetFileName;
+    if (!keys.Entries.empty() || fallback.Value.empty())
+        return;
+    const std::u16string mesh = Tools::FolderOf(name) + fallback.Value + u".im";
+    if (!Locate(mesh, names))
+        report.Add(Code::FileMissing, Line(fallback.FirstLine) + ", asset-filename",
+                   "no mesh " + QuotedFile(mesh) + ", and no mesh table");
+}
+
+} // namespace
+
+std::vector<std::u16string> JudgeAsset(const std::u16string& name, const LocatedFile& file,
+                                       const std::shared_ptr<FileNames>& names, JudgedFiles& judged,
+                                       KuidSearch& search)
+{
+    Report report;
+    std::vector<std::u16string> references;
+    DiskFileSystem files(names);
+    const Tools::Outcome outcome = Tools::Attempt(
+        [&]
+        {
+            const ConfigKeys keys = ReadConfigKeys(*files.OpenTextFile(name));
+            const Tools::Asset asset =
+                Tools::LoadAsset({Tools::Kind::Model, name}, names, Tools::References::Skip);
+            const auto& model = *std::get<std::shared_ptr<ZLMModel>>(asset.Object);
+            JudgeModel(model, asset.Outcome, keys, *names, judged, report);
+            JudgeFallback(name, keys, *names, report);
+            references = JudgeReferences(name, keys, files, search, report);
+            return true;
+        });
+    if (!outcome.IsLoaded)
+        report.Add(Code::NotLoaded, "", Tools::Told(outcome));
+    judged.Store(file.Key, std::move(report));
+    return references;
+}
+
+} // namespace ZLMIM::Validate

@@ -1,0 +1,34 @@
+#ifndef VALIDATE_JUDGE_FILE_H
+#define VALIDATE_JUDGE_FILE_H
+
+#include "judged_files.h"
+#include "located_file.h"
+
+#include "tools/common/asset.h"
+#include "zlmim/anim/anim.h"
+#include "zlmim/mesh/mesh.h"
+#include "zlmim/reader/file_names.h"
+
+#include <string>
+
+namespace ZLMIM::Validate
+{
+
+/// Judge a mesh, or an animation, that a load has filled, if nobody has judged its file yet.
+void JudgeMesh(const Mesh& mesh, const Tools::Outcome& outcome, const LocatedFile& file, FileNames& names,
+               JudgedFiles& judged);
+void JudgeAnim(const Anim& anim, const Tools::Outcome& outcome, const LocatedFile& file, FileNames& names,
+               JudgedFiles& judged);
+
+/// Load the file of that name, and judge it, if nobody has judged it yet.
+void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, FileNames& names,
+                   JudgedFiles& judged);
+void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, FileNames& names,
+                   JudgedFiles& judged);
+
+/// How an animation's load ended that was part of a model's and threw nothing.
+[[nodiscard]] Tools::Outcome OutcomeOf(const Anim& anim, FileNames& names);
+
+} // namespace ZLMIM::Validate
+
+#endif

@@ -1,0 +1,118 @@
+#include "validate.h"
+
+#include "judge_asset.h"
+#include "judge_file.h"
+#include "judged_files.h"
+#include "subjects.h"
+
+#include "tools/common/parallel.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace ZLMIM::Validate
+{
+namespace
+{
+
+/// The work of one call of `Validate`.
+class Run
+{
+public:
+    explicit Run(const Request& request)
+        : mRequest(request),
+          mThreads(request.Threads > 0 ? request.Threads : std::max(std::thread::hardware_concurrency(), 1U))
+    {
+        for (unsigned i = 0; i < mThreads; ++i)
+            mNames.push_back(std::make_shared<FileNames>());
+    }
+
+    Result Judge()
+    {
+        Subjects subjects = FindSubjects(mRequest.Paths, mRequest.IsRecursive, *mNames[0]);
+        mAll = subjects.Files.size();
+        const auto others =
+            std::stable_partition(subjects.Files.begin(), subjects.Files.end(),
+                                  [](const Subject& subject) { return subject.Kind == SubjectKind::Asset; });
+        // Assets first, since they load their own files: what is left then are those that no asset needs.
+        std::vector<std::u16string> configs;
+        std::transform(subjects.Files.begin(), others, std::back_inserter(configs),
+                       [](Subject& subject) { return std::move(subject.Name); });
+        configs = JudgeAssets(configs, true);
+        while (!configs.empty())
+            configs = JudgeAssets(configs, false);
+        JudgeOthers({others, subjects.Files.end()});
+
+        Result result = {mJudged.Findings(), mJudged.Count()};
+        result.Findings.insert(result.Findings.end(), std::make_move_iterator(subjects.Findings.begin()),
+                               std::make_move_iterator(subjects.Findings.end()));
+        std::stable_sort(result.Findings.begin(), result.Findings.end(),
+                         [](const Finding& a, const Finding& b) { return a.File < b.File; });
+        return result;
+    }
+
+private:
+    /// Answers the configs that those refer to.
+    std::vector<std::u16string> JudgeAssets(const std::vector<std::u16string>& configs, bool isProgress)
+    {
+        std::vector<std::vector<std::u16string>> references(configs.size());
+        Tools::ForEach(configs.size(), mThreads,
+                       [&](std::size_t index, std::size_t worker)
+                       {
+                           const auto file = Locate(configs[index], *mNames[worker]);
+                           if (file && mJudged.Claim(*file))
+                               references[index] =
+                                   JudgeAsset(configs[index], *file, mNames[worker], mJudged, mSearch);
+                           if (isProgress)
+                               Progress();
+                       });
+        std::vector<std::u16string> all;
+        for (auto& some : references)
+            all.insert(all.end(), std::make_move_iterator(some.begin()), std::make_move_iterator(some.end()));
+        return all;
+    }
+
+    void JudgeOthers(const std::vector<Subject>& subjects)
+    {
+        Tools::ForEach(subjects.size(), mThreads,
+                       [&](std::size_t index, std::size_t worker)
+                       {
+                           const Subject& subject = subjects[index];
+                           FileNames& names = *mNames[worker];
+                           const auto file = Locate(subject.Name, names);
+                           if (file && subject.Kind == SubjectKind::Mesh)
+                               JudgeMeshFile(subject.Name, *file, names, mJudged);
+                           else if (file)
+                               JudgeAnimFile(subject.Name, *file, names, mJudged);
+                           Progress();
+                       });
+    }
+
+    void Progress()
+    {
+        const std::lock_guard lock(mMutex);
+        ++mDone;
+        if (mRequest.OnProgress)
+            mRequest.OnProgress(mDone, mAll);
+    }
+
+    const Request& mRequest;
+    unsigned mThreads;
+    /// One for each worker, since they remember the folders that they have listed.
+    std::vector<std::shared_ptr<FileNames>> mNames;
+    JudgedFiles mJudged;
+    KuidSearch mSearch;
+    std::mutex mMutex;
+    std::size_t mDone = 0;
+    std::size_t mAll = 0;
+};
+
+} // namespace
+
+Result Validate(const Request& request) { return Run(request).Judge(); }
+
+} // namespace ZLMIM::Validate

@@ -1,0 +1,17 @@
+#ifndef ZLMIM_TOOLS_VERBS_H
+#define ZLMIM_TOOLS_VERBS_H
+
+#include "tools/common/verb.h"
+
+namespace ZLMIM::Tools
+{
+
+/// The verbs of `zlmim`, each from the source of its name, such as `tools/inspect/inspect_verb.cpp`.
+[[nodiscard]] Verb InspectVerb();
+[[nodiscard]] Verb ValidateVerb();
+[[nodiscard]] Verb PictureVerb();
+[[nodiscard]] Verb SampleVerb();
+
+} // namespace ZLMIM::Tools
+
+#endif
