@@ -3,7 +3,7 @@
 
 #include "zlmim/component/abi.h"
 #include "zlmim/component/arguments.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 
 #include <array>
 #include <cstddef>
@@ -45,7 +45,7 @@ struct Member
     std::array<Parameter, kMaxParameters> parameters{};
     Parameter result{};
     /// Calls the slot with arguments by name, which must be as many as there are parameters.
-    Invoked (*invoke)(Facade* object, std::span<VARIANT* const> arguments, VARIANT& result) = nullptr;
+    Invoked (*invoke)(ComHeader* object, std::span<VARIANT* const> arguments, VARIANT& result) = nullptr;
 
     [[nodiscard]] constexpr std::span<const Parameter> Parameters() const noexcept
     {
@@ -72,7 +72,7 @@ struct ClassInfo
     std::span<const InterfaceId> interfaces;
     std::span<const Member> members;
     /// A new object, for a class that hosts may create.
-    Facade* (*create)();
+    ComHeader* (*create)();
 
     [[nodiscard]] constexpr const InterfaceId& Interface() const noexcept { return interfaces.back(); }
 };

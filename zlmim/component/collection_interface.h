@@ -67,7 +67,7 @@ template <class T>
 [[nodiscard]] IUnknown* NewEnum(Collection<T>& list)
 {
     return ListEnumerator::Make(
-        std::static_pointer_cast<Collection<T>>(list.Facade.Self),
+        std::static_pointer_cast<Collection<T>>(list.ComHeader.Self),
         [](const void* object, std::int32_t number)
         { return EntryAt(*static_cast<const Collection<T>*>(object), number); },
         [](const void* object) { return static_cast<const Collection<T>*>(object)->Count(); });

@@ -45,7 +45,7 @@ namespace
 }
 
 /// The same arguments to the list that `member` gives.
-[[nodiscard]] HRESULT InvokeResult(const Member& member, Facade& object, const Call& call)
+[[nodiscard]] HRESULT InvokeResult(const Member& member, ComHeader& object, const Call& call)
 {
     Variant list;
     const Invoked read = member.invoke(&object, {}, list);
@@ -57,7 +57,7 @@ namespace
                                  call.exception, call.badArgument);
 }
 
-[[nodiscard]] HRESULT InvokeMember(const Member& member, Facade& object, const Call& call)
+[[nodiscard]] HRESULT InvokeMember(const Member& member, ComHeader& object, const Call& call)
 {
     const DISPPARAMS& given = *call.arguments;
     const bool isWritten = member.kind == DISPATCH_PROPERTYPUT || member.kind == DISPATCH_PROPERTYPUTREF;
@@ -100,7 +100,7 @@ namespace
     return S_OK;
 }
 
-[[nodiscard]] HRESULT TryInvoke(const ClassInfo& info, Facade& object, const Call& call) noexcept
+[[nodiscard]] HRESULT TryInvoke(const ClassInfo& info, ComHeader& object, const Call& call) noexcept
 {
     if (!IsSame(call.iid, kNoInterface))
         return DISP_E_UNKNOWNINTERFACE;
@@ -127,7 +127,7 @@ namespace
 
 } // namespace
 
-HRESULT QueryInterface(const ClassInfo& info, Facade& object, REFIID iid, void** result) noexcept
+HRESULT QueryInterface(const ClassInfo& info, ComHeader& object, REFIID iid, void** result) noexcept
 {
     if (!result)
         return E_POINTER;
@@ -141,9 +141,9 @@ HRESULT QueryInterface(const ClassInfo& info, Facade& object, REFIID iid, void**
     return S_OK;
 }
 
-ULONG STDMETHODCALLTYPE AddRef(Facade* object) noexcept { return object->References.fetch_add(1) + 1; }
+ULONG STDMETHODCALLTYPE AddRef(ComHeader* object) noexcept { return object->References.fetch_add(1) + 1; }
 
-ULONG STDMETHODCALLTYPE Release(Facade* object) noexcept
+ULONG STDMETHODCALLTYPE Release(ComHeader* object) noexcept
 {
     const std::uint32_t left = object->References.fetch_sub(1) - 1;
     if (left > 0)
@@ -155,7 +155,7 @@ ULONG STDMETHODCALLTYPE Release(Facade* object) noexcept
     return 0;
 }
 
-HRESULT STDMETHODCALLTYPE GetTypeInfoCount(Facade*, UINT* count) noexcept
+HRESULT STDMETHODCALLTYPE GetTypeInfoCount(ComHeader*, UINT* count) noexcept
 {
     if (!count)
         return E_POINTER;
@@ -199,7 +199,7 @@ HRESULT GetIDsOfNames(const ClassInfo& info, REFIID iid, LPOLESTR* names, UINT c
     return status;
 }
 
-HRESULT Invoke(const ClassInfo& info, Facade& object, const Call& call) noexcept
+HRESULT Invoke(const ClassInfo& info, ComHeader& object, const Call& call) noexcept
 {
     const HRESULT status = TryInvoke(info, object, call);
     // Only now: a host may want the result where an argument stands.

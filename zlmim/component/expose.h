@@ -3,7 +3,7 @@
 
 #include "zlmim/component/live_count.h"
 #include "zlmim/component/status.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 
 #include <memory>
 #include <utility>
@@ -18,38 +18,38 @@ template <class T>
 /// The face of an object for a host, which owns a reference to it; null for none. The object lives as long as
 /// hosts hold its face, and so does what its reference holds: the whole that it is a part of.
 template <class T>
-[[nodiscard]] Facade* Expose(std::shared_ptr<T> object) noexcept
+[[nodiscard]] ComHeader* Expose(std::shared_ptr<T> object) noexcept
 {
     if (!object)
         return nullptr;
-    Facade& facade = object->Facade;
-    if (facade.References.fetch_add(1) == 0)
+    ComHeader& header = object->ComHeader;
+    if (header.References.fetch_add(1) == 0)
     {
-        facade.Functions = FunctionsOf<T>();
-        facade.Self = std::move(object);
+        header.Functions = FunctionsOf<T>();
+        header.Self = std::move(object);
         ++LiveCount;
     }
-    return &facade;
+    return &header;
 }
 
 /// The object whose face a host shows; none for null.
 /// @throws Failure for a pointer to anything but an object of class `T` of this module
 template <class T>
-[[nodiscard]] std::shared_ptr<T> Unwrap(const Facade* facade)
+[[nodiscard]] std::shared_ptr<T> Unwrap(const ComHeader* header)
 {
-    if (!facade)
+    if (!header)
         return nullptr;
     // All interfaces begin with a pointer to their table: nothing else is known of a stranger's object.
-    if (facade->Functions != FunctionsOf<T>())
+    if (header->Functions != FunctionsOf<T>())
         throw Failure{E_INVALIDARG};
-    return std::static_pointer_cast<T>(facade->Self);
+    return std::static_pointer_cast<T>(header->Self);
 }
 
 /// The object that a call came to.
 template <class T>
-[[nodiscard]] T& ObjectOf(const Facade* facade) noexcept
+[[nodiscard]] T& ObjectOf(const ComHeader* header) noexcept
 {
-    return *static_cast<T*>(facade->Self.get());
+    return *static_cast<T*>(header->Self.get());
 }
 
 } // namespace ZLMIM::Component

@@ -36,20 +36,20 @@ struct BaseSlots
 {
     static constexpr const ClassInfo& kInfo = Interface<T>::kInfo;
 
-    static HRESULT STDMETHODCALLTYPE QueryInterface(Facade* object, REFIID iid, void** result) noexcept
+    static HRESULT STDMETHODCALLTYPE QueryInterface(ComHeader* object, REFIID iid, void** result) noexcept
     {
         return Component::QueryInterface(kInfo, *object, iid, result);
     }
-    static HRESULT STDMETHODCALLTYPE GetTypeInfo(Facade*, UINT number, LCID, ITypeInfo** info) noexcept
+    static HRESULT STDMETHODCALLTYPE GetTypeInfo(ComHeader*, UINT number, LCID, ITypeInfo** info) noexcept
     {
         return Component::GetTypeInfo(kInfo, number, info);
     }
-    static HRESULT STDMETHODCALLTYPE GetIDsOfNames(Facade*, REFIID iid, LPOLESTR* names, UINT count, LCID,
+    static HRESULT STDMETHODCALLTYPE GetIDsOfNames(ComHeader*, REFIID iid, LPOLESTR* names, UINT count, LCID,
                                                    DISPID* ids) noexcept
     {
         return Component::GetIDsOfNames(kInfo, iid, names, count, ids);
     }
-    static HRESULT STDMETHODCALLTYPE Invoke(Facade* object, DISPID id, REFIID iid, LCID, WORD flags,
+    static HRESULT STDMETHODCALLTYPE Invoke(ComHeader* object, DISPID id, REFIID iid, LCID, WORD flags,
                                             DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* exception,
                                             UINT* badArgument) noexcept
     {
@@ -80,7 +80,7 @@ const void* FunctionsOf() noexcept
 
 /// A new object for a host.
 template <class T>
-[[nodiscard]] Facade* Create()
+[[nodiscard]] ComHeader* Create()
 {
     return Expose(std::make_shared<T>());
 }

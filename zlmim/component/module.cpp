@@ -31,7 +31,7 @@ public:
         *object = nullptr;
         if (outer)
             return CLASS_E_NOAGGREGATION;
-        Facade* created = nullptr;
+        ComHeader* created = nullptr;
         if (const HRESULT status = Guarded([&] { created = mInfo.create(); }); FAILED(status))
             return status;
         const HRESULT status = Component::QueryInterface(mInfo, *created, iid, object);

@@ -83,7 +83,7 @@ template <class T>
 
 /// Calls a slot by name: converts the arguments, then the result.
 template <class Slot, class R, class... A, std::size_t... I>
-[[nodiscard]] Invoked InvokeSlot(Facade* object, [[maybe_unused]] std::span<VARIANT* const> given,
+[[nodiscard]] Invoked InvokeSlot(ComHeader* object, [[maybe_unused]] std::span<VARIANT* const> given,
                                  VARIANT& result, std::index_sequence<I...>)
 {
     Invoked invoked;
@@ -101,7 +101,7 @@ template <class Slot, class R, class... A, std::size_t... I>
 }
 
 template <class Slot, class R, class... A>
-[[nodiscard]] Invoked Invoke(Facade* object, std::span<VARIANT* const> given, VARIANT& result)
+[[nodiscard]] Invoked Invoke(ComHeader* object, std::span<VARIANT* const> given, VARIANT& result)
 {
     return InvokeSlot<Slot, R, A...>(object, given, result, std::index_sequence_for<A...>());
 }
@@ -126,7 +126,7 @@ struct GetSlot
     using Class = typename Signature<decltype(kGet)>::Class;
     using T = typename Signature<decltype(kGet)>::Result;
 
-    static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename Wire<T>::Type* result) noexcept
+    static HRESULT STDMETHODCALLTYPE Call(ComHeader* object, typename Wire<T>::Type* result) noexcept
     {
         return Give(result, [&] { return Wire<T>::Out(std::invoke(kGet, ObjectOf<Class>(object))); });
     }
@@ -157,7 +157,7 @@ struct PutSlot
     static constexpr How kTravels = kIsRecordType<T> ? How::Ref : How::In;
     using Value = Argument<kTravels, T>;
 
-    static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename Value::Type given) noexcept
+    static HRESULT STDMETHODCALLTYPE Call(ComHeader* object, typename Value::Type given) noexcept
     {
         return Guarded(
             [&]
@@ -209,7 +209,7 @@ decltype(auto) CallWith(C& object, A... arguments)
 template <auto kFunction, class C, class R, class... A>
 struct TypedMethodSlot
 {
-    static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename A::Type... given,
+    static HRESULT STDMETHODCALLTYPE Call(ComHeader* object, typename A::Type... given,
                                           typename Wire<R>::Type* result) noexcept
     {
         return Give(result,
@@ -220,7 +220,7 @@ struct TypedMethodSlot
 template <auto kFunction, class C, class... A>
 struct TypedMethodSlot<kFunction, C, void, A...>
 {
-    static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename A::Type... given) noexcept
+    static HRESULT STDMETHODCALLTYPE Call(ComHeader* object, typename A::Type... given) noexcept
     {
         return Guarded([&] { CallWith<kFunction>(ObjectOf<C>(object), A(given)...); });
     }

@@ -102,7 +102,7 @@ struct Wire<T>
 template <class T>
 struct Wire<std::shared_ptr<T>>
 {
-    using Type = Facade*;
+    using Type = ComHeader*;
     static constexpr VARTYPE kVarType = VT_DISPATCH;
     static constexpr const char* kIdl = kClassName<T>;
     [[nodiscard]] static std::shared_ptr<T> In(Type value) { return Unwrap<T>(value); }
