@@ -1,5 +1,5 @@
 #include "component_host.h"
-#include "zlmim/component/guid_text.h"
+#include "zlmim/component/guid.h"
 
 #include <cstring>
 #include <gtest/gtest.h>

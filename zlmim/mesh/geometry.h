@@ -3,8 +3,8 @@
 
 #include "zlmim/mesh/element_store.h"
 #include "zlmim/model/collection.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/enumerations.h"
-#include "zlmim/model/facade.h"
 #include "zlmim/model/records.h"
 
 #include <cstdint>
@@ -101,8 +101,8 @@ public:
     /// All indices, until `SetMaxIndex`.
     [[nodiscard]] std::span<const std::int32_t> Indices() const noexcept { return mIndices.Elements(); }
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     friend class Mesh;

@@ -66,7 +66,7 @@ public:
         return records;
     }
 
-    /// Appends a copy.
+    /// Appends a copy of a record that isn't in this array.
     /// @throws std::bad_alloc
     void push_back(const T& record)
     {
