@@ -233,13 +233,11 @@ TEST(TypeLibrary, HasTheOlderNamesOfMesh)
 TEST(TypeLibrary, LoadsOnceForAllRecords)
 {
     const auto bone = New<_Bone>();
-    const auto read = [&]
-    {
-        Variant record;
-        EXPECT_EQ(Call(bone.Get(), u"Position", DISPATCH_PROPERTYGET, {}, &record), S_OK);
-        return record.pRecInfo;
-    };
-    EXPECT_EQ(read(), read());
+    Variant first;
+    Variant second;
+    ASSERT_EQ(Call(bone.Get(), u"Position", DISPATCH_PROPERTYGET, {}, &first), S_OK);
+    ASSERT_EQ(Call(bone.Get(), u"Position", DISPATCH_PROPERTYGET, {}, &second), S_OK);
+    EXPECT_EQ(first.pRecInfo, second.pRecInfo);
 }
 
 [[nodiscard]] std::string ResourceBytes(const char* type)
