@@ -55,8 +55,7 @@ template <class A, class B>
 
 void Append(const Pointer<_Collection>& list, const Variant& entry)
 {
-    Variant item;
-    ASSERT_EQ(VariantCopy(&item, &entry), S_OK);
+    VARIANT item = entry;
     Variant omitted[3];
     EXPECT_EQ(list->Add(&item, &omitted[0], &omitted[1], &omitted[2]), S_OK);
 }
