@@ -44,7 +44,7 @@ public:
     }
 
 private:
-    [[nodiscard]] static T Convert(Type given)
+    [[nodiscard]] static decltype(auto) Convert(const Type& given)
     {
         if constexpr (kHow == Passing::In)
             return Wire<T>::In(given);
@@ -83,7 +83,7 @@ public:
     Converted& operator=(const Converted&) = delete;
     ~Converted() = default;
 
-    [[nodiscard]] typename A::Type Get() noexcept
+    [[nodiscard]] const typename A::Type& Get() noexcept
     {
         if constexpr (A::kPassing == Passing::In)
             return *mPlace;

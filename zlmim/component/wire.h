@@ -37,14 +37,15 @@ struct Wire<std::int32_t>
     [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.lVal; }
 };
 
+/// By reference: 32-bit x86 returns floats in the x87 unit, which changes a signalling NaN.
 template <>
 struct Wire<float>
 {
     using Type = float;
     static constexpr VARTYPE kVarType = VT_R4;
     static constexpr const char* kIdl = "float";
-    [[nodiscard]] static float In(Type value) noexcept { return value; }
-    [[nodiscard]] static Type Out(float value) noexcept { return value; }
+    [[nodiscard]] static const float& In(const Type& value) noexcept { return value; }
+    [[nodiscard]] static const Type& Out(const float& value) noexcept { return value; }
     [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.fltVal; }
 };
 

@@ -66,7 +66,7 @@ public:
         return records;
     }
 
-    /// Appends a copy of a record that isn't in this array.
+    /// Appends a copy.
     /// @throws std::bad_alloc
     void push_back(const T& record)
     {
