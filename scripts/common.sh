@@ -8,6 +8,21 @@ build_packages=(g++ cmake ninja-build libboost-dev libcli11-dev libglm-dev libst
 test_packages=("${build_packages[@]}" libgtest-dev)
 package_packages=("${build_packages[@]}" dpkg-dev file help2man lintian)
 
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    else
+        sudo "$@"
+    fi
+}
+
+# Notes that something can't be tested here, and why: CI repeats it at its end.
+skip() {
+    echo "Not tested: $*"
+    mkdir -p build
+    echo "Not tested: $*" >>build/not-tested
+}
+
 # Installs those of the named packages that are missing.
 need_packages() {
     local missing=() package
@@ -15,10 +30,8 @@ need_packages() {
         dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
     done
     [ ${#missing[@]} -eq 0 ] && return
-    local as_root=()
-    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-    "${as_root[@]}" apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+    as_root apt-get update -qq
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
 # Configures and builds a preset; further words go to the configuration.

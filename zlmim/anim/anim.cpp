@@ -75,7 +75,7 @@ void Anim::ReadInfo()
     Name = mCursor.GetString();
     FrameCount = mCursor.GetLong();
     FPS = mCursor.GetLong();
-    MetScale = mCursor.GetSingle();
+    mCursor.GetSingle(MetScale);
     info.Leave(mCursor);
 }
 

@@ -2,7 +2,7 @@
 #define ZLMIM_ANIM_ANIM_H
 
 #include "zlmim/anim/bone_anim.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/reader/bone_tree.h"
 #include "zlmim/reader/file_cursor.h"
 #include "zlmim/reader/file_names.h"
@@ -80,8 +80,8 @@ public:
     /// The same for the bytes of a file, which are copied; `name` only goes to `FileName`. Raises the same.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     bool Finish(bool isLoaded);

@@ -2,7 +2,7 @@
 #define ZLMIM_ANIM_BONE_ANIM_H
 
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
 #include "zlmim/model/whole.h"
@@ -66,8 +66,8 @@ public:
         return {mFrames.data(), mFrames.size()};
     }
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     friend class Anim;

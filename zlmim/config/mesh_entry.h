@@ -4,7 +4,7 @@
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/whole.h"
 
 #include <memory>
@@ -85,8 +85,8 @@ public:
               const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
               std::u16string& AttName, AssetLoad& load);
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     void Attach(const Collection<MeshEntry>& table, const std::u16string& attPar,

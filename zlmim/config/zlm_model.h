@@ -4,7 +4,7 @@
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/mesh_entry.h"
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 
 #include <cstdint>
 #include <memory>
@@ -102,8 +102,8 @@ public:
     /// @throws std::bad_weak_ptr if the model has a mesh entry, and isn't held by a `std::shared_ptr`.
     void Load(const std::u16string& ConfigFileName);
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     void Load(const std::u16string& configFileName, AssetLoad& load);

@@ -1,9 +1,13 @@
 #include "zlmim/mesh/bone.h"
 
+#include <cfloat>
 #include <utility>
 
 namespace ZLMIM
 {
+
+// The x87 unit wouldn't round the products of `ToMatrix`, and changes signalling NaNs.
+static_assert(FLT_EVAL_METHOD == 0, "build for 32-bit x86 with -msse2 -mfpmath=sse");
 
 Bone::Bone() : mChildren(std::make_shared<Collection<Bone>>()) {}
 

@@ -5,7 +5,7 @@
 #include "zlmim/mesh/bone.h"
 #include "zlmim/mesh/chunk.h"
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/reader/bone_tree.h"
 #include "zlmim/reader/file_cursor.h"
 #include "zlmim/reader/file_names.h"
@@ -94,8 +94,8 @@ public:
     /// and adds a material's count before it reads the textures.
     std::int32_t TextureCount = 0;
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     void Begin(std::u16string_view name);

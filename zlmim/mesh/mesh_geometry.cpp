@@ -48,7 +48,7 @@ void Mesh::ReadGeometry(Geometry& geometry)
     geometry.PrimitiveType = static_cast<PrimFlag>(mCursor.GetLong());
     if (geometry.Version > kLastGeometryWithoutExtraField)
         static_cast<void>(mCursor.GetLong()); // the extra field has no use
-    geometry.Area = mCursor.GetSingle();
+    mCursor.GetSingle(geometry.Area);
     const std::int32_t vertexCount = mCursor.GetLong();
     VertexCount = CheckedAdd(VertexCount, vertexCount);
     geometry.PrimitiveCount = mCursor.GetLong();

@@ -36,7 +36,7 @@ void Mesh::ReadMaterial(Material& material)
     }
     material.TwoSided = mCursor.GetLong();
     if (isLong)
-        material.Opacity = mCursor.GetSingle();
+        mCursor.GetSingle(material.Opacity);
     material.Ambient = mCursor.GetColour();
     material.Diffuse = mCursor.GetColour();
     material.Specular = mCursor.GetColour();
@@ -58,7 +58,7 @@ std::shared_ptr<Texture> Mesh::ReadTexture()
     auto texture = std::make_shared<Texture>();
     texture->TextureType = static_cast<txtype>(mCursor.GetLong());
     texture->Name = StripPath(mCursor.GetString());
-    texture->Amount = mCursor.GetSingle();
+    mCursor.GetSingle(texture->Amount);
     return texture;
 }
 

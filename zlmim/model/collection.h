@@ -1,8 +1,8 @@
 #ifndef ZLMIM_MODEL_COLLECTION_H
 #define ZLMIM_MODEL_COLLECTION_H
 
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/errors.h"
-#include "zlmim/model/facade.h"
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
 #include "zlmim/model/whole.h"
@@ -86,8 +86,10 @@ public:
     /// The whole that the list is a part of.
     [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
 
+    /// Appends a copy of a record, which gets the number `Count` + 1.
+    void Add(const T& record) requires kHoldsRecords { mEntries.push_back(record); }
     /// Appends an entry, which gets the number `Count` + 1.
-    void Add(Entry entry)
+    void Add(Entry entry) requires(!kHoldsRecords)
     {
         if constexpr (kHeldByValue<T>)
             mEntries.push_back(std::move(entry));
@@ -128,8 +130,8 @@ public:
         mEntries.AppendBytes(bytes, count);
     }
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     using Storage = std::conditional_t<kHoldsRecords, RecordArray<T>, std::vector<Entry>>;

@@ -5,6 +5,7 @@
 #include "zlmim/model/records.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -69,9 +70,11 @@ public:
     /// @throws std::bad_alloc
     void push_back(const T& record)
     {
-        const T copy = record; // the record may lie in this very array
+        std::array<unsigned char, sizeof(T)> copy; // `record` may be in this array, which Grow may move
+        std::memcpy(copy.data(), &record, sizeof(T));
         Grow(1);
-        mRecords.get()[mSize++] = copy;
+        std::memcpy(mRecords.get() + mSize, copy.data(), sizeof(T));
+        ++mSize;
     }
 
     /// The first record.

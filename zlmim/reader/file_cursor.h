@@ -86,8 +86,9 @@ public:
     [[nodiscard]] std::int32_t GetLong() { return GetFixed<std::int32_t>(); }
     /// 2 bytes: a whole number.
     [[nodiscard]] std::int16_t GetShort() { return GetFixed<std::int16_t>(); }
-    /// 4 bytes: a float.
-    [[nodiscard]] float GetSingle() { return GetFixed<float>(); }
+    /// 4 bytes: a float, copied to `value`. 32-bit x86 returns floats in the x87 unit, which changes a
+    /// signalling NaN.
+    void GetSingle(float& value) { Copy(value); }
     /// 12 bytes.
     [[nodiscard]] Vector GetVector() { return GetFixed<Vector>(); }
     /// 12 bytes.
@@ -129,11 +130,16 @@ private:
     [[noreturn]] void RaiseBounds(std::int64_t size) const;
 
     template <class T>
+    void Copy(T& value)
+    {
+        std::memcpy(&value, Test(sizeof(T)), sizeof(T));
+        Pos += static_cast<std::int32_t>(sizeof(T)); // at most L + 1, which an i32 holds
+    }
+    template <class T>
     T GetFixed()
     {
         T value;
-        std::memcpy(&value, Test(sizeof(T)), sizeof(T));
-        Pos += static_cast<std::int32_t>(sizeof(T)); // at most L + 1, which an i32 holds
+        Copy(value);
         return value;
     }
 
