@@ -91,7 +91,7 @@ Cost Measure(const Hostile& hostile, const TempFolder& folder, const std::string
     if (child == 0)
     {
         std::filesystem::current_path(path.parent_path());
-        const std::u16string name = folder.Name(ZLMIM::FromSystemPath(file));
+        const std::u16string name = folder.Name(ZLMIM::FromNativePath(file));
         const std::int64_t before = PeakMemory();
         const double secondsBefore = ProcessorSeconds();
         Cost cost;

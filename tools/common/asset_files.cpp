@@ -22,7 +22,7 @@ public:
 
 } // namespace
 
-AssetFiles::AssetFiles(std::shared_ptr<FileNames> names, References references)
+AssetFiles::AssetFiles(std::shared_ptr<PathResolver> names, References references)
     : mDisk(std::move(names)), mReferences(references)
 {
 }

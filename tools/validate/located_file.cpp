@@ -5,14 +5,14 @@
 namespace ZLMIM::Validate
 {
 
-std::optional<LocatedFile> Locate(std::u16string_view name, FileNames& names)
+std::optional<LocatedFile> Locate(std::u16string_view name, PathResolver& names)
 {
     const FoundFile* const found = names.Find(name);
     if (!found || found->kind != FoundFile::Kind::File)
         return std::nullopt;
-    LocatedFile file = {{found->identity, {}}, found->systemName};
-    const SystemName folderName = file.Folder();
-    if (const FoundFile* const folder = names.Find(folderName.empty() ? u"." : FromSystemPath(folderName)))
+    LocatedFile file = {{found->identity, {}}, found->nativePath};
+    const NativePath folderName = file.Folder();
+    if (const FoundFile* const folder = names.Find(folderName.empty() ? u"." : FromNativePath(folderName)))
         file.Key.Folder = folder->identity;
     return file;
 }

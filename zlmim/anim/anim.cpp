@@ -15,14 +15,14 @@ constexpr std::int32_t kInfoSizePos = 16;
 
 bool Anim::Load(std::u16string_view name)
 {
-    FileNames names;
-    return Load(name, names);
+    PathResolver paths;
+    return Load(name, paths);
 }
 
-bool Anim::Load(std::u16string_view name, FileNames& names)
+bool Anim::Load(std::u16string_view name, PathResolver& paths)
 {
     FileName = std::u16string(name); // the name may be this very property
-    return Finish(mCursor.LoadFile(FileName, names, FileSize, EmptyFile::Accepted));
+    return Finish(mCursor.LoadFile(FileName, paths, FileSize, EmptyFile::Accepted));
 }
 
 bool Anim::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)

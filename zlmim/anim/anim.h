@@ -5,7 +5,7 @@
 #include "zlmim/model/com_header.h"
 #include "zlmim/reader/bone_tree.h"
 #include "zlmim/reader/file_cursor.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -75,7 +75,7 @@ public:
 
     /// The same for one of many files: `names`, which remembers the folders that it has listed, is needed
     /// during the call alone. Raises the same.
-    [[nodiscard]] bool Load(std::u16string_view name, FileNames& names);
+    [[nodiscard]] bool Load(std::u16string_view name, PathResolver& paths);
 
     /// The same for the bytes of a file, which are copied; `name` only goes to `FileName`. Raises the same.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});

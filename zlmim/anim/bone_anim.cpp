@@ -14,11 +14,11 @@ BoneAnim::BoneAnim(Membership membership, Collection<BoneAnim>& children)
 {
 }
 
-std::shared_ptr<Collection<BoneAnim>> BoneAnim::Children() const { return mMembership.HandOut(mChildren); }
+std::shared_ptr<Collection<BoneAnim>> BoneAnim::Children() const { return mMembership.Share(mChildren); }
 
 void BoneAnim::SetChildren(std::shared_ptr<Collection<BoneAnim>> children)
 {
-    mChildren = mMembership.TakeIn(std::move(children));
+    mChildren = mMembership.Store(std::move(children));
 }
 
 void BoneAnim::InitFrames(std::int32_t i)

@@ -99,7 +99,7 @@ void AssetLoad::SpendOn(std::int64_t memory, std::int64_t fileSize, std::u16stri
         Spend(again);
         return;
     }
-    const FoundFile* const found = mNames->Find(name);
+    const FoundFile* const found = mPaths->Find(name);
     const bool isFirstReading = found && mBinaryFilesRead.insert(found->identity).second;
     Spend(isFirstReading ? std::max<std::int64_t>(0, memory - kMemoryPerByte * fileSize) : again);
 }

@@ -3,7 +3,7 @@
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/reference_search.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -57,7 +57,7 @@ public:
     AssetLoad() = default;
     AssetLoad(const AssetLoad&) = delete;
     AssetLoad& operator=(const AssetLoad&) = delete;
-    ~AssetLoad() { mNames->Forget(); }
+    ~AssetLoad() { mPaths->Forget(); }
 
     /// A file is being read, as long as this lives.
     class Link
@@ -104,9 +104,9 @@ public:
     [[nodiscard]] std::unique_ptr<TextStream> Spending(std::unique_ptr<TextStream> stream);
 
     /// The folders that have been listed.
-    [[nodiscard]] FileNames& Names() noexcept { return *mNames; }
+    [[nodiscard]] PathResolver& Paths() noexcept { return *mPaths; }
     /// The same, for a service object, which may outlive the load.
-    [[nodiscard]] const std::shared_ptr<FileNames>& SharedNames() const noexcept { return mNames; }
+    [[nodiscard]] const std::shared_ptr<PathResolver>& SharedPaths() const noexcept { return mPaths; }
 
     /// The search for references that starts at a folder.
     [[nodiscard]] ReferenceSearch& SearchFrom(const Folder& start);
@@ -114,7 +114,7 @@ public:
 private:
     void SpendOn(std::int64_t memory, std::int64_t fileSize, std::u16string_view name);
 
-    std::shared_ptr<FileNames> mNames = std::make_shared<FileNames>();
+    std::shared_ptr<PathResolver> mPaths = std::make_shared<PathResolver>();
     std::map<std::u16string, ReferenceSearch> mSearches;
     std::vector<std::u16string> mFiles;
     std::set<std::u16string> mFilesRead;

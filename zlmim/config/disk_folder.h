@@ -2,8 +2,8 @@
 #define ZLMIM_CONFIG_DISK_FOLDER_H
 
 #include "zlmim/config/file_system.h"
-#include "zlmim/reader/file_names.h"
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <memory>
 #include <string>
@@ -18,15 +18,15 @@ class DiskFolder : public Folder
 {
 public:
     /// The folder that the system calls so, made absolute; none if there is no such folder.
-    [[nodiscard]] static std::shared_ptr<DiskFolder> Open(std::shared_ptr<FileNames> names,
-                                                          const SystemName& systemName);
+    [[nodiscard]] static std::shared_ptr<DiskFolder> Open(std::shared_ptr<PathResolver> names,
+                                                          const NativePath& nativePath);
 
-    /// `systemPath` is absolute, without a trailing separator: for a root empty, or as `C:` or
+    /// `nativePath` is absolute, without a trailing separator: for a root empty, or as `C:` or
     /// `\\server\share` on Windows.
-    DiskFolder(std::shared_ptr<FileNames> names, SystemName systemPath);
+    DiskFolder(std::shared_ptr<PathResolver> names, NativePath nativePath);
 
     /// The path as the constructor takes it.
-    [[nodiscard]] const SystemName& SystemPath() const noexcept { return mSystemPath; }
+    [[nodiscard]] const NativePath& SystemPath() const noexcept { return mNativePath; }
 
     [[nodiscard]] bool IsRootFolder() const override;
     [[nodiscard]] std::shared_ptr<Folder> ParentFolder() const override;
@@ -34,8 +34,8 @@ public:
     [[nodiscard]] std::u16string Path() const override;
 
 private:
-    std::shared_ptr<FileNames> mNames;
-    SystemName mSystemPath;
+    std::shared_ptr<PathResolver> mNames;
+    NativePath mNativePath;
 };
 
 } // namespace ZLMIM

@@ -25,21 +25,22 @@ std::filesystem::path Absolute(const std::filesystem::path& path)
 
 } // namespace
 
-std::shared_ptr<DiskFolder> DiskFolder::Open(std::shared_ptr<FileNames> names, const SystemName& systemName)
+std::shared_ptr<DiskFolder> DiskFolder::Open(std::shared_ptr<PathResolver> names,
+                                             const NativePath& nativePath)
 try
 {
-    if (!std::filesystem::is_directory(systemName))
+    if (!std::filesystem::is_directory(nativePath))
         return nullptr;
-    std::string absolute = Absolute(systemName).string();
+    std::string absolute = Absolute(nativePath).string();
     if (absolute == "/")
         absolute.clear();
-    return std::make_shared<DiskFolder>(std::move(names), std::move(absolute));
+    return std::make_shared<DiskFolder>(std::move(paths), std::move(absolute));
 }
 catch (const std::filesystem::filesystem_error&)
 {
     return nullptr;
 }
 
-bool DiskFolder::IsRootFolder() const { return mSystemPath.empty(); }
+bool DiskFolder::IsRootFolder() const { return mNativePath.empty(); }
 
 } // namespace ZLMIM

@@ -24,14 +24,15 @@ std::u16string Spelt(const std::u16string& path, std::u16string_view name)
 
 } // namespace
 
-std::shared_ptr<DiskFolder> DiskFolder::Open(std::shared_ptr<FileNames> names, const SystemName& systemName)
+std::shared_ptr<DiskFolder> DiskFolder::Open(std::shared_ptr<PathResolver> names,
+                                             const NativePath& nativePath)
 {
-    const std::u16string absolute = AbsoluteName(systemName);
+    const std::u16string absolute = AbsoluteName(nativePath);
     const FoundFile* const found = absolute.empty() ? nullptr : names->Find(absolute);
     if (!found || found->kind != FoundFile::Kind::Folder)
         return nullptr;
     const std::size_t root = RootLength(absolute);
-    SystemName path = absolute.substr(0, root);
+    NativePath path = absolute.substr(0, root);
     for (std::size_t next = root + 1; next < absolute.size();)
     {
         const std::size_t end = std::min(absolute.find(u'\\', next), absolute.size());
@@ -39,9 +40,9 @@ std::shared_ptr<DiskFolder> DiskFolder::Open(std::shared_ptr<FileNames> names, c
         path += u'\\' + Spelt(absolute.substr(0, end), name);
         next = end + 1;
     }
-    return std::make_shared<DiskFolder>(std::move(names), std::move(path));
+    return std::make_shared<DiskFolder>(std::move(paths), std::move(path));
 }
 
-bool DiskFolder::IsRootFolder() const { return RootLength(mSystemPath) == mSystemPath.size(); }
+bool DiskFolder::IsRootFolder() const { return RootLength(mNativePath) == mNativePath.size(); }
 
 } // namespace ZLMIM

@@ -21,18 +21,18 @@ constexpr std::int64_t kCostOfAComparison = 4;
 
 MeshEntry::MeshEntry(Membership membership) : mMembership(std::move(membership)) {}
 
-std::shared_ptr<MeshEntry> MeshEntry::AttParent() const { return mMembership.HandOut(mAttParent); }
+std::shared_ptr<MeshEntry> MeshEntry::AttParent() const { return mMembership.Share(mAttParent); }
 
 void MeshEntry::SetAttParent(std::shared_ptr<MeshEntry> attParent)
 {
-    mAttParent = mMembership.TakeIn(std::move(attParent));
+    mAttParent = mMembership.Store(std::move(attParent));
 }
 
-std::shared_ptr<ZLMModel> MeshEntry::Parent() const { return mMembership.HandOut(mParent); }
+std::shared_ptr<ZLMModel> MeshEntry::Parent() const { return mMembership.Share(mParent); }
 
 void MeshEntry::SetParent(std::shared_ptr<ZLMModel> parent)
 {
-    mParent = mMembership.TakeIn(std::move(parent));
+    mParent = mMembership.Store(std::move(parent));
 }
 
 void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
@@ -56,15 +56,15 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
         throw std::invalid_argument("a mesh entry is loaded into a model that has a mesh table");
     // In the table before any file is read: an entry whose files fail to load keeps its place.
     const auto ownReference = weak_from_this().lock();
-    table->Add(ownReference ? ownReference : mMembership.HandOut(Membership::Uncounted(*this)));
+    table->Add(ownReference ? ownReference : mMembership.Share(Membership::Uncounted(*this)));
 
     if (load.IsSpent())
         return;
     if (!Mesh || (!AnimFile.empty() && !anim))
         throw std::invalid_argument("an entry is loaded into its mesh and its animation");
-    static_cast<void>(Mesh->Load(MeshFile, load.Names())); // a mesh that doesn't load stops nothing
+    static_cast<void>(Mesh->Load(MeshFile, load.Paths())); // a mesh that doesn't load stops nothing
     if (!AnimFile.empty())
-        static_cast<void>(anim->Load(AnimFile, load.Names())); // nor does an animation
+        static_cast<void>(anim->Load(AnimFile, load.Paths())); // nor does an animation
     if (!AttPar.empty())
         Attach(*table, AttPar, AttName, load);
 }
@@ -79,7 +79,7 @@ void MeshEntry::Attach(const Collection<MeshEntry>& table, const std::u16string&
                      [&](const auto& candidate) { return candidate && candidate->Name == attPar; });
     if (entry == entries.end())
         return;
-    SetAttParent(table.Whole().HandOut(*entry));
+    SetAttParent(table.Group().Share(*entry));
     // A mesh that failed early has no list of attachments.
     if (!(*entry)->Mesh || !(*entry)->Mesh->Attachments)
         return;

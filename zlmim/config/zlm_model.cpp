@@ -15,19 +15,19 @@ ZLMModel::ZLMModel() : ZLMModel(FileSystemMaker()) {}
 
 ZLMModel::ZLMModel(FileSystemMaker makeFileSystem) : mMakeFileSystem(std::move(makeFileSystem))
 {
-    ResetModel(std::make_shared<FileNames>());
+    ResetModel(std::make_shared<PathResolver>());
 }
 
 ZLMModel::~ZLMModel() = default;
 
 std::shared_ptr<Collection<MeshEntry>> ZLMModel::MeshTable() const
 {
-    return mOwnTable->List().Whole().HandOut(mMeshTable);
+    return mOwnTable->List().Group().Share(mMeshTable);
 }
 
 void ZLMModel::SetMeshTable(std::shared_ptr<Collection<MeshEntry>> meshTable)
 {
-    mMeshTable = mOwnTable->List().Whole().TakeIn(std::move(meshTable));
+    mMeshTable = mOwnTable->List().Group().Store(std::move(meshTable));
 }
 
 void ZLMModel::SetKuid(const std::u16string& kuid) { mKuid = LowerCase(Trim(kuid)); }
@@ -42,7 +42,7 @@ void ZLMModel::Load(const std::u16string& configFileName, AssetLoad& load)
 {
     const std::size_t backslash = configFileName.rfind(u'\\');
     mPath = backslash == std::u16string::npos ? std::u16string() : configFileName.substr(0, backslash + 1);
-    ResetModel(load.SharedNames());
+    ResetModel(load.SharedPaths());
     if (!mFSO->FileExists(configFileName))
         return;
     const AssetLoad::Link link(load, mFSO->FileIdentity(configFileName));
@@ -57,7 +57,7 @@ void ZLMModel::Load(const std::u16string& configFileName, AssetLoad& load)
     stream->Close();
 }
 
-void ZLMModel::ResetModel(const std::shared_ptr<FileNames>& names)
+void ZLMModel::ResetModel(const std::shared_ptr<PathResolver>& paths)
 {
     auto table = ZLMIM::MeshTable::Make(weak_from_this());
     auto bogies = std::make_shared<Collection<ZLMModel>>();
@@ -66,7 +66,7 @@ void ZLMModel::ResetModel(const std::shared_ptr<FileNames>& names)
     mMeshTable = Membership::Uncounted(mOwnTable->List());
     Bogies = std::move(bogies);
     BogieNames = std::move(bogieNames);
-    mFSO = mMakeFileSystem ? mMakeFileSystem() : std::make_shared<DiskFileSystem>(names);
+    mFSO = mMakeFileSystem ? mMakeFileSystem() : std::make_shared<DiskFileSystem>(paths);
     AssetFileName.clear();
     Author.clear();
     UserName.clear();

@@ -15,7 +15,7 @@ namespace ZLMIM
 {
 
 class AssetLoad;
-class FileNames;
+class PathResolver;
 class MeshTable;
 
 /// The object representing one config file (`config.txt`), the description of an asset: its identity, its
@@ -107,7 +107,7 @@ public:
 
 private:
     void Load(const std::u16string& configFileName, AssetLoad& load);
-    void ResetModel(const std::shared_ptr<FileNames>& names);
+    void ResetModel(const std::shared_ptr<PathResolver>& paths);
     void ParseConfig(TextStream& stream, AssetLoad& load);
     void ParseKey(const std::u16string& key, const std::u16string& value, TextStream& stream,
                   AssetLoad& load);

@@ -19,14 +19,14 @@ constexpr std::int32_t kSmallestChunk = 16;
 
 bool Mesh::Load(std::u16string_view name)
 {
-    FileNames names;
-    return Load(name, names);
+    PathResolver paths;
+    return Load(name, paths);
 }
 
-bool Mesh::Load(std::u16string_view name, FileNames& names)
+bool Mesh::Load(std::u16string_view name, PathResolver& paths)
 {
     Begin(name);
-    return Finish(mCursor.LoadFile(FileName, names, FileSize, EmptyFile::Refused));
+    return Finish(mCursor.LoadFile(FileName, paths, FileSize, EmptyFile::Refused));
 }
 
 bool Mesh::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)

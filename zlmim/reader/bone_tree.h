@@ -3,7 +3,7 @@
 
 #include "zlmim/model/collection.h"
 #include "zlmim/model/errors.h"
-#include "zlmim/model/whole.h"
+#include "zlmim/model/membership.h"
 #include "zlmim/reader/allowances.h"
 
 #include <cstddef>

@@ -12,7 +12,7 @@
 namespace ZLMIM
 {
 
-bool FileCursor::LoadFile(const std::u16string& name, FileNames& names, std::int32_t& fileSize,
+bool FileCursor::LoadFile(const std::u16string& name, PathResolver& paths, std::int32_t& fileSize,
                           EmptyFile emptyFile) noexcept
 try
 {

@@ -14,7 +14,7 @@
 namespace ZLMIM
 {
 
-class FileNames;
+class PathResolver;
 
 /// What to make of a file without any byte.
 /// \ingroup inside
@@ -52,7 +52,7 @@ public:
     /// Brings the file into `Data`, and its length into `fileSize`; `Pos` stays. False if the file is
     /// missing, unreadable, no regular file, too long or, where that is asked, empty, or if there is no
     /// memory for it. Raises nothing. `fileSize` changes only if the length was reached, and can be held.
-    [[nodiscard]] bool LoadFile(const std::u16string& name, FileNames& names, std::int32_t& fileSize,
+    [[nodiscard]] bool LoadFile(const std::u16string& name, PathResolver& paths, std::int32_t& fileSize,
                                 EmptyFile emptyFile) noexcept;
 
     /// As `LoadFile` does for a file with these bytes, which are copied.

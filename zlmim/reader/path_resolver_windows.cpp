@@ -1,4 +1,4 @@
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include "zlmim/model/text.h"
 #include "zlmim/reader/windows_name.h"
@@ -21,9 +21,9 @@ FoundFile::Kind KindOf(HANDLE handle, DWORD attributes)
     return isRegular ? FoundFile::Kind::File : FoundFile::Kind::Other;
 }
 
-std::optional<FoundFile> Look(SystemName systemName)
+std::optional<FoundFile> Stat(NativePath nativePath)
 {
-    const std::wstring name = CallName(systemName);
+    const std::wstring name = CallName(nativePath);
     if (name.empty())
         return std::nullopt;
     // Neither a right to read nor anybody's leave to share is needed to look; the flag is for folders.
@@ -41,7 +41,7 @@ std::optional<FoundFile> Look(SystemName systemName)
     if (kind != FoundFile::Kind::Folder && name.back() == L'\\')
         return std::nullopt;
     const std::uint64_t number = (std::uint64_t{status.nFileIndexHigh} << 32U) | status.nFileIndexLow;
-    return FoundFile{std::move(systemName), kind, {status.dwVolumeSerialNumber, number}};
+    return FoundFile{std::move(nativePath), kind, {status.dwVolumeSerialNumber, number}};
 }
 
 std::u16string Text(const wchar_t* name)
@@ -52,7 +52,7 @@ std::u16string Text(const wchar_t* name)
 
 } // namespace
 
-std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName& folder)
+std::optional<std::vector<FolderEntry>> PathResolver::ReadListing(const NativePath& folder)
 {
     std::vector<FolderEntry> entries;
     const std::wstring pattern = CallName(folder + u'*');
@@ -74,17 +74,17 @@ std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName&
     return entries;
 }
 
-SystemName ExactSystemName(std::u16string_view name) { return ToSystemName(name); }
+NativePath ExactNativePath(std::u16string_view name) { return ToNativePath(name); }
 
-std::optional<FoundFile> FileNames::LookUp(std::u16string_view name) { return Look(ToSystemName(name)); }
+std::optional<FoundFile> PathResolver::LookUp(std::u16string_view name) { return Stat(ToNativePath(name)); }
 
-SystemName ToSystemName(std::u16string_view name)
+NativePath ToNativePath(std::u16string_view name)
 {
-    SystemName systemName(name);
-    std::replace(systemName.begin(), systemName.end(), u'/', u'\\');
-    return systemName;
+    NativePath nativePath(name);
+    std::replace(nativePath.begin(), nativePath.end(), u'/', u'\\');
+    return nativePath;
 }
 
-std::u16string FromSystemPath(SystemNameView systemPath) { return std::u16string(systemPath); }
+std::u16string FromNativePath(NativePathView nativePath) { return std::u16string(nativePath); }
 
 } // namespace ZLMIM

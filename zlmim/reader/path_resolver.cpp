@@ -1,4 +1,4 @@
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include "zlmim/model/text.h"
 
@@ -15,7 +15,7 @@ constexpr std::size_t kMaxRemembered = std::size_t{64} * 1'048'576;
 
 } // namespace
 
-const FoundFile* FileNames::Find(std::u16string_view name)
+const FoundFile* PathResolver::Find(std::u16string_view name)
 {
     mFound.reset();
     mName = name;
@@ -23,27 +23,27 @@ const FoundFile* FileNames::Find(std::u16string_view name)
     return mFound ? &*mFound : nullptr;
 }
 
-const FoundFile* FileNames::FindAgain(std::u16string_view name)
+const FoundFile* PathResolver::FindAgain(std::u16string_view name)
 {
     return mFound && name == mName ? &*mFound : Find(name);
 }
 
-std::span<const FolderEntry> FileNames::List(SystemName systemFolder)
+std::span<const FolderEntry> PathResolver::List(NativePath nativeFolder)
 {
-    if (const auto known = mListings.find(systemFolder); known != mListings.end())
+    if (const auto known = mListings.find(nativeFolder); known != mListings.end())
         return known->second;
-    auto listing = ReadListing(systemFolder);
+    auto listing = ReadListing(nativeFolder);
     if (!listing)
         return {};
     auto& entries = *listing;
     std::sort(entries.begin(), entries.end(),
               [](const FolderEntry& a, const FolderEntry& b)
-              { return std::tie(a.lowerName, a.systemName) < std::tie(b.lowerName, b.systemName); });
+              { return std::tie(a.lowerName, a.nativePath) < std::tie(b.lowerName, b.nativePath); });
     Remember(sizeof(FolderEntry) * (entries.size() + 1));
-    return mListings.emplace(std::move(systemFolder), std::move(entries)).first->second;
+    return mListings.emplace(std::move(nativeFolder), std::move(entries)).first->second;
 }
 
-void FileNames::Forget()
+void PathResolver::Forget()
 {
     mListings.clear();
     mFolders.clear();
@@ -51,7 +51,7 @@ void FileNames::Forget()
     mFound.reset();
 }
 
-void FileNames::Remember(std::size_t size)
+void PathResolver::Remember(std::size_t size)
 {
     if (mRemembered + size > kMaxRemembered)
         Forget();
@@ -60,14 +60,14 @@ void FileNames::Remember(std::size_t size)
 
 bool IsAbsoluteName(std::u16string_view name)
 {
-    const bool hasDrive = kSystemSeparator == u'\\' && name.size() > 1 && name[1] == u':';
+    const bool hasDrive = kNativeSeparator == u'\\' && name.size() > 1 && name[1] == u':';
     return hasDrive || name.starts_with(u'\\') || name.starts_with(u'/');
 }
 
-std::u16string FromSystemName(std::string_view systemName)
+std::u16string FromNativeName(std::string_view nativePath)
 {
-    auto utf8 = FromUtf8(systemName);
-    return utf8 ? *std::move(utf8) : FromWindows1252(systemName);
+    auto utf8 = FromUtf8(nativePath);
+    return utf8 ? *std::move(utf8) : FromWindows1252(nativePath);
 }
 
 } // namespace ZLMIM

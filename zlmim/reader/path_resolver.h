@@ -1,7 +1,7 @@
-#ifndef ZLMIM_READER_FILE_NAMES_H
-#define ZLMIM_READER_FILE_NAMES_H
+#ifndef ZLMIM_READER_PATH_RESOLVER_H
+#define ZLMIM_READER_PATH_RESOLVER_H
 
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -29,7 +29,7 @@ struct FoundFile
     };
 
     /// The name that leads there, as this system's calls take it.
-    SystemName systemName;
+    NativePath nativePath;
     /// What it is.
     Kind kind = Kind::Other;
     /// The same for all names of one file or folder, and for no other.
@@ -43,11 +43,11 @@ struct FolderEntry
     /// Its name in lower case.
     std::u16string lowerName;
     /// Its name, without the folder, as this system's calls take it.
-    SystemName systemName;
+    NativePath nativePath;
     /// Whether it is a folder, or a link to one.
     bool isFolder = false;
     /// Whether `lowerName` reads the name as Windows-1252, beside another entry that reads it as UTF-8.
-    bool isOtherReading = false;
+    bool isWindows1252 = false;
 };
 
 /// What names in the object model's form (UTF-16, backslashes) are called by this system. The one place where
@@ -64,13 +64,13 @@ struct FolderEntry
 /// Folders are listed once for all names that one object is asked for, so it is meant to live as long as one
 /// load, or a few of them in a row: what has changed on the disk meanwhile may go unseen.
 /// \ingroup files
-class FileNames
+class PathResolver
 {
 public:
-    FileNames() = default;
-    FileNames(const FileNames&) = delete;
-    FileNames& operator=(const FileNames&) = delete;
-    ~FileNames() = default;
+    PathResolver() = default;
+    PathResolver(const PathResolver&) = delete;
+    PathResolver& operator=(const PathResolver&) = delete;
+    ~PathResolver() = default;
 
     /// What stands under `name`; nullptr if nothing does. Valid until the next call of any member.
     [[nodiscard]] const FoundFile* Find(std::u16string_view name);
@@ -81,7 +81,7 @@ public:
     /// The entries of a folder, by its name in the system's form with a separator behind it (empty for the
     /// working folder): sorted by name in lower case, then by the system's name; none if it can't be listed.
     /// Valid until the next call of any member.
-    [[nodiscard]] std::span<const FolderEntry> List(SystemName systemFolder);
+    [[nodiscard]] std::span<const FolderEntry> List(NativePath nativeFolder);
 
     /// Forgets all folders, which are listed anew when they are needed.
     void Forget();
@@ -90,14 +90,14 @@ private:
     /// Makes room for `size` more bytes.
     void Remember(std::size_t size);
     /// In any order.
-    [[nodiscard]] static std::optional<std::vector<FolderEntry>> ReadListing(const SystemName& folder);
+    [[nodiscard]] static std::optional<std::vector<FolderEntry>> ReadListing(const NativePath& folder);
     [[nodiscard]] std::optional<FoundFile> LookUp(std::u16string_view name);
     // Only where the system doesn't ignore letter case by itself.
-    [[nodiscard]] std::vector<SystemName> Matching(const SystemName& folder, std::u16string_view part);
-    [[nodiscard]] std::vector<SystemName> Folders(const std::u16string& name);
+    [[nodiscard]] std::vector<NativePath> Matching(const NativePath& folder, std::u16string_view part);
+    [[nodiscard]] std::vector<NativePath> Folders(const std::u16string& name);
 
-    std::unordered_map<SystemName, std::vector<FolderEntry>> mListings;
-    std::unordered_map<std::u16string, std::vector<SystemName>> mFolders;
+    std::unordered_map<NativePath, std::vector<FolderEntry>> mListings;
+    std::unordered_map<std::u16string, std::vector<NativePath>> mFolders;
     std::size_t mRemembered = 0;
     /// The last name asked for, and what was found.
     std::u16string mName;
