@@ -43,20 +43,14 @@ public:
     void Judge(const MeshEntry& entry, std::size_t index, const Examples::Outcome& outcome)
     {
         // The one entry of an asset without a mesh table has no keys.
-        const EntryKeys noKeys = {entry.Name, mKeys.AssetFileName.FirstLine, {}, {}, {}, {}};
+        const MeshTableKeys noKeys = {{entry.Name, {}, mKeys.AssetFileName.FirstLine, 0}, {}, {}, {}, {}};
         const bool hasKeys =
-            index < mKeys.Entries.size() && LowerCase(mKeys.Entries[index].Name) == entry.Name;
-        const EntryKeys& keys = hasKeys ? mKeys.Entries[index] : noKeys;
-        const std::string place = EntryPlace(keys.Line, keys.Name);
+            index < mKeys.Entries.size() && LowerCase(mKeys.Entries[index].Name.Key) == entry.Name;
+        const MeshTableKeys& keys = hasKeys ? mKeys.Entries[index] : noKeys;
+        const std::string place = EntryPlace(keys.Name.FirstLine, keys.Name.Key);
         const bool hasRaisedInAnim = !outcome.IsLoaded && !entry.anim->FileName.empty();
         const bool hasRaisedInMesh = !outcome.IsLoaded && !hasRaisedInAnim;
 
-        // Nothing is loaded any more once the asset has taken too much.
-        if (entry.Mesh->FileName.empty() && !keys.Mesh.Value.empty())
-        {
-            mReport.Add(Code::AssetNotLoaded, place, "the asset takes too much: this entry isn't loaded");
-            return;
-        }
         const bool hasMesh = JudgeMeshOf(entry, keys, place, hasRaisedInMesh);
         const bool hasAnim = !hasRaisedInMesh && JudgeAnimOf(entry, keys, place, hasRaisedInAnim);
         if (!outcome.IsLoaded)
@@ -74,7 +68,8 @@ public:
 
 private:
     /// Whether it was read to its end.
-    bool JudgeMeshOf(const MeshEntry& entry, const EntryKeys& keys, const std::string& place, bool hasRaised)
+    bool JudgeMeshOf(const MeshEntry& entry, const MeshTableKeys& keys, const std::string& place,
+                     bool hasRaised)
     {
         const Mesh& mesh = *entry.Mesh;
         const bool isFallback = mKeys.Entries.empty();
@@ -86,7 +81,7 @@ private:
         const auto file = Locate(mesh.FileName, mNames);
         if (!file)
             mReport.Add(Code::FileMissing,
-                        keys.Mesh.IsThere() ? EntryPlace(keys.Mesh.FirstLine, keys.Name) : place,
+                        keys.Mesh.FirstLine > 0 ? EntryPlace(keys.Mesh.FirstLine, keys.Name.Key) : place,
                         MissingMesh(keys.Mesh.Value, mesh.FileName));
         else if (hasRaised)
             JudgeMeshFile(mesh.FileName, *file, mNames, mJudged);
@@ -107,7 +102,8 @@ private:
         return "no mesh " + QuotedFile(file) + ", which is level 1 of the list";
     }
 
-    bool JudgeAnimOf(const MeshEntry& entry, const EntryKeys& keys, const std::string& place, bool hasRaised)
+    bool JudgeAnimOf(const MeshEntry& entry, const MeshTableKeys& keys, const std::string& place,
+                     bool hasRaised)
     {
         const Anim& anim = *entry.anim;
         if (anim.FileName.empty())
@@ -116,7 +112,7 @@ private:
         if (!file)
         {
             mReport.Add(Code::FileMissing,
-                        keys.Anim.IsThere() ? EntryPlace(keys.Anim.FirstLine, keys.Name) : place,
+                        keys.Anim.FirstLine > 0 ? EntryPlace(keys.Anim.FirstLine, keys.Name.Key) : place,
                         "no animation " + QuotedFile(anim.FileName));
             return false;
         }
@@ -130,13 +126,13 @@ private:
         return outcome.IsLoaded;
     }
 
-    void JudgeTrees(const MeshEntry& entry, const EntryKeys& keys, const std::string& place)
+    void JudgeTrees(const MeshEntry& entry, const MeshTableKeys& keys, const std::string& place)
     {
         if (!entry.Mesh->RootBone)
         {
             // An `anim.kin` goes to all entries of its folder, also to those that have no use for it.
-            if (keys.Anim.IsThere())
-                mReport.Add(Code::AnimationTree, EntryPlace(keys.Anim.FirstLine, keys.Name),
+            if (keys.Anim.FirstLine > 0)
+                mReport.Add(Code::AnimationTree, EntryPlace(keys.Anim.FirstLine, keys.Name.Key),
                             "the mesh has no skeleton for the animation");
             return;
         }
@@ -145,12 +141,12 @@ private:
             mReport.Add(Code::AnimationTree, place, "the animation isn't made for the mesh: " + difference);
     }
 
-    void JudgeAttachment(const MeshEntry& entry, const EntryKeys& keys)
+    void JudgeAttachment(const MeshEntry& entry, const MeshTableKeys& keys)
     {
         if (keys.AttParent.Value.empty())
         {
             if (!keys.Att.Value.empty())
-                mReport.Add(Code::AttUnknown, EntryPlace(keys.Att.FirstLine, keys.Name),
+                mReport.Add(Code::AttUnknown, EntryPlace(keys.Att.FirstLine, keys.Name.Key),
                             "att " + Quoted(keys.Att.Value) + " without an att-parent");
             return;
         }
@@ -158,19 +154,21 @@ private:
         if (!parent)
         {
             const std::u16string wanted = LowerCase(keys.AttParent.Value);
-            const bool isBelow = std::any_of(mKeys.Entries.begin(), mKeys.Entries.end(),
-                                             [&](const EntryKeys& other) { return other.Name == wanted; });
-            mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name),
+            const bool isBelow =
+                std::any_of(mKeys.Entries.begin(), mKeys.Entries.end(),
+                            [&](const MeshTableKeys& other) { return other.Name.Key == wanted; });
+            mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name.Key),
                         "no entry " + Quoted(keys.AttParent.Value) + " above" +
                             (isBelow ? ", only below" : ""));
         }
         // What a mesh that isn't loaded would have is told with that mesh.
         else if (!entry.Att && IsLoaded(*parent->Mesh))
-            mReport.Add(Code::AttUnknown,
-                        EntryPlace((keys.Att.IsThere() ? keys.Att : keys.AttParent).FirstLine, keys.Name),
-                        keys.Att.Value.empty() ? "it names no attachment point of " + Quoted(parent->Name)
-                                               : "no attachment point " + Quoted(keys.Att.Value) + " on " +
-                                                     Quoted(parent->Name));
+            mReport.Add(
+                Code::AttUnknown,
+                EntryPlace((keys.Att.FirstLine > 0 ? keys.Att : keys.AttParent).FirstLine, keys.Name.Key),
+                keys.Att.Value.empty()
+                    ? "it names no attachment point of " + Quoted(parent->Name)
+                    : "no attachment point " + Quoted(keys.Att.Value) + " on " + Quoted(parent->Name));
     }
 
     const ConfigKeys& mKeys;
@@ -201,13 +199,13 @@ void JudgeModel(const ZLMModel& model, const Examples::Outcome& outcome, const C
         judge.Judge(*entry, index - 1, isLast && isOfAnEntry ? outcome : Examples::Outcome{true, {}, {}});
     }
     if (keys.OpenEntry)
-        report.Add(Code::EntryLost, EntryPlace(keys.OpenEntry->Line, keys.OpenEntry->Name),
+        report.Add(Code::EntryLost, EntryPlace(keys.OpenEntry->Name.FirstLine, keys.OpenEntry->Name.Key),
                    "the file ends before its closing }");
 }
 
 void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, FileNames& names, Report& report)
 {
-    const ConfigKey& fallback = keys.AssetFileName;
+    const ConfigLine& fallback = keys.AssetFileName;
     if (!keys.Entries.empty() || fallback.Value.empty())
         return;
     const std::u16string mesh = FolderOf(name) + fallback.Value + u".im";

@@ -5,6 +5,7 @@
 #include "skeleton.h"
 
 #include "examples/text.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <cstdint>
 
@@ -87,7 +88,8 @@ void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, FileName
     if (!judged.Claim(file))
         return;
     Mesh mesh;
-    const Outcome outcome = Examples::Attempt([&] { return mesh.Load(name, names); });
+    LoadBudget budget;
+    const Outcome outcome = Examples::Attempt([&] { return mesh.Load(name, names, budget); });
     judged.Store(file.Key, ReportOn(mesh, outcome, file, names));
 }
 
@@ -96,7 +98,8 @@ void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, FileName
     if (!judged.Claim(file))
         return;
     Anim anim;
-    const Outcome outcome = Examples::Attempt([&] { return anim.Load(name, names); });
+    LoadBudget budget;
+    const Outcome outcome = Examples::Attempt([&] { return anim.Load(name, names, budget); });
     judged.Store(file.Key, ReportOn(anim, outcome));
 }
 
@@ -109,7 +112,8 @@ Outcome OutcomeOf(const Anim& anim, FileNames& names)
     // Fewer frames than there should be leave several slots unfilled, but so do frames of one number: another
     // load tells.
     Anim again;
-    return Examples::Attempt([&] { return again.Load(anim.FileName, names); });
+    LoadBudget budget;
+    return Examples::Attempt([&] { return again.Load(anim.FileName, names, budget); });
 }
 
 } // namespace ZLMIM::Validate

@@ -27,7 +27,7 @@ public:
     }
 
     /// The config that a model loads; empty if it finds none.
-    std::u16string Judge(const ConfigKey& reference, const std::string& andMore)
+    std::u16string Judge(const ConfigLine& reference, const std::string& andMore)
     {
         const std::u16string& kuid = reference.Value;
         const std::string place =
@@ -90,9 +90,9 @@ private:
 std::vector<std::u16string> JudgeReferences(const std::u16string& config, const ConfigKeys& keys,
                                             FileSystem& files, KuidSearch& search, Report& report)
 {
-    std::vector<const ConfigKey*> firstUses;
+    std::vector<const ConfigLine*> firstUses;
     std::map<std::u16string_view, Tally> uses;
-    for (const ConfigKey& reference : keys.References)
+    for (const ConfigLine& reference : keys.References)
     {
         // A block of settings, whose name only begins like a reference, names no asset.
         if (reference.Value.empty() || reference.Value == u"{")
@@ -106,7 +106,7 @@ std::vector<std::u16string> JudgeReferences(const std::u16string& config, const 
         return {};
     std::vector<std::u16string> paths;
     ReferenceJudge judge(config, files, search, report);
-    for (const ConfigKey* const reference : firstUses)
+    for (const ConfigLine* const reference : firstUses)
     {
         std::u16string path = judge.Judge(*reference, uses.at(reference->Value).AndMore());
         if (!path.empty())

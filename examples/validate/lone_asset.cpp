@@ -89,12 +89,12 @@ bool IsRelative(const std::u16string& name)
 std::vector<OtherLines> Edits(const std::u16string& name, const ConfigKeys& keys)
 {
     std::vector<OtherLines> edits;
-    for (const ConfigKey& reference : keys.References)
+    for (const ConfigLine& reference : keys.References)
         edits.push_back({reference.FirstLine, reference.LastLine, {}});
-    for (const EntryKeys& entry : keys.Entries)
+    for (const MeshTableKeys& entry : keys.Entries)
     {
-        const ConfigKey& anim = entry.Anim;
-        if (anim.IsThere() && !anim.Value.empty() && IsRelative(anim.Value))
+        const ConfigLine& anim = entry.Anim;
+        if (!anim.Value.empty() && IsRelative(anim.Value))
             edits.push_back({anim.FirstLine, anim.LastLine, u"anim " + FolderOf(name) + anim.Value});
     }
     std::sort(edits.begin(), edits.end(), [](const auto& a, const auto& b) { return a.First < b.First; });
@@ -107,7 +107,7 @@ Examples::Asset LoadLoneAsset(const std::u16string& name, const ConfigKeys& keys
                               const std::shared_ptr<FileNames>& names)
 {
     std::shared_ptr<FileSystem> files = std::make_shared<EditedFileSystem>(names, name, Edits(name, keys));
-    const auto model = std::make_shared<ZLMModel>([files = std::move(files)] { return files; });
+    const auto model = std::make_shared<ZLMModel>(std::move(files));
     const auto load = [&]
     {
         model->Load(name);

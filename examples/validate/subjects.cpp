@@ -36,13 +36,17 @@ public:
 
     void Take(const std::u16string& name, bool isRecursive)
     {
-        const FoundFile* const found = mNames.Find(name);
-        if (found && found->kind == FoundFile::Kind::File)
+        if (mNames.Find(name, FoundFile::Kind::File))
+        {
             mSubjects.Files.push_back({KindOf(LowerCase(name)), name});
-        else if (!found || found->kind != FoundFile::Kind::Folder)
-            Fail(name, found ? "it is neither a file nor a folder" : "there is no such file");
+            return;
+        }
+        const auto folder = mNames.Find(name, FoundFile::Kind::Folder);
+        if (!folder)
+            Fail(name, mNames.Find(name, FoundFile::Kind::Other) ? "it is neither a file nor a folder"
+                                                                 : "there is no such file");
         else if (isRecursive)
-            Walk(ToPath(found->systemName));
+            Walk(ToPath(folder->systemName));
         else
             TakeFolder(name);
     }
@@ -54,8 +58,7 @@ private:
     {
         const std::u16string name =
             (folder.ends_with(u'\\') ? folder : folder + u'\\') + std::u16string(kConfigName);
-        const FoundFile* const found = mNames.Find(name);
-        if (found && found->kind == FoundFile::Kind::File)
+        if (mNames.Find(name, FoundFile::Kind::File))
             mSubjects.Files.push_back({SubjectKind::Asset, name});
         else
             Fail(folder, "there is no config.txt in this folder; --recursive looks below it");
