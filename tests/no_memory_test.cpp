@@ -151,6 +151,29 @@ TEST(NoMemory, EndsALoadOfAModelOrLeavesOneOfItsMeshesEmpty)
         EXPECT_TRUE(outcome == "bad_alloc" || outcome == "done") << outcome;
 }
 
+TEST(NoMemory, LeavesCountAndArrayOfAGeometryAsTheyWere)
+{
+    Geometry geometry;
+    geometry.SetMaxVertices(2);
+    geometry.SetVertex(1, {1, 2, 3, 4, 5});
+    bool hasFailed = false;
+    bool hasThrown = false;
+    try
+    {
+        const FailingAllocation failing(1, hasFailed);
+        geometry.SetMaxVertices(3);
+    }
+    catch (const std::bad_alloc&)
+    {
+        hasThrown = true;
+    }
+    EXPECT_TRUE(hasFailed && hasThrown);
+    Vertex vertex;
+    EXPECT_EQ(geometry.MaxVertices(), 2);
+    EXPECT_TRUE(geometry.GetVertex(1, vertex));
+    EXPECT_EQ(vertex, (Vertex{1, 2, 3, 4, 5}));
+}
+
 TEST(NoMemory, IsWhatStopsALoadOfTheLongestAllowedFile)
 {
     const TempFolder folder;

@@ -70,6 +70,27 @@ private:
     return (member.kind & kRead && flags & kRead) || (member.kind & kWrite && flags & kWrite);
 }
 
+/// The status in `EXCEPINFO`. If it has a text, script hosts see a classic error number only in this form.
+[[nodiscard]] constexpr SCODE ClassicStatus(HRESULT status)
+{
+    constexpr auto kClassic = static_cast<SCODE>(0x800A0000);
+    switch (status)
+    {
+    case E_INVALIDARG:
+        return kClassic + 5;
+    case DISP_E_OVERFLOW:
+        return kClassic + 6;
+    case E_OUTOFMEMORY:
+        return kClassic + 7;
+    case DISP_E_BADINDEX:
+        return kClassic + 9;
+    case DISP_E_TYPEMISMATCH:
+        return kClassic + 13;
+    default:
+        return status;
+    }
+}
+
 /// Passes the arguments on to the list that the property `member` holds.
 [[nodiscard]] HRESULT DispatchToList(const Member& member, ComHeader& object, const NamedCall& call)
 {
@@ -169,7 +190,7 @@ private:
         {
             *call.exception = {};
             TakeError(*call.exception);
-            call.exception->scode = outcome.thrown;
+            call.exception->scode = ClassicStatus(outcome.thrown);
         }
         return DISP_E_EXCEPTION;
     }

@@ -203,16 +203,6 @@ private:
     return FromAscii({text.data(), end});
 }
 
-/// The boolean in a text, such as "True"; nothing if it may be a number.
-[[nodiscard]] std::optional<bool> BooleanOf(const VARIANT& variant)
-{
-    if ((variant.vt & ~VT_BYREF) != VT_BSTR || ((variant.vt & VT_BYREF) != 0 && !variant.byref))
-        return std::nullopt;
-    const BSTR given = (variant.vt & VT_BYREF) != 0 ? *variant.pbstrVal : variant.bstrVal;
-    const std::u16string text = LowerCase(Text::Copy(given));
-    return text == u"true" || text == u"false" ? std::optional(text == u"true") : std::nullopt;
-}
-
 /// @throws Failure
 [[nodiscard]] LONG ToLong(long double number)
 {
@@ -232,6 +222,8 @@ private:
     return converted;
 }
 
+/// To the types that members take.
+/// @throws Failure
 void Convert(VARIANT& to, const VARIANT& from, VARTYPE type)
 {
     Variant converted;
@@ -239,11 +231,6 @@ void Convert(VARIANT& to, const VARIANT& from, VARTYPE type)
         converted.lVal = ToLong(NumberOf(from));
     else if (type == VT_R4)
         converted.fltVal = ToFloat(NumberOf(from));
-    else if (type == VT_BOOL)
-    {
-        const auto boolean = BooleanOf(from);
-        converted.boolVal = (boolean ? *boolean : NumberOf(from) != 0) ? VARIANT_TRUE : VARIANT_FALSE;
-    }
     else if (type == VT_BSTR)
         converted.bstrVal = Text::Allocate(TextOf(from));
     else

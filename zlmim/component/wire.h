@@ -48,13 +48,13 @@ struct Wire<float>
     [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.fltVal; }
 };
 
+/// Results only.
 template <>
 struct Wire<bool>
 {
     using Type = VARIANT_BOOL;
     static constexpr VARTYPE kVarType = VT_BOOL;
     static constexpr const char* kIdl = "VARIANT_BOOL";
-    [[nodiscard]] static bool In(Type value) noexcept { return value != VARIANT_FALSE; }
     [[nodiscard]] static Type Out(bool value) noexcept { return value ? VARIANT_TRUE : VARIANT_FALSE; }
     [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.boolVal; }
 };

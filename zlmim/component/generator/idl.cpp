@@ -110,7 +110,7 @@ interface IDispatch : IUnknown
 {
     const InterfaceId& own = info.Interface();
     std::string text = "[odl, " + Uuid(own.guid) + ", " + Version(own) +
-                       "), hidden, dual, nonextensible, oleautomation]\ninterface " + own.name +
+                       ", hidden, dual, nonextensible, oleautomation]\ninterface " + own.name +
                        " : IDispatch\n{\n";
     for (const Member& member : info.members)
         text += MemberText(member);
