@@ -121,6 +121,15 @@ std::vector<Hostile> HostileAssets()
                   return "description \"" +
                          Lines(1'000'000, [](const std::string&) { return "and so on, and so on"; });
               }),
+        Asset("a neighbour's config of 1 GiB of zeroes", kBounds,
+              [](const path& folder)
+              {
+                  Write(folder.parent_path() / "b/config.txt", "");
+                  resize_file(folder.parent_path() / "b/config.txt", std::uintmax_t{1} << 30U);
+                  return MissingReferences(1);
+              }),
+        Asset("100,000,000 line feeds in quotation marks", kBounds,
+              [](const path&) { return "description \"" + std::string(100'000'000, '\n') + "\"\n"; }),
         OneLine("a line of 100 MB", "done", ""),
         OneLine("a value of 100 MB", "done", "description "),
         OneLine("a kuid of 100 MB", "done", "kuid "),
