@@ -111,7 +111,7 @@ Cost Measure(const Hostile& hostile, const TempFolder& folder, const std::string
     if (child == 0)
     {
         std::filesystem::current_path(path.parent_path());
-        const std::u16string name = folder.Name(ZLMIM::FromSystemPath(file));
+        const std::u16string name = folder.Name(ZLMIM::FromNativePath(file));
         const std::int64_t before = PeakMemory();
         const double secondsBefore = ProcessorSeconds();
         Cost cost;
@@ -148,9 +148,8 @@ bool RunAndPrint(const Hostile& hostile)
     ::malloc_trim(0);
     const std::int64_t size = SizeOfFiles(folder);
     const Cost cost = Measure(hostile, folder, file);
-    // An asset may take its limit, and the folder listings that are remembered.
-    constexpr std::int64_t kAssetMemory =
-        ZLMIM::kUntrustedLimits.Memory + static_cast<std::int64_t>(ZLMIM::kMaxRememberedListings);
+    // An asset may take its limit, and the stack and the heap's own share of a small one.
+    constexpr std::int64_t kAssetMemory = ZLMIM::kUntrustedLimits.Memory + 4 * kMiB;
     const bool isFile = hostile.kind == Hostile::Kind::Mesh || hostile.kind == Hostile::Kind::Animation;
     const bool isHonest = hostile.kind == Hostile::Kind::HonestAsset;
     const double allowedSeconds = isFile ? 0.2 + static_cast<double>(size) * 1e-6 : isHonest ? 30 : 10;

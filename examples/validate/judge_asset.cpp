@@ -33,7 +33,7 @@ std::string EntryPlace(std::int64_t line, const std::u16string& name)
 class EntryJudge
 {
 public:
-    EntryJudge(const ConfigKeys& keys, FileNames& names, JudgedFiles& judged, Report& report)
+    EntryJudge(const ConfigKeys& keys, PathResolver& names, JudgedFiles& judged, Report& report)
         : mKeys(keys), mNames(names), mJudged(judged), mReport(report)
     {
     }
@@ -172,14 +172,14 @@ private:
     }
 
     const ConfigKeys& mKeys;
-    FileNames& mNames;
+    PathResolver& mNames;
     JudgedFiles& mJudged;
     Report& mReport;
 };
 
 /// Judges the model, as far as its load has come.
 void JudgeModel(const ZLMModel& model, const Examples::Outcome& outcome, const ConfigKeys& keys,
-                FileNames& names, JudgedFiles& judged, Report& report)
+                PathResolver& names, JudgedFiles& judged, Report& report)
 {
     const auto table = model.MeshTable();
     // What meshes and animations raise; the last entry is the one that was being loaded.
@@ -203,7 +203,7 @@ void JudgeModel(const ZLMModel& model, const Examples::Outcome& outcome, const C
                    "the file ends before its closing }");
 }
 
-void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, FileNames& names, Report& report)
+void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, PathResolver& names, Report& report)
 {
     const ConfigLine& fallback = keys.AssetFileName;
     if (!keys.Entries.empty() || fallback.Value.empty())
@@ -217,7 +217,7 @@ void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, FileNames
 } // namespace
 
 std::vector<std::u16string> JudgeAsset(const std::u16string& name, const LocatedFile& file,
-                                       const std::shared_ptr<FileNames>& names, JudgedFiles& judged,
+                                       const std::shared_ptr<PathResolver>& names, JudgedFiles& judged,
                                        KuidSearch& search)
 {
     Report report;

@@ -5,7 +5,7 @@
 #include "kuid_search.h"
 #include "located_file.h"
 
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <memory>
 #include <string>
@@ -18,7 +18,7 @@ namespace ZLMIM::Validate
 /// whose working folder is the asset's. Answers the configs of the assets that it refers to, which it leaves
 /// alone.
 [[nodiscard]] std::vector<std::u16string> JudgeAsset(const std::u16string& name, const LocatedFile& file,
-                                                     const std::shared_ptr<FileNames>& names,
+                                                     const std::shared_ptr<PathResolver>& names,
                                                      JudgedFiles& judged, KuidSearch& search);
 
 } // namespace ZLMIM::Validate

@@ -43,7 +43,7 @@ std::string Reason(const Anim& anim, const Outcome& outcome)
            Examples::Counted(anim.FrameCount, "frame, as it says", "frames, as it says");
 }
 
-Report ReportOn(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, FileNames& names)
+Report ReportOn(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, PathResolver& names)
 {
     Report report;
     if (!outcome.IsLoaded)
@@ -70,7 +70,7 @@ Report ReportOn(const Anim& anim, const Outcome& outcome)
 
 } // namespace
 
-void JudgeMesh(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, FileNames& names,
+void JudgeMesh(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, PathResolver& names,
                JudgedFiles& judged)
 {
     if (judged.Claim(file))
@@ -83,7 +83,8 @@ void JudgeAnim(const Anim& anim, const Outcome& outcome, const LocatedFile& file
         judged.Store(file.Key, ReportOn(anim, outcome));
 }
 
-void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, FileNames& names, JudgedFiles& judged)
+void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
+                   JudgedFiles& judged)
 {
     if (!judged.Claim(file))
         return;
@@ -93,7 +94,8 @@ void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, FileName
     judged.Store(file.Key, ReportOn(mesh, outcome, file, names));
 }
 
-void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, FileNames& names, JudgedFiles& judged)
+void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
+                   JudgedFiles& judged)
 {
     if (!judged.Claim(file))
         return;
@@ -105,7 +107,7 @@ void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, FileName
 
 bool IsLoaded(const Mesh& mesh) { return mesh.Attachments != nullptr; }
 
-Outcome OutcomeOf(const Anim& anim, FileNames& names)
+Outcome OutcomeOf(const Anim& anim, PathResolver& names)
 {
     if (!anim.RootBone || UnfilledSlots(anim).Count() == 0)
         return {anim.RootBone != nullptr, {}, {}};

@@ -4,7 +4,7 @@
 #include "words.h"
 
 #include "examples/text.h"
-#include "zlmim/config/reference_search.h"
+#include "zlmim/config/folder_walk.h"
 #include "zlmim/model/text.h"
 
 #include <algorithm>

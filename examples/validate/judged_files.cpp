@@ -8,7 +8,7 @@ namespace ZLMIM::Validate
 namespace
 {
 
-bool IsBetter(const SystemName& name, const SystemName& other)
+bool IsBetter(const NativePath& name, const NativePath& other)
 {
     return name.size() != other.size() ? name.size() < other.size() : name < other;
 }

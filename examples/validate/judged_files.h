@@ -32,7 +32,7 @@ public:
 private:
     struct File
     {
-        SystemName Name;
+        NativePath Name;
         Validate::Report Report;
     };
 

@@ -1,8 +1,8 @@
 #ifndef VALIDATE_LOCATED_FILE_H
 #define VALIDATE_LOCATED_FILE_H
 
-#include "zlmim/reader/file_names.h"
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -33,24 +33,24 @@ struct LocatedFile
 {
     FileKey Key;
     /// Its name as the system calls it.
-    SystemName Name;
+    NativePath Name;
 
     /// Its folder, with a separator behind it; empty for the working folder.
-    [[nodiscard]] SystemName Folder() const { return Name.substr(0, Name.rfind(kSystemSeparator) + 1); }
+    [[nodiscard]] NativePath Folder() const { return Name.substr(0, Name.rfind(kNativeSeparator) + 1); }
 };
 
 /// The file under a name in the object model's form; none if there is none.
-[[nodiscard]] std::optional<LocatedFile> Locate(std::u16string_view name, FileNames& names);
+[[nodiscard]] std::optional<LocatedFile> Locate(std::u16string_view name, PathResolver& names);
 
 /// A name as the system's users write it, without detours, and relative to the working folder where it lies
 /// below that.
-[[nodiscard]] std::u16string ShownName(const SystemName& systemName);
+[[nodiscard]] std::u16string ShownName(const NativePath& nativePath);
 
 /// The name to show for one in the object model's form, in a message.
 [[nodiscard]] std::string QuotedFile(std::u16string_view name);
 
 /// A path, and a name in the object model's form, from one another.
-[[nodiscard]] std::filesystem::path ToPath(SystemNameView systemName);
+[[nodiscard]] std::filesystem::path ToPath(NativePathView nativePath);
 [[nodiscard]] std::u16string ToName(const std::filesystem::path& path);
 
 /// The folder part of a name in the object model's form, with its backslash; `.\` for a name without one.

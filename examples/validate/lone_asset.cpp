@@ -54,7 +54,8 @@ private:
 class EditedFileSystem : public FileSystem
 {
 public:
-    EditedFileSystem(std::shared_ptr<FileNames> names, std::u16string config, std::vector<OtherLines> edits)
+    EditedFileSystem(std::shared_ptr<PathResolver> names, std::u16string config,
+                     std::vector<OtherLines> edits)
         : mDisk(std::move(names)), mConfig(std::move(config)), mEdits(std::move(edits))
     {
     }
@@ -83,7 +84,7 @@ private:
 
 bool IsRelative(const std::u16string& name)
 {
-    return !name.starts_with(u'\\') && !ToPath(ToSystemName(name)).is_absolute();
+    return !name.starts_with(u'\\') && !ToPath(ToNativePath(name)).is_absolute();
 }
 
 std::vector<OtherLines> Edits(const std::u16string& name, const ConfigKeys& keys)
@@ -104,7 +105,7 @@ std::vector<OtherLines> Edits(const std::u16string& name, const ConfigKeys& keys
 } // namespace
 
 Examples::Asset LoadLoneAsset(const std::u16string& name, const ConfigKeys& keys,
-                              const std::shared_ptr<FileNames>& names)
+                              const std::shared_ptr<PathResolver>& names)
 {
     std::shared_ptr<FileSystem> files = std::make_shared<EditedFileSystem>(names, name, Edits(name, keys));
     const auto model = std::make_shared<ZLMModel>(std::move(files));

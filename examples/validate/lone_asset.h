@@ -5,7 +5,7 @@
 
 #include "examples/asset.h"
 #include "zlmim/config/zlm_model.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <memory>
 #include <string>
@@ -19,7 +19,7 @@ namespace ZLMIM::Validate
 ///
 /// The model reads the file without its references, and with the asset's folder before each relative `anim`.
 [[nodiscard]] Examples::Asset LoadLoneAsset(const std::u16string& name, const ConfigKeys& keys,
-                                            const std::shared_ptr<FileNames>& names);
+                                            const std::shared_ptr<PathResolver>& names);
 
 } // namespace ZLMIM::Validate
 

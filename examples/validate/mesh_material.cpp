@@ -59,7 +59,7 @@ void JudgeNumbers(const Material& material, const std::string& chunk, Report& re
 
 std::string ChunkPlace(std::int32_t number) { return "chunk " + std::to_string(number); }
 
-void JudgeMaterials(const Mesh& mesh, const SystemName& folder, FileNames& names, Report& report)
+void JudgeMaterials(const Mesh& mesh, const NativePath& folder, PathResolver& names, Report& report)
 {
     struct Use
     {

@@ -32,7 +32,7 @@ SubjectKind KindOf(const std::u16string& lowerName)
 class Finder
 {
 public:
-    explicit Finder(FileNames& names) : mNames(names) {}
+    explicit Finder(PathResolver& names) : mNames(names) {}
 
     void Take(const std::u16string& name, bool isRecursive)
     {
@@ -46,7 +46,7 @@ public:
             Fail(name, mNames.Find(name, FoundFile::Kind::Other) ? "it is neither a file nor a folder"
                                                                  : "there is no such file");
         else if (isRecursive)
-            Walk(ToPath(folder->systemName));
+            Walk(ToPath(folder->nativePath));
         else
             TakeFolder(name);
     }
@@ -108,16 +108,16 @@ private:
     void Fail(const std::u16string& name, std::string message)
     {
         mSubjects.Findings.push_back(
-            {Code::NotLoaded, ShownName(ToSystemName(name)), "", std::move(message)});
+            {Code::NotLoaded, ShownName(ToNativePath(name)), "", std::move(message)});
     }
 
-    FileNames& mNames;
+    PathResolver& mNames;
     Subjects mSubjects;
 };
 
 } // namespace
 
-Subjects FindSubjects(const std::vector<std::string>& paths, bool isRecursive, FileNames& names)
+Subjects FindSubjects(const std::vector<std::string>& paths, bool isRecursive, PathResolver& names)
 {
     Finder finder(names);
     for (const std::string& path : paths)

@@ -3,7 +3,7 @@
 
 #include "finding.h"
 
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <string>
 #include <vector>
@@ -37,7 +37,7 @@ struct Subjects
 /// the three kinds in it and below, sorted. Links to folders aren't followed below the path itself. What
 /// isn't there, or can't be read, becomes a finding.
 [[nodiscard]] Subjects FindSubjects(const std::vector<std::string>& paths, bool isRecursive,
-                                    FileNames& names);
+                                    PathResolver& names);
 
 } // namespace ZLMIM::Validate
 

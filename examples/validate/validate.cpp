@@ -27,7 +27,7 @@ public:
           mThreads(request.Threads > 0 ? request.Threads : std::max(std::thread::hardware_concurrency(), 1U))
     {
         for (unsigned i = 0; i < mThreads; ++i)
-            mNames.push_back(std::make_shared<FileNames>());
+            mNames.push_back(std::make_shared<PathResolver>());
     }
 
     Result Judge()
@@ -81,7 +81,7 @@ private:
                 [&](std::size_t index, std::size_t worker)
                 {
                     const Subject& subject = subjects[index];
-                    FileNames& names = *mNames[worker];
+                    PathResolver& names = *mNames[worker];
                     const auto file = Locate(subject.Name, names);
                     if (file && subject.Kind == SubjectKind::Mesh)
                         JudgeMeshFile(subject.Name, *file, names, mJudged);
@@ -102,7 +102,7 @@ private:
     const Request& mRequest;
     unsigned mThreads;
     /// One for each worker, since they remember the folders that they have listed.
-    std::vector<std::shared_ptr<FileNames>> mNames;
+    std::vector<std::shared_ptr<PathResolver>> mNames;
     JudgedFiles mJudged;
     KuidSearch mSearch;
     std::mutex mMutex;

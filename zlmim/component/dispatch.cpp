@@ -46,7 +46,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) noexcept override
     {
-        return IsSame(iid, kISupportErrorInfo) ? HandOut(result, true)
+        return IsSame(iid, kISupportErrorInfo) ? Share(result, true)
                                                : Component::QueryInterface(mInfo, mObject, iid, result);
     }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) noexcept override

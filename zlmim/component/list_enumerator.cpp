@@ -55,7 +55,7 @@ void ListEnumerator::EntryRemoved(const void* list, std::int32_t number) noexcep
 
 HRESULT ListEnumerator::QueryInterface(REFIID iid, void** object) noexcept
 {
-    return HandOut(object, IsSame(iid, kIUnknown) || IsSame(iid, kIEnumVariant));
+    return Share(object, IsSame(iid, kIUnknown) || IsSame(iid, kIEnumVariant));
 }
 
 HRESULT ListEnumerator::Next(ULONG count, VARIANT* entries, ULONG* fetched) noexcept

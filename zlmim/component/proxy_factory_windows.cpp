@@ -25,7 +25,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override
     {
-        return HandOut(object, IsSame(iid, kIUnknown) || IsSame(iid, kIPSFactoryBuffer));
+        return Share(object, IsSame(iid, kIUnknown) || IsSame(iid, kIPSFactoryBuffer));
     }
     HRESULT STDMETHODCALLTYPE CreateProxy(IUnknown* outer, REFIID iid, IRpcProxyBuffer** proxy,
                                           void** object) noexcept override
