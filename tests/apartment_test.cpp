@@ -157,7 +157,7 @@ TEST_P(Apartment, ChangesObjectsAndLists)
             EXPECT_EQ(attName.Copy(), u"a.point");
             EXPECT_EQ(entry->putref_Parent(nullptr), S_OK);
             Variant stranger(geometry.Get());
-            EXPECT_EQ(Call(entry.Get(), u"Parent", DISPATCH_PROPERTYPUTREF, {&stranger}), E_INVALIDARG);
+            EXPECT_EQ(Call(entry.Get(), u"Parent", DISPATCH_PROPERTYPUTREF, {&stranger}), ScriptError(5));
         });
 }
 
@@ -172,6 +172,8 @@ TEST_P(Apartment, PassesRecords)
             Vector read;
             EXPECT_EQ(bone->get_Position(&read), S_OK);
             EXPECT_EQ(read, position);
+            if (GetParam() == COINIT_MULTITHREADED)
+                return; // Wine doesn't marshal variants that hold records
             Variant record;
             ASSERT_EQ(Call(bone.Get(), u"Position", DISPATCH_PROPERTYGET, {}, &record), S_OK);
             ASSERT_EQ(record.vt, VT_RECORD);
@@ -223,7 +225,7 @@ TEST_P(Apartment, ReportsFailures)
             EXPECT_EQ(mesh->Invoke(IdOf(mesh.Get(), u"Load"), Component::kNoInterface, 0, DISPATCH_METHOD,
                                    &parameters, nullptr, &exception, nullptr),
                       DISP_E_EXCEPTION);
-            EXPECT_EQ(exception.scode, DISP_E_OVERFLOW);
+            EXPECT_EQ(exception.scode, ScriptError(6));
             EXPECT_EQ(Text::Adopt(exception.bstrSource).Copy(), u"ZLMIM.Mesh");
             EXPECT_NE(Text::Adopt(exception.bstrDescription).Copy(), u"");
             VARIANT_BOOL isLoaded = VARIANT_TRUE;

@@ -315,16 +315,18 @@ union Value
     float fields[12];
 };
 
-/// The host's pointer is the test's own, so that C++ code can reach the object behind it.
+/// An object of the module, which C++ code reaches as well.
 class TestObject
 {
 public:
     explicit TestObject(const ClassInfo& info)
-        : mHeader(info.create()), mDispatch(reinterpret_cast<IDispatch*>(mHeader))
     {
+        Pointer<IClassFactory> factory;
+        EXPECT_EQ(ClassObjects()(info.classId, Component::kIClassFactory, factory.OutAny()), S_OK);
+        EXPECT_EQ(factory->CreateInstance(nullptr, Component::kIDispatch, mDispatch.OutAny()), S_OK);
     }
     [[nodiscard]] IDispatch* Get() const { return mDispatch.Get(); }
-    [[nodiscard]] void* Object() const { return mHeader->Self.get(); }
+    [[nodiscard]] void* Object() const { return reinterpret_cast<ComHeader*>(Get())->Self.get(); }
 
     template <class... A>
     [[nodiscard]] HRESULT Call(int slot, A... arguments) const
@@ -334,7 +336,6 @@ public:
     }
 
 private:
-    ComHeader* mHeader;
     Pointer<IDispatch> mDispatch;
 };
 

@@ -2,6 +2,7 @@
 #include "outcome.h"
 #include "temp_folder.h"
 #include "zlmim/reader/file_cursor.h"
+#include "zlmim/reader/load_budget.h"
 #include "zlmim/reader/path_resolver.h"
 
 #include <filesystem>
@@ -18,11 +19,18 @@ namespace
 
 using namespace std::string_view_literals;
 
+/// A budget for cursors that outlives them.
+LoadBudget& TestBudget()
+{
+    static LoadBudget budget;
+    return budget;
+}
+
 FileCursor CursorOver(const Bytes& file, std::int32_t pos = 0)
 {
     FileCursor cursor;
     std::int32_t fileSize = -1;
-    EXPECT_TRUE(cursor.LoadBytes(file.Span(), fileSize, EmptyFile::Accepted));
+    EXPECT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize, EmptyFile::Accepted));
     EXPECT_EQ(fileSize, static_cast<std::int32_t>(file.Size()));
     cursor.Pos = pos;
     return cursor;
@@ -51,7 +59,7 @@ TEST(FileCursorFixedSizes, CanReadTheZeroAfterTheFileButNoFurther)
         {16, Call<&FileCursor::GetQuaternion>},
         {20, Call<&FileCursor::GetVertex>},
         {48, Call<&FileCursor::GetMatrix>},
-        {24, [](FileCursor& c) { static_cast<void>(c.GetRun<Vector>(2)); }},
+        {24, [](FileCursor& c) { static_cast<void>(c.GetArray<Vector>(2)); }},
     };
     for (const auto& [size, read] : reads)
     {
@@ -136,18 +144,18 @@ TEST(FileCursorText, MovesByTheStoredLengthWhereverTheTextEnds)
     }
 }
 
-TEST(FileCursorGetRun, ReadsAllElementsOrNothing)
+TEST(FileCursorGetArray, ReadsAllElementsOrNothing)
 {
     FileCursor cursor = CursorOver(Bytes().Text("zabcdefg"), 1);
-    const auto run = cursor.GetRun<std::int16_t>(3);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(run.bytes), run.count * 2), "abcdef");
+    const auto array = cursor.GetArray<std::int16_t>(3);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(array.bytes), array.count * 2), "abcdef");
     EXPECT_EQ(cursor.Pos, 7);
     EXPECT_TRUE(cursor.CanRead(1, 2));
     EXPECT_FALSE(cursor.CanRead(2, 2));
     EXPECT_FALSE(cursor.CanRead(kHighest, 48));
-    EXPECT_EQ(OutcomeOf([&] { return cursor.GetRun<Matrix>(kHighest).count; }), kBounds);
+    EXPECT_EQ(OutcomeOf([&] { return cursor.GetArray<Matrix>(kHighest).count; }), kBounds);
     cursor.Pos = 99;
-    EXPECT_EQ(cursor.GetRun<Matrix>(0).count + cursor.GetRun<Matrix>(kLowest).count, 0U);
+    EXPECT_EQ(cursor.GetArray<Matrix>(0).count + cursor.GetArray<Matrix>(kLowest).count, 0U);
     EXPECT_EQ(cursor.Pos, 99);
 }
 
@@ -159,15 +167,17 @@ TEST(FileCursor, ReadsAtMostTwiceTheFilePlus65536Bytes)
         {Call<&FileCursor::GetLong>, 16390},
         {Call<&FileCursor::GetString>, 10926}, // its length and two characters
         {[](FileCursor& c) { static_cast<void>(c.GetTag(5)); }, 13112},
-        {[](FileCursor& c) { static_cast<void>(c.GetRun<std::int16_t>(6)); }, 5463},
+        {[](FileCursor& c) { static_cast<void>(c.GetArray<std::int16_t>(6)); }, 5463},
     };
     FileCursor cursor;
     for (const auto& [read, times] : cases)
     {
         SCOPED_TRACE(times);
         std::int32_t fileSize = 0;
-        ASSERT_TRUE(cursor.LoadBytes(Bytes().Zeros(9'999).Span(), fileSize, EmptyFile::Refused));
-        ASSERT_TRUE(cursor.LoadBytes(file.Span(), fileSize, EmptyFile::Refused)); // on its own allowance
+        ASSERT_TRUE(
+            cursor.LoadBytes(Bytes().Zeros(9'999).Span(), TestBudget(), fileSize, EmptyFile::Refused));
+        ASSERT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize,
+                                     EmptyFile::Refused)); // on its own allowance
         for (int i = 0; i < times; ++i)
         {
             cursor.Pos = 0;
@@ -208,7 +218,8 @@ TEST(FileCursorLoadFile, LoadsOnlyRegularFilesOfAnAllowedLength)
         FileCursor cursor;
         cursor.Pos = 5;
         std::int32_t fileSize = 77;
-        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), names, fileSize, c.emptyFile), c.isLoaded);
+        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), names, TestBudget(), fileSize, c.emptyFile),
+                  c.isLoaded);
         EXPECT_EQ(fileSize, c.fileSize);
         const std::string_view file = "abc\0"sv;
         EXPECT_EQ(std::string(cursor.Data().begin(), cursor.Data().end()),

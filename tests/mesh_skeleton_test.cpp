@@ -176,7 +176,11 @@ TEST(MeshBindBones, SearchesATreeOfTheHost)
 
     root->Children()->Add(root);
     EXPECT_EQ(LoadOutcome(mesh, MeshHeader(1).Append(BoundChunk("Y")).Span()), "BoundsError");
-    root->SetChildren(nullptr); // breaks the cycle
+    root->Children()->Remove(root->Children()->Count()); // breaks the cycle
+
+    for (int i = 0; i < 70'000; ++i)
+        root->Children()->Add(std::make_shared<Bone>());
+    EXPECT_EQ(LoadOutcome(mesh, MeshHeader(1).Append(BoundChunk("Y")).Span()), "true");
 }
 
 TEST(BoneToMatrix, RoundsSixProductsAndEveryElement)

@@ -1,5 +1,6 @@
 #include "asset_folder.h"
 #include "outcome.h"
+#include "zlmim/config/disk_file_system.h"
 #include "zlmim/model/text.h"
 
 #include <gtest/gtest.h>
@@ -189,6 +190,61 @@ TEST(MeshEntry, SkipsWhatIsMissingInAHostsTable)
     EXPECT_EQ(loaded(u"base")->Att, base->Mesh->Attachments->Item(2));
     base->Mesh = nullptr;
     EXPECT_EQ(loaded(u"base")->AttParent(), base);
+}
+
+TEST(MeshEntry, ChangesNothingUnlessItIsShared)
+{
+    const auto model = std::make_shared<ZLMModel>();
+    MeshEntry entry;
+    std::u16string attParent = u"A";
+    std::u16string att = u"B";
+    EXPECT_THROW(entry.Load(model, u"name", u"", u"", attParent, att), std::bad_weak_ptr);
+    EXPECT_EQ(model->MeshTable()->Count(), 0);
+    EXPECT_EQ(entry.Name + attParent + att, u"AB");
+    EXPECT_EQ(entry.Parent(), nullptr);
+}
+
+/// An object that writes `name` to `log` when it is destroyed.
+template <class T>
+std::shared_ptr<T> Logging(std::string& log, const char* name)
+{
+    return std::shared_ptr<T>(new T,
+                              [&log, name](T* object)
+                              {
+                                  log += name;
+                                  delete object;
+                              });
+}
+
+TEST(MeshEntryLifetime, ReleasesPropertiesInTheirOrder)
+{
+    std::string log;
+    {
+        MeshEntry entry;
+        entry.SetParent(Logging<ZLMModel>(log, "Parent "));
+        entry.Att = Logging<Attachment>(log, "Att ");
+        entry.SetAttParent(Logging<MeshEntry>(log, "AttParent "));
+        entry.anim = Logging<Anim>(log, "anim ");
+        entry.Mesh = Logging<Mesh>(log, "Mesh ");
+    }
+    EXPECT_EQ(log, "Mesh anim AttParent Att Parent ");
+    log.clear();
+    {
+        const auto model = std::make_shared<ZLMModel>(Logging<DiskFileSystem>(log, "mFSO "));
+        const auto fill = [&]
+        {
+            model->Pantograph = Logging<ZLMModel>(log, "Pantograph ");
+            model->BogieNames = Logging<Collection<std::u16string>>(log, "BogieNames ");
+            model->Bogies = Logging<Collection<ZLMModel>>(log, "Bogies ");
+            model->SetMeshTable(Logging<Collection<MeshEntry>>(log, "MeshTable "));
+        };
+        fill();
+        model->Load(u"missing");
+        EXPECT_EQ(log, "MeshTable Bogies BogieNames Pantograph ");
+        fill();
+        log.clear();
+    }
+    EXPECT_EQ(log, "MeshTable Bogies BogieNames Pantograph mFSO ");
 }
 
 TEST(MeshEntryLifetime, AnEntryOrItsListKeepsTheModel)

@@ -3,6 +3,7 @@
 #include "good_files.h"
 #include "model_walker.h"
 #include "tools/sample/sample_assets.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -181,13 +182,14 @@ TEST(NoMemory, IsWhatStopsALoadOfTheLongestAllowedFile)
     const std::u16string name = folder.Name(u"longest");
     FileCursor cursor;
     PathResolver names;
+    LoadBudget budget;
     std::int32_t fileSize = 0;
     bool hasFailed = true;
     // `fileSize` is set just before the allocation of 2 GiB, which then fails.
     for (std::int64_t number = 1; hasFailed && fileSize == 0; ++number)
     {
         const FailingAllocation failing(number, hasFailed);
-        EXPECT_FALSE(cursor.LoadFile(name, names, fileSize, EmptyFile::Accepted));
+        EXPECT_FALSE(cursor.LoadFile(name, names, budget, fileSize, EmptyFile::Accepted));
     }
     EXPECT_EQ(fileSize, 2'147'483'646);
 }

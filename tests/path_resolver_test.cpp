@@ -34,7 +34,8 @@ private:
 std::string NativePath(std::u16string_view name)
 {
     PathResolver names;
-    const FoundFile* const found = names.Find(name);
+    const bool isFolder = name.ends_with(u'\\');
+    const auto found = names.Find(name, isFolder ? FoundFile::Kind::Folder : FoundFile::Kind::File);
     return found ? found->nativePath : "";
 }
 
@@ -88,6 +89,16 @@ TEST(PathResolver, ComparesEntriesAsUtf8AndAsWindows1252)
          u"W\u00C3\u00A4\u00E2\u201A\u00AC.IM",
          "w\xC3\xA4\xE2\x82\xAC.im"},
         {"a capital outside Windows-1252", {"\xCE\x91.im"}, u"\u03B1.im", ""},
+    });
+}
+
+TEST(PathResolver, PassesOverWhatIsOfAnotherKind)
+{
+    ExpectFound({
+        {"a folder before the file", {"BODY.IM/", "body.im"}, u"Body.im", "body.im"},
+        {"a folder of the exact name", {"Body.im/", "body.im"}, u"Body.im", "body.im"},
+        {"a file before the folder", {"AB", "aB/f"}, u"ab\\f", "aB/f"},
+        {"nothing but a folder", {"body.im/"}, u"body.im", ""},
     });
 }
 

@@ -5,9 +5,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <dirent.h>
+#include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/types.h>
+#include <unistd.h>
 
 namespace
 {
@@ -107,6 +110,29 @@ TEST(FindConfigFile, FindsFoldersWhereTheListingHasNoTypes)
     EXPECT_EQ(folder.Load(*model), "");
     hidesTypes = false;
     EXPECT_EQ(model->Bogies->Item(1)->Author, u"b");
+}
+
+TEST(DiskFileSystem, ThrowsWhereDescriptorsRunOut)
+{
+    AssetFolder folder;
+    folder.Wagon("bogey <kuid:1:2>\n").Write("b/config.txt", "kuid <kuid:1:2>\nauthor b\n");
+    const auto model = std::make_shared<ZLMModel>();
+    rlimit old{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &old), 0);
+    const int next = ::open("/", O_RDONLY | O_CLOEXEC);
+    ::close(next);
+    // With 0 descriptors left the config can't be opened, with 1 its folders can't be listed.
+    for (int left = 0; left < 4; ++left)
+    {
+        SCOPED_TRACE(left);
+        const rlimit few = {static_cast<rlim_t>(next + left), old.rlim_max};
+        ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+        const std::string raised = folder.Load(*model);
+        ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &old), 0);
+        const bool isEnough = left >= 2;
+        EXPECT_EQ(raised, isEnough ? "" : "FileSystemError 57");
+        EXPECT_TRUE(!isEnough || model->Bogies->Item(1)->Author == u"b");
+    }
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
-#include "zlmim/reader/allowances.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <cerrno>
 #include <exception>
@@ -29,11 +29,11 @@ Asset Fill(std::shared_ptr<Object> object, Load load)
 /// Why a load that found nothing wrong with the content returned false.
 std::string FileProblem(std::u16string_view name, PathResolver& names)
 {
-    const FoundFile* const found = names.Find(name);
+    const auto found = names.Find(name, FoundFile::Kind::File);
+    if (!found && names.Find(name, FoundFile::Kind::Folder))
+        return "it is a folder";
     if (!found)
-        return "there is no such file";
-    if (found->kind != FoundFile::Kind::File)
-        return found->kind == FoundFile::Kind::Folder ? "it is a folder" : "it isn't a regular file";
+        return names.Find(name, FoundFile::Kind::Other) ? "it isn't a regular file" : "there is no such file";
     const std::filesystem::path path = ToPath(found->nativePath);
     std::error_code failure;
     const std::uintmax_t size = std::filesystem::file_size(path, failure);
@@ -65,12 +65,7 @@ Kind KindOf(std::u16string_view name)
 
 std::variant<Input, std::string> FindInput(const std::u16string& name, PathResolver& names)
 {
-    const FoundFile* const found = names.Find(name);
-    if (!found)
-        return "there is no such file or folder";
-    if (found->kind == FoundFile::Kind::Other)
-        return "it is neither a file nor a folder";
-    if (found->kind == FoundFile::Kind::File)
+    if (names.Find(name, FoundFile::Kind::File))
     {
         const std::u16string lowerName = LowerCase(name);
         const Kind kind = KindOf(name);
@@ -80,11 +75,14 @@ std::variant<Input, std::string> FindInput(const std::u16string& name, PathResol
             return "it is no file that zlmim reads: a mesh (.im), an animation (.kin) or a config.txt";
         return Input{kind, name};
     }
+    if (!names.Find(name, FoundFile::Kind::Folder))
+        return names.Find(name, FoundFile::Kind::Other) ? "it is neither a file nor a folder"
+                                                        : "there is no such file or folder";
     const std::u16string folder = name.ends_with(u'\\') ? name : name + u"\\";
     const std::u16string config = folder + u"config.txt";
-    if (const FoundFile* const file = names.Find(config); file && file->kind == FoundFile::Kind::File)
+    if (names.Find(config, FoundFile::Kind::File))
         return Input{Kind::Model, config};
-    if (names.Find(folder + u"config.txt.txt"))
+    if (names.Find(folder + u"config.txt.txt", FoundFile::Kind::File))
         return "there is no config.txt in this folder, but a config.txt.txt: its name has one ending too "
                "many";
     return "there is no config.txt in this folder";
@@ -118,14 +116,16 @@ catch (const std::exception& error)
 
 Asset LoadAsset(const Input& input, const std::shared_ptr<PathResolver>& names, References references)
 {
+    LoadBudget budget;
     if (input.Kind == Kind::Mesh)
-        return Fill(std::make_shared<Mesh>(), [&](Mesh& mesh) { return mesh.Load(input.Name, *names); });
+        return Fill(std::make_shared<Mesh>(),
+                    [&](Mesh& mesh) { return mesh.Load(input.Name, *names, budget); });
     if (input.Kind == Kind::Anim)
-        return Fill(std::make_shared<Anim>(), [&](Anim& anim) { return anim.Load(input.Name, *names); });
+        return Fill(std::make_shared<Anim>(),
+                    [&](Anim& anim) { return anim.Load(input.Name, *names, budget); });
     // A config's name needs a folder, from which references are searched.
     const std::u16string name = FolderOf(input.Name) + std::u16string(BaseName(input.Name));
-    const auto makeFiles = [=] { return std::make_shared<AssetFiles>(names, references); };
-    return Fill(std::make_shared<ZLMModel>(makeFiles),
+    return Fill(std::make_shared<ZLMModel>(std::make_shared<AssetFiles>(names, references)),
                 [&](ZLMModel& model)
                 {
                     model.Load(name);

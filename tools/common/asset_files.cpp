@@ -18,6 +18,10 @@ public:
     [[nodiscard]] std::shared_ptr<Folder> ParentFolder() const override { return nullptr; }
     [[nodiscard]] std::vector<std::shared_ptr<Folder>> SubFolders() const override { return {}; }
     [[nodiscard]] std::u16string Path() const override { return {}; }
+    [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(std::u16string_view) const override
+    {
+        return nullptr;
+    }
 };
 
 } // namespace
@@ -38,11 +42,6 @@ std::unique_ptr<TextStream> AssetFiles::OpenTextFile(const std::u16string& path)
     if (mConfig.empty())
         mConfig = path;
     return mDisk.OpenTextFile(path);
-}
-
-std::unique_ptr<TextStream> AssetFiles::OpenIfExists(const Folder& folder, std::u16string_view name)
-{
-    return mDisk.OpenIfExists(folder, name);
 }
 
 std::shared_ptr<Folder> AssetFiles::GetFolder(const std::u16string& path)

@@ -7,7 +7,6 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace ZLMIM::Tools
 {
@@ -19,8 +18,8 @@ enum class References : bool
     Follow,
 };
 
-/// The disk as a host sees it whose working folder is the asset's, whatever the real one is. Each model has
-/// one of its own, so an asset that is referred to has its own folder as well.
+/// The disk as a host sees it whose working folder is the asset's, whatever the real one is. For one load: the
+/// asset is the first one that is opened.
 class AssetFiles : public FileSystem
 {
 public:
@@ -28,8 +27,6 @@ public:
 
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
     [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;
-    [[nodiscard]] std::unique_ptr<TextStream> OpenIfExists(const Folder& folder,
-                                                           std::u16string_view name) override;
     [[nodiscard]] std::shared_ptr<Folder> GetFolder(const std::u16string& path) override;
     [[nodiscard]] std::u16string FileIdentity(const std::u16string& path) override;
     [[nodiscard]] std::u16string WorkingFolder() override;
@@ -37,7 +34,7 @@ public:
 private:
     DiskFileSystem mDisk;
     References mReferences;
-    /// The model's config: the first text file that the model opens.
+    /// The asset's config: the first text file that is opened.
     std::u16string mConfig;
 };
 

@@ -51,6 +51,8 @@ bool LooksLikeKey(const std::u16string& line)
 std::vector<ConfigLine> ReadLines(ConfigText& text, Report& report, std::int64_t& firstMistake)
 {
     std::vector<ConfigLine> lines;
+    LoadBudget budget;
+    LineReader reader(text, budget);
     while (!text.AtEndOfStream())
     {
         ConfigLine line;
@@ -59,7 +61,10 @@ std::vector<ConfigLine> ReadLines(ConfigText& text, Report& report, std::int64_t
         bool isOpen = false;
         try
         {
-            ReadConfigLine(text, line.Key, line.Value);
+            ZLMIM::ConfigLine logical;
+            ReadConfigLine(reader, logical);
+            line.Key = std::move(logical.Key);
+            line.Value = std::move(logical.Value);
             isOpen = line.Value.starts_with(u'"') && (line.Value.size() == 1 || !line.Value.ends_with(u'"'));
         }
         catch (const FileSystemError&)

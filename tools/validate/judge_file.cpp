@@ -5,6 +5,8 @@
 #include "mesh_material.h"
 #include "skeleton.h"
 
+#include "zlmim/reader/load_budget.h"
+
 #include <cstdint>
 #include <string>
 
@@ -70,7 +72,8 @@ void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, PathReso
     if (!judged.Claim(file))
         return;
     Mesh mesh;
-    const Outcome outcome = Tools::Attempt([&] { return mesh.Load(name, names); });
+    LoadBudget budget;
+    const Outcome outcome = Tools::Attempt([&] { return mesh.Load(name, names, budget); });
     judged.Store(file.Key, ReportOn(mesh, outcome, file, names));
 }
 
@@ -80,7 +83,8 @@ void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, PathReso
     if (!judged.Claim(file))
         return;
     Anim anim;
-    const Outcome outcome = Tools::Attempt([&] { return anim.Load(name, names); });
+    LoadBudget budget;
+    const Outcome outcome = Tools::Attempt([&] { return anim.Load(name, names, budget); });
     judged.Store(file.Key, ReportOn(anim, outcome, file, names));
 }
 
@@ -91,7 +95,8 @@ Outcome OutcomeOf(const Anim& anim, PathResolver& names)
     // Fewer frames than there should be leave several slots unfilled, but so do frames of one number: another
     // load tells.
     Anim again;
-    return Tools::Attempt([&] { return again.Load(anim.FileName, names); });
+    LoadBudget budget;
+    return Tools::Attempt([&] { return again.Load(anim.FileName, names, budget); });
 }
 
 } // namespace ZLMIM::Validate

@@ -20,7 +20,7 @@ namespace
 {
 
 /// Whether the line after a key opens a block.
-bool IsBlock(const ConfigKey& key, const ConfigText& text)
+bool IsBlock(const ConfigLine& key, const ConfigText& text)
 {
     return key.Value.empty() && key.LastLine < text.LineCount() && Trim(text.Line(key.LastLine + 1)) == u"{";
 }
@@ -46,7 +46,7 @@ public:
     }
 
     /// Returns the config that a model loads; empty if it finds none.
-    std::u16string Judge(const ConfigKey& reference, const std::string& andMore)
+    std::u16string Judge(const ConfigLine& reference, const std::string& andMore)
     {
         const std::u16string& kuid = reference.Value;
         const Place place = {.Line = reference.FirstLine, .Detail = Tools::Printable(reference.Key)};
@@ -110,20 +110,20 @@ private:
 
 std::u16string JudgeKuid(ConfigText text, const LocatedFile& file, JudgedFiles& judged, Report& report)
 {
-    std::u16string key;
-    std::u16string value;
+    LoadBudget budget;
+    LineReader lines(text, budget);
+    ConfigLine logical;
     std::u16string kuid;
     std::int64_t line = 0;
     try
     {
         while (!text.AtEndOfStream())
         {
-            const std::int64_t number = text.NextNumber();
-            ReadConfigLine(text, key, value);
-            if (key != u"kuid")
+            ReadConfigLine(lines, logical);
+            if (logical.Key != u"kuid")
                 continue;
-            kuid = LowerCase(Trim(value));
-            line = number;
+            kuid = LowerCase(Trim(logical.Value));
+            line = logical.FirstLine;
         }
     }
     catch (const FileSystemError&)
@@ -143,9 +143,9 @@ std::vector<std::u16string> JudgeReferences(const std::u16string& config, const 
                                             const ConfigKeys& keys, const ConfigText& text, FileSystem& files,
                                             KuidSearch& search, Report& report)
 {
-    std::vector<const ConfigKey*> firstUses;
+    std::vector<const ConfigLine*> firstUses;
     std::map<std::u16string_view, Tally> uses;
-    for (const ConfigKey& reference : keys.References)
+    for (const ConfigLine& reference : keys.References)
     {
         // A block of settings may have a name that begins like a reference.
         if (reference.Value == u"{" || IsBlock(reference, text))
@@ -176,7 +176,7 @@ std::vector<std::u16string> JudgeReferences(const std::u16string& config, const 
         return {};
     std::vector<std::u16string> paths;
     ReferenceJudge judge(config, files, search, report);
-    for (const ConfigKey* const reference : firstUses)
+    for (const ConfigLine* const reference : firstUses)
     {
         std::u16string path = judge.Judge(*reference, uses.at(reference->Value).AndMore());
         if (!path.empty())

@@ -1,7 +1,7 @@
 #include "kuid_search.h"
 
 #include "zlmim/config/config_line.h"
-#include "zlmim/config/reference_search.h"
+#include "zlmim/config/folder_walk.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
@@ -17,30 +17,13 @@ namespace
 
 constexpr std::u16string_view kConfigName = u"config.txt";
 
-/// The first kuid of a config, in lower case.
-std::optional<std::u16string> Kuid(TextStream& stream)
-{
-    std::u16string key;
-    std::u16string value;
-    while (!stream.AtEndOfStream())
-    {
-        ReadConfigLine(stream, key, value);
-        if (key == u"kuid")
-            return LowerCase(value);
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 KuidIndex::KuidIndex(const Folder& start, FileSystem& files)
 {
-    for (const auto& folder : start.SubFolders())
-    {
+    FolderWalk walk(start, mBudget);
+    while (const auto folder = walk.Next())
         Take(*folder, files);
-        for (const auto& child : folder->SubFolders())
-            Take(*child, files);
-    }
     const auto failed = std::find_if(mConfigs.begin(), mConfigs.end(),
                                      [](const FoundConfig& config) { return !config.Failure.empty(); });
     mFirstFailure = static_cast<std::size_t>(failed - mConfigs.begin());
@@ -52,14 +35,19 @@ void KuidIndex::Take(const Folder& folder, FileSystem& files)
     std::optional<std::u16string> kuid;
     try
     {
-        const auto stream = files.OpenIfExists(folder, kConfigName);
+        const auto stream = folder.OpenTextFile(kConfigName);
         if (!stream)
             return;
-        kuid = Kuid(*stream);
+        kuid = FirstConfigValue(u"kuid", *stream, mBudget);
         if (!kuid)
             return;
+        MakeLowerCase(*kuid);
     }
     catch (const FileSystemError& error)
+    {
+        config.Failure = error.what();
+    }
+    catch (const BoundsError& error)
     {
         config.Failure = error.what();
     }

@@ -2,6 +2,7 @@
 #define VALIDATE_KUID_SEARCH_H
 
 #include "zlmim/config/file_system.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <cstddef>
 #include <map>
@@ -44,6 +45,7 @@ public:
 private:
     void Take(const Folder& folder, FileSystem& files);
 
+    LoadBudget mBudget;
     std::vector<FoundConfig> mConfigs;
     /// Places in `mConfigs`, in their order.
     std::unordered_map<std::u16string, std::vector<std::size_t>> mByKuid;

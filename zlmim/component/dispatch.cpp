@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 namespace ZLMIM::Component
 {
@@ -68,6 +69,22 @@ private:
     constexpr int kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
     constexpr int kWrite = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
     return (member.kind & kRead && flags & kRead) || (member.kind & kWrite && flags & kWrite);
+}
+
+/// The status in `EXCEPINFO`. If it has a text, script hosts see a classic error number only in this form.
+[[nodiscard]] SCODE ClassicStatus(HRESULT status)
+{
+    constexpr std::pair<HRESULT, int> kNumbers[] = {{E_INVALIDARG, 5},
+                                                    {DISP_E_OVERFLOW, 6},
+                                                    {E_OUTOFMEMORY, 7},
+                                                    {DISP_E_BADINDEX, 9},
+                                                    {DISP_E_TYPEMISMATCH, 13}};
+    for (const auto& [known, number] : kNumbers)
+    {
+        if (status == known)
+            return static_cast<SCODE>(0x800A0000) + number;
+    }
+    return status;
 }
 
 /// Passes the arguments on to the list that the property `member` holds.
@@ -169,7 +186,7 @@ private:
         {
             *call.exception = {};
             TakeError(*call.exception);
-            call.exception->scode = outcome.thrown;
+            call.exception->scode = ClassicStatus(outcome.thrown);
         }
         return DISP_E_EXCEPTION;
     }

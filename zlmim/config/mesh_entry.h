@@ -33,7 +33,7 @@ public:
     explicit MeshEntry(Membership membership);
     MeshEntry(const MeshEntry&) = delete;
     MeshEntry& operator=(const MeshEntry&) = delete;
-    ~MeshEntry() = default;
+    ~MeshEntry();
 
     /// The whole that the entry is a part of.
     [[nodiscard]] const Membership& Group() const noexcept { return mMembership; }
@@ -74,13 +74,12 @@ public:
     /// @throws std::bad_alloc
     /// @throws std::invalid_argument if there is no model, or it has no `MeshTable`; if the entry has no
     /// `Mesh`, or no `anim` for an animation, then it stays in the table.
-    /// @throws std::bad_weak_ptr if the entry isn't held by a `std::shared_ptr`.
+    /// @throws std::bad_weak_ptr if the entry isn't held by a `std::shared_ptr`; nothing is changed then.
     void Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
               const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
               std::u16string& AttName);
 
-    /// The same as a part of the load of an asset, which may have nothing left for the files of this entry.
-    /// For the library's own use.
+    /// The same as a part of the load of an asset, whose limits it shares. For the library's own use.
     void Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
               const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
               std::u16string& AttName, AssetLoad& load);

@@ -9,10 +9,10 @@ File File::Open(const std::u16string& name, PathResolver& paths)
 {
     if (auto file = OpenExact(ExactNativePath(name)))
         return *std::move(file);
-    const FoundFile* const found = paths.Find(name);
-    if (!found || found->kind != FoundFile::Kind::File)
+    auto found = paths.Find(name, FoundFile::Kind::File);
+    if (!found)
         throw FileSystemError(FileSystemError::Code::NoSuchFile, name);
-    if (auto file = OpenExact(found->nativePath))
+    if (auto file = OpenExact(std::move(found->nativePath)))
         return *std::move(file);
     throw FileSystemError(LastFailure(), name);
 }

@@ -37,7 +37,8 @@ constexpr const char* kHead =
 /// | any other | `E_FAIL` |
 ///
 /// Every failure of a member has a text: `TakeError` gets it after a call by slot, `EXCEPINFO` has it after a call
-/// by name.
+/// by name. There the status is 0x800A0000 + the number that scripts know, if it has one: 5 for `E_INVALIDARG`, 6 for
+/// `DISP_E_OVERFLOW`, 7 for `E_OUTOFMEMORY`, 9 for `DISP_E_BADINDEX`, 13 for `DISP_E_TYPEMISMATCH`.
 ///
 /// Objects refer to one another by counted references, so a host that links them in a ring must break the ring.
 /// `MeshEntry.Load` makes one: the model's `MeshTable` holds the entry, and the entry's `Parent` holds the model.
@@ -147,11 +148,12 @@ std::string GenerateHostHeader()
     std::string text = std::string("// ") + kGenerated + "\n" + kHead;
     const auto interfaces = Interfaces();
     for (const ClassInfo* const info : interfaces)
-        text += std::string("struct ") + info->Interface().name + ";\n";
+        text += std::string("struct ") + info->Interface().name + "; ";
+    text += "\n";
     for (const ClassInfo* const info : interfaces)
     {
-        text += "\n/// Interface of `" + ModelClass(*info) + "`.\n";
-        text += std::string("struct ") + info->Interface().name + " : IDispatch\n{\n";
+        text += "/// Interface of `" + ModelClass(*info) + "`.\n";
+        text += std::string("struct ") + info->Interface().name + " : IDispatch {\n";
         for (const Member& member : info->members)
         {
             text += "    virtual HRESULT STDMETHODCALLTYPE " + NameOf(member) + "(" + ArgumentsOf(member) +
