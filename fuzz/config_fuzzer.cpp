@@ -24,8 +24,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         [&]
         {
             const auto stream = files->OpenTextFile(u"config.txt");
-            for (std::u16string key, value; !stream->AtEndOfStream();)
-                ZLMIM::ReadConfigLine(*stream, key, value);
+            ZLMIM::LoadBudget budget;
+            ZLMIM::LineReader lines(*stream, budget);
+            for (ZLMIM::ConfigLine line; !lines.AtEndOfStream();)
+                ZLMIM::ReadConfigLine(lines, line);
         });
     return 0;
 }

@@ -48,6 +48,7 @@ public:
         return folders;
     }
     [[nodiscard]] std::u16string Path() const override { return PathOf(*mNode); }
+    [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(std::u16string_view name) const override;
 
 private:
     [[nodiscard]] std::shared_ptr<Folder> Open(const Node* node) const
@@ -101,15 +102,28 @@ void MemoryFileSystem::Add(std::u16string_view path, std::string bytes, bool isR
 
 bool MemoryFileSystem::FileExists(const std::u16string& path) { return FindFile(path); }
 
+std::unique_ptr<TextStream> MemoryFileSystem::Open(const File& file, const std::shared_ptr<const void>& owner,
+                                                   const std::u16string& path)
+{
+    if (!file.isReadable)
+        throw FileSystemError(FileSystemError::Code::NoPermission, path);
+    return std::make_unique<Stream>(std::shared_ptr<const std::string>(owner, &file.bytes), path);
+}
+
+std::unique_ptr<TextStream> MemoryFileSystem::OpenFolder::OpenTextFile(std::u16string_view name) const
+{
+    const auto file = mNode->files.find(LowerCase(name));
+    if (file == mNode->files.end())
+        return nullptr;
+    return MemoryFileSystem::Open(file->second, mNode, (Path() += u'\\') += name);
+}
+
 std::unique_ptr<TextStream> MemoryFileSystem::OpenTextFile(const std::u16string& path)
 {
     const File* const file = FindFile(path);
     if (!file)
         throw FileSystemError(FileSystemError::Code::NoSuchFile, path);
-    if (!file->isReadable)
-        throw FileSystemError(FileSystemError::Code::NoPermission, path);
-    return std::make_unique<Stream>(std::shared_ptr<const std::string>(shared_from_this(), &file->bytes),
-                                    path);
+    return Open(*file, shared_from_this(), path);
 }
 
 std::shared_ptr<Folder> MemoryFileSystem::GetFolder(const std::u16string& path)

@@ -50,6 +50,9 @@ private:
         std::map<std::u16string, File, std::less<>> files;
     };
 
+    /// `owner` keeps the file's bytes.
+    [[nodiscard]] static std::unique_ptr<TextStream>
+    Open(const File& file, const std::shared_ptr<const void>& owner, const std::u16string& path);
     [[nodiscard]] static std::u16string PathOf(const Node& node);
     /// Where a walk along a path starts.
     Node* StartOf(std::u16string_view path);

@@ -128,11 +128,10 @@ std::uint64_t LoadAndWalk(const std::shared_ptr<ZLMModel>& model, const std::u16
 void LoadTwice(const std::shared_ptr<FileSystem>& files, const std::u16string& first,
                const std::u16string& second)
 {
-    const FileSystemMaker maker = [files] { return files; };
-    auto model = std::make_shared<ZLMModel>(maker);
+    auto model = std::make_shared<ZLMModel>(files);
     LoadAndWalk(model, first);
     const auto digest = LoadAndWalk(model, second);
-    Require(digest == LoadAndWalk(std::make_shared<ZLMModel>(maker), second), "a load leaves nothing behind");
+    Require(digest == LoadAndWalk(std::make_shared<ZLMModel>(files), second), "a load leaves nothing behind");
 
     std::shared_ptr<MeshEntry> entry;
     if (const auto table = model->MeshTable(); table->Count() > 0)

@@ -29,8 +29,8 @@ inline std::string SmallAnim()
     return AnimHeader("n", 0).Block("EVNT", Bytes()).Block("SKEL", bone).Str();
 }
 
-/// A folder of assets, which is the working folder as long as it lives. Assets lie in "top/assets", so that
-/// searches for references stay inside.
+/// A temporary folder of assets. The assets are in "top/assets", so that searches for references stay inside;
+/// the working folder is "top/assets/wagon" while this lives.
 class AssetFolder
 {
 public:
@@ -43,7 +43,7 @@ public:
     AssetFolder& operator=(const AssetFolder&) = delete;
     ~AssetFolder() { std::filesystem::current_path(mBefore); }
 
-    /// Writes a file; `name` counts from "top/assets".
+    /// Writes a file; `name` is relative to "top/assets".
     AssetFolder& Write(const std::string& name, std::string_view bytes)
     {
         mFolder.Write("top/assets/" + name, bytes);
@@ -53,8 +53,8 @@ public:
 
     [[nodiscard]] std::u16string WagonName() const { return mFolder.Name(u"top\\assets\\wagon\\config.txt"); }
 
-    /// Loads the wagon's config. Answers "" or the name of what was raised, with the number of a file-system
-    /// one.
+    /// Loads the wagon's config. Returns "", or the name of the error that was thrown, with the number of a
+    /// file-system error.
     std::string Load(ZLMModel& model) const
     try
     {

@@ -16,7 +16,7 @@
 namespace ZLMIM::Host
 {
 
-/// A function of the module, which is loaded once and stays.
+/// A function of the module, which stays loaded.
 template <class Function>
 [[nodiscard]] Function Exported(const char* name)
 {
@@ -31,7 +31,7 @@ template <class Function>
 
 [[nodiscard]] inline GetClassObject ClassObjects() { return Exported<GetClassObject>("DllGetClassObject"); }
 
-/// Whether the module says that no host holds anything of it.
+/// Whether the module can be unloaded, since no host holds anything of it.
 [[nodiscard]] inline bool IsIdle()
 {
     return Exported<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")() == S_OK;
@@ -45,7 +45,7 @@ template <class I>
     return object;
 }
 
-/// What a property or method without arguments gives.
+/// The result of a property or a method without arguments.
 template <class T, class I>
 [[nodiscard]] T Read(const Pointer<I>& object, HRESULT (STDMETHODCALLTYPE I::*get)(T*))
 {
@@ -88,7 +88,10 @@ template <class I>
     return id;
 }
 
-/// Calls a member by name; a member's own failure is the answer.
+/// Script error `number` as a status.
+[[nodiscard]] constexpr HRESULT ScriptError(int number) { return static_cast<HRESULT>(0x800A0000) + number; }
+
+/// Calls a member by name. Returns the member's own failure, if that is what failed.
 inline HRESULT Call(IDispatch* object, std::u16string_view name, WORD flags,
                     std::initializer_list<VARIANT*> arguments, VARIANT* result = nullptr)
 {
@@ -102,10 +105,12 @@ inline HRESULT Call(IDispatch* object, std::u16string_view name, WORD flags,
     EXCEPINFO exception{};
     const HRESULT status = object->Invoke(IdOf(object, name), Component::kNoInterface, 0, flags, &parameters,
                                           result, &exception, nullptr);
+    SysFreeString(exception.bstrSource);
+    SysFreeString(exception.bstrDescription);
     return status == DISP_E_EXCEPTION ? exception.scode : status;
 }
 
-/// A variant that refers to another: how a script hands over its variables.
+/// A variant that refers to another, as scripts pass their variables.
 [[nodiscard]] inline VARIANT ReferenceTo(VARIANT& variable)
 {
     VARIANT reference{};

@@ -3,6 +3,7 @@
 #include "zlmim/config/disk_file_system.h"
 #include "zlmim/config/lod_number.h"
 #include "zlmim/model/errors.h"
+#include "zlmim/model/text.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -78,17 +79,80 @@ TEST(ReadConfigLine, TellsKeyAndValue)
         SCOPED_TRACE(c.file);
         folder.Write("f", c.file);
         const auto stream = DiskFileSystem().OpenTextFile(folder.Name(u"f"));
-        std::u16string key = u"old";
-        std::u16string value = u"old";
+        LoadBudget budget;
+        LineReader lines(*stream, budget);
+        ConfigLine line = {u"old", u"old", 0, 0};
         if (c.rest == u"-")
         {
-            EXPECT_THROW(ReadConfigLine(*stream, key, value), FileSystemError);
+            EXPECT_THROW(ReadConfigLine(lines, line), FileSystemError);
             continue;
         }
-        ReadConfigLine(*stream, key, value);
-        EXPECT_EQ(key, c.key);
-        EXPECT_EQ(value, c.value);
+        ReadConfigLine(lines, line);
+        EXPECT_EQ(line.Key, c.key);
+        EXPECT_EQ(line.Value, c.value);
+        EXPECT_EQ(line.FirstLine, 1);
+        EXPECT_EQ(line.LastLine, lines.LineCount());
         EXPECT_EQ(stream->AtEndOfStream() ? u"" : stream->ReadLine(), c.rest);
+    }
+}
+
+TEST(ReadConfigLine, JoinsAValueOfAnyNumberOfLines)
+{
+    // More than two of the parts that a long value is joined from.
+    const std::size_t lineCount = 600'000;
+    const TempFolder folder;
+    folder.Write("f", "k \"" + std::string(lineCount, '\n') + "z\"\nx");
+    const auto stream = DiskFileSystem().OpenTextFile(folder.Name(u"f"));
+    LoadBudget budget;
+    LineReader lines(*stream, budget);
+    ConfigLine line;
+    ReadConfigLine(lines, line);
+    ASSERT_EQ(line.Value.size(), 2 * lineCount + 1);
+    EXPECT_EQ(line.Value.find_first_not_of(u"\r\n"), 2 * lineCount);
+    EXPECT_EQ(line.Value.back(), u'z');
+    EXPECT_EQ(line.LastLine, static_cast<std::int64_t>(lineCount) + 1);
+}
+
+TEST(FirstConfigValue, KeepsNoMoreOfALineThanASearchNeeds)
+{
+    const std::string blanks(9'000, ' ');
+    const std::string words(9'000, 'w');
+    const std::pair<std::string, std::string> cases[] = {
+        {"kuid <a>\n", "<a>"},
+        {blanks + "d \"\nkuid no\"\nkuid <a>\n", "<a>"},
+        {"d \"" + blanks + "\nkuid no\"\nkuid <a>\n", "<a>"},
+        {"d " + words + "\nkuid <a>\n", "<a>"},
+        {words + "\nkuid <a>\n", "<a>"},
+        {"d \"" + words + "\nkuid no\n" + words + "\"\nkuid <a>\n", "<a>"},
+        {"d \"" + words + "\"\nkuid <a>\n", "<a>"},
+        {"d \"" + words + "\" \nkuid <a>\n", "<a>"},
+        {"d \"a\n" + words + "\" \nkuid no\n\"\nkuid <a>\n", "<a>"},
+        {"kuid-table x\nkuid\n", ""},
+        {"x <a>\n", "no such key"},
+        {blanks + "kuid <a>\n", "BoundsError 4096"},
+        {"kuid <a>" + blanks + "\n", "BoundsError 4096"},
+        {"kuid " + words + "\n", "BoundsError 4096"},
+        {"kuid" + blanks + "<a>\n", "BoundsError 4096"},
+        {"kuid \"<a>\n" + words + "\"\nx\n", "BoundsError 4096"},
+    };
+    const TempFolder folder;
+    for (const auto& [file, outcome] : cases)
+    {
+        SCOPED_TRACE(file.substr(0, 20));
+        folder.Write("f", file);
+        const auto stream = DiskFileSystem().OpenTextFile(folder.Name(u"f"));
+        LoadBudget budget;
+        std::string found;
+        try
+        {
+            const auto value = FirstConfigValue(u"kuid", *stream, budget);
+            found = value ? ToUtf8(*value) : "no such key";
+        }
+        catch (const BoundsError& error)
+        {
+            found = "BoundsError " + std::to_string(error.Position());
+        }
+        EXPECT_EQ(found, outcome);
     }
 }
 

@@ -6,11 +6,11 @@
 namespace
 {
 
-/// Allocations up to the one that fails; 0 where none will.
+/// Allocations up to and including the one that fails; 0 if none is to fail.
 thread_local std::int64_t countdown = 0;
 thread_local std::int64_t outstanding = 0;
 
-bool IsToFail() { return countdown > 0 && --countdown == 0; }
+bool MustFail() { return countdown > 0 && --countdown == 0; }
 
 void* Counted(void* block)
 {
@@ -20,7 +20,8 @@ void* Counted(void* block)
 
 } // namespace
 
-// The linker sends calls of `malloc` to `__wrap_malloc`, and calls of `__real_malloc` to the true one.
+// With --wrap=malloc, the linker turns calls of `malloc` into calls of `__wrap_malloc`, and `__real_malloc`
+// is the C library's function.
 extern "C"
 {
     void* __real_malloc(std::size_t size);
@@ -28,14 +29,14 @@ extern "C"
     void* __real_realloc(void* block, std::size_t size);
     void __real_free(void* block);
 
-    void* __wrap_malloc(std::size_t size) { return IsToFail() ? nullptr : Counted(__real_malloc(size)); }
+    void* __wrap_malloc(std::size_t size) { return MustFail() ? nullptr : Counted(__real_malloc(size)); }
     void* __wrap_calloc(std::size_t count, std::size_t size)
     {
-        return IsToFail() ? nullptr : Counted(__real_calloc(count, size));
+        return MustFail() ? nullptr : Counted(__real_calloc(count, size));
     }
     void* __wrap_realloc(void* block, std::size_t size)
     {
-        if (IsToFail())
+        if (MustFail())
             return nullptr;
         void* const grown = __real_realloc(block, size);
         return block ? grown : Counted(grown);

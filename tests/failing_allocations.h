@@ -6,12 +6,12 @@
 namespace ZLMIM::Testing
 {
 
-/// While it lives, the `number`-th allocation (from 1) that this thread makes by `new`, `malloc`, `calloc` or
-/// `realloc` fails. For programs that are linked with the --wrap options that failing_allocations.cpp needs.
+/// Makes the `number`-th allocation (from 1) of this thread by `new`, `malloc`, `calloc` or `realloc` fail
+/// while in scope. Needs the program to be linked with --wrap for these functions.
 class FailingAllocation
 {
 public:
-    /// `hasFailed` tells in the end whether there were so many.
+    /// `hasFailed` is set at the end: whether that allocation was reached.
     FailingAllocation(std::int64_t number, bool& hasFailed);
     FailingAllocation(const FailingAllocation&) = delete;
     FailingAllocation& operator=(const FailingAllocation&) = delete;
@@ -21,7 +21,7 @@ private:
     bool& mHasFailed;
 };
 
-/// How many allocations this thread has made, all in all, less those that it has freed.
+/// Allocations of this thread minus those that it has freed.
 [[nodiscard]] std::int64_t OutstandingAllocations();
 
 } // namespace ZLMIM::Testing

@@ -3,6 +3,7 @@
 #include "temp_folder.h"
 #include "zlmim/reader/file_cursor.h"
 #include "zlmim/reader/file_names.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <filesystem>
 #include <functional>
@@ -18,24 +19,31 @@ namespace
 
 using namespace std::string_view_literals;
 
+/// A budget for cursors that outlives them.
+LoadBudget& TestBudget()
+{
+    static LoadBudget budget;
+    return budget;
+}
+
 FileCursor CursorOver(const Bytes& file, std::int32_t pos = 0)
 {
     FileCursor cursor;
     std::int32_t fileSize = -1;
-    EXPECT_TRUE(cursor.LoadBytes(file.Span(), fileSize, EmptyFile::Accepted));
+    EXPECT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize, EmptyFile::Accepted));
     EXPECT_EQ(fileSize, static_cast<std::int32_t>(file.Size()));
     cursor.Pos = pos;
     return cursor;
 }
 
-/// What a reading operation of the cursor gives, without its value.
+/// Calls a read of the cursor, and drops its value.
 template <auto Read>
 void Call(FileCursor& cursor)
 {
     static_cast<void>((cursor.*Read)());
 }
 
-TEST(FileCursorFixedSizes, ReachTheZeroBehindTheFileAndNoFurther)
+TEST(FileCursorFixedSizes, CanReadTheZeroAfterTheFileButNoFurther)
 {
     const std::pair<std::int32_t, void (*)(FileCursor&)> reads[] = {
         {2, Call<&FileCursor::GetShort>},
@@ -46,7 +54,7 @@ TEST(FileCursorFixedSizes, ReachTheZeroBehindTheFileAndNoFurther)
         {16, Call<&FileCursor::GetQuaternion>},
         {20, Call<&FileCursor::GetVertex>},
         {48, Call<&FileCursor::GetMatrix>},
-        {24, [](FileCursor& c) { static_cast<void>(c.GetRun<Vector>(2)); }},
+        {24, [](FileCursor& c) { static_cast<void>(c.GetArray<Vector>(2)); }},
     };
     for (const auto& [size, read] : reads)
     {
@@ -61,15 +69,26 @@ TEST(FileCursorFixedSizes, ReachTheZeroBehindTheFileAndNoFurther)
         for (const std::int32_t pos : {52 - size, 51, kHighest, -1, kLowest})
         {
             cursor.Pos = pos;
-            EXPECT_THROW(read(cursor), BoundsError) << pos;
+            EXPECT_EQ(ErrorPosition([&] { read(cursor); }), pos == 52 - size ? 51 : pos);
             EXPECT_EQ(cursor.Pos, pos);
         }
         cursor.Release();
         cursor.Pos = 0;
-        EXPECT_THROW(read(cursor), BoundsError) << "no data";
+        EXPECT_EQ(ErrorPosition([&] { read(cursor); }), 0) << "no data";
     }
     FileCursor cursor = CursorOver(Bytes().Text("zABC"), 1);
     EXPECT_EQ(cursor.GetLong(), 0x00434241);
+    cursor.Pos = 3;
+    std::string message;
+    try
+    {
+        static_cast<void>(cursor.GetLong());
+    }
+    catch (const BoundsError& error)
+    {
+        message = error.what();
+    }
+    EXPECT_EQ(message, "4 bytes at 3, data ends at 4");
 }
 
 TEST(FileCursorText, MovesByTheStoredLengthWhereverTheTextEnds)
@@ -84,10 +103,10 @@ TEST(FileCursorText, MovesByTheStoredLengthWhereverTheTextEnds)
         std::int32_t pos;
         std::u16string_view text;
         std::string_view outcome;
-        std::int32_t posBehind;
+        std::int32_t nextPos;
     } cases[] = {
         {"tag, zeroes inside", tag(4), Bytes().Text("A\0B\0C"sv), 0, u"A\0B\0"sv, "done", 4},
-        {"tag, with the 0 behind the file", tag(4), Bytes().Text("ABC"), 0, u"ABC\0"sv, "done", 4},
+        {"tag, with the 0 after the file", tag(4), Bytes().Text("ABC"), 0, u"ABC\0"sv, "done", 4},
         {"tag, one byte too short", tag(4), Bytes().Text("AB"), 0, u"", kBounds, 0},
         {"tag, before the data", tag(4), Bytes().Text("ABCD"), -1, u"", kBounds, -1},
         {"tag, bytes above 127", tag(3), Bytes().Text("\x80\xC4\x81"), 0, u"\u20AC\u00C4\x81", "done", 3},
@@ -103,7 +122,7 @@ TEST(FileCursorText, MovesByTheStoredLengthWhereverTheTextEnds)
         {"longer than the file", string, Bytes().Long(99).Text("ab"), 0, u"ab", "done", 103},
         {"greatest length", string, Bytes().Long(kHighest - 4).Text("ab"), 0, u"ab", "done", kHighest},
         {"length past the range", string, Bytes().Long(kHighest - 3).Text("ab"), 0, u"", kOverflow, 4},
-        {"only the 0 behind the file", string, Bytes().Long(5), 0, u"", "done", 9},
+        {"only the 0 after the file", string, Bytes().Long(5), 0, u"", "done", 9},
         {"nothing left", string, Bytes().Text("\x05\0\0"sv), 0, u"", kBounds, 4},
         {"negative", string, Bytes().Text("ab").Long(-5).Text("c"), 2, u"", "done", 1},
         {"far negative", string, Bytes().Long(kLowest), 0, u"", "done", kLowest + 4},
@@ -116,53 +135,57 @@ TEST(FileCursorText, MovesByTheStoredLengthWhereverTheTextEnds)
         std::u16string text;
         EXPECT_EQ(OutcomeOf([&] { return text = c.read(cursor); }), c.outcome);
         EXPECT_EQ(text, c.text);
-        EXPECT_EQ(cursor.Pos, c.posBehind);
+        EXPECT_EQ(cursor.Pos, c.nextPos);
     }
 }
 
-TEST(FileCursorGetRun, TakesElementsTogetherOrNone)
+TEST(FileCursorGetArray, ReadsAllElementsOrNothing)
 {
     FileCursor cursor = CursorOver(Bytes().Text("zabcdefg"), 1);
-    const auto run = cursor.GetRun<std::int16_t>(3);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(run.bytes), run.count * 2), "abcdef");
+    const auto array = cursor.GetArray<std::int16_t>(3);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(array.bytes), array.count * 2), "abcdef");
     EXPECT_EQ(cursor.Pos, 7);
     EXPECT_TRUE(cursor.CanRead(1, 2));
     EXPECT_FALSE(cursor.CanRead(2, 2));
     EXPECT_FALSE(cursor.CanRead(kHighest, 48));
-    EXPECT_EQ(OutcomeOf([&] { return cursor.GetRun<Matrix>(kHighest).count; }), kBounds);
+    EXPECT_EQ(OutcomeOf([&] { return cursor.GetArray<Matrix>(kHighest).count; }), kBounds);
     cursor.Pos = 99;
-    EXPECT_EQ(cursor.GetRun<Matrix>(0).count + cursor.GetRun<Matrix>(kLowest).count, 0U);
+    EXPECT_EQ(cursor.GetArray<Matrix>(0).count + cursor.GetArray<Matrix>(kLowest).count, 0U);
     EXPECT_EQ(cursor.Pos, 99);
 }
 
-TEST(FileCursor, ReadsTwiceTheFileAnd65536BytesAltogether)
+TEST(FileCursor, ReadsAtMostTwiceTheFilePlus65536Bytes)
 {
-    // 12 bytes: 65,560 may be read.
+    // 12 bytes, so 65,560 may be read.
     const auto file = Bytes().Long(8).Text("ab\0defgh"sv);
     const std::pair<void (*)(FileCursor&), int> cases[] = {
         {Call<&FileCursor::GetLong>, 16390},
         {Call<&FileCursor::GetString>, 10926}, // its length and two characters
         {[](FileCursor& c) { static_cast<void>(c.GetTag(5)); }, 13112},
-        {[](FileCursor& c) { static_cast<void>(c.GetRun<std::int16_t>(6)); }, 5463},
+        {[](FileCursor& c) { static_cast<void>(c.GetArray<std::int16_t>(6)); }, 5463},
     };
     FileCursor cursor;
     for (const auto& [read, times] : cases)
     {
         SCOPED_TRACE(times);
         std::int32_t fileSize = 0;
-        ASSERT_TRUE(cursor.LoadBytes(file.Span(), fileSize, EmptyFile::Refused));
+        ASSERT_TRUE(
+            cursor.LoadBytes(Bytes().Zeros(9'999).Span(), TestBudget(), fileSize, EmptyFile::Refused));
+        ASSERT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize,
+                                     EmptyFile::Refused)); // on its own allowance
         for (int i = 0; i < times; ++i)
         {
             cursor.Pos = 0;
             read(cursor);
         }
         cursor.Pos = 0;
-        EXPECT_THROW(read(cursor), BoundsError);
+        const auto position = ErrorPosition([&] { read(cursor); });
+        EXPECT_EQ(position, cursor.Pos);
         EXPECT_FALSE(cursor.CanRead(1, 12));
     }
 }
 
-TEST(FileCursorLoadFile, AnswersForEachKindOfFile)
+TEST(FileCursorLoadFile, LoadsOnlyRegularFilesOfAnAllowedLength)
 {
     const TempFolder folder;
     folder.Write("three", "abc");
@@ -174,7 +197,7 @@ TEST(FileCursorLoadFile, AnswersForEachKindOfFile)
     {
         std::u16string_view name;
         EmptyFile emptyFile;
-        bool answer;
+        bool isLoaded;
         std::int32_t fileSize; // 77 before
     } cases[] = {
         {u"three", EmptyFile::Refused, true, 3},       {u"THREE", EmptyFile::Refused, true, 3},
@@ -190,11 +213,12 @@ TEST(FileCursorLoadFile, AnswersForEachKindOfFile)
         FileCursor cursor;
         cursor.Pos = 5;
         std::int32_t fileSize = 77;
-        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), names, fileSize, c.emptyFile), c.answer);
+        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), names, TestBudget(), fileSize, c.emptyFile),
+                  c.isLoaded);
         EXPECT_EQ(fileSize, c.fileSize);
         const std::string_view file = "abc\0"sv;
         EXPECT_EQ(std::string(cursor.Data().begin(), cursor.Data().end()),
-                  !c.answer ? "" : file.substr(3 - static_cast<std::size_t>(c.fileSize)));
+                  !c.isLoaded ? "" : file.substr(3 - static_cast<std::size_t>(c.fileSize)));
         EXPECT_EQ(cursor.Pos, 5);
     }
 }

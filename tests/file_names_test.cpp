@@ -14,7 +14,7 @@ namespace
 
 using namespace std::string_view_literals;
 
-/// Names are relative: each case works inside a folder of its own.
+/// A temporary folder with these entries, which is the working folder while this lives.
 class WorkingFolder
 {
 public:
@@ -34,7 +34,8 @@ private:
 std::string SystemName(std::u16string_view name)
 {
     FileNames names;
-    const FoundFile* const found = names.Find(name);
+    const bool isFolder = name.ends_with(u'\\');
+    const auto found = names.Find(name, isFolder ? FoundFile::Kind::Folder : FoundFile::Kind::File);
     return found ? found->systemName : "";
 }
 
@@ -56,11 +57,11 @@ void ExpectFound(const std::vector<Case>& cases)
     }
 }
 
-TEST(FileNames, TakesTheExactNameFirst)
+TEST(FileNames, PrefersTheExactName)
 {
     ExpectFound({
         {"among several", {"A.im", "a.im"}, u"a.im", "a.im"},
-        {"behind a folder", {"AB/c", "ab/c", "Ab/c"}, u"ab\\c", "ab/c"},
+        {"inside a folder", {"AB/c", "ab/c", "Ab/c"}, u"ab\\c", "ab/c"},
         {"through its parent", {"A/", "B/f"}, u"A\\..\\B\\f", "A/../B/f"},
     });
 }
@@ -70,8 +71,8 @@ TEST(FileNames, IgnoresLetterCasePartByPart)
     ExpectFound({
         {"all parts", {"Wagon/BODY.im"}, u"wAGON\\body.IM", "Wagon/BODY.im"},
         {"first in byte order", {"a.IM", "A.im", "a.iM"}, u"a.im", "A.im"},
-        {"only the last folder leads on", {"AB/x", "Ab/x", "aB/f"}, u"ab\\F", "aB/f"},
-        {"exact folder leads nowhere", {"A/", "a/f"}, u"A\\f", "a/f"},
+        {"only in the last folder", {"AB/x", "Ab/x", "aB/f"}, u"ab\\F", "aB/f"},
+        {"not in the exact folder", {"A/", "a/f"}, u"A\\f", "a/f"},
         {"file instead of a folder", {"AB", "aB/f"}, u"ab\\f", "aB/f"},
         {"parent and own folder", {"A/", "B/f"}, u"a\\..\\.\\b\\F", "A/.././B/f"},
         {"trailing separator", {"Folder/"}, u"folder\\", "Folder/"},
@@ -91,19 +92,29 @@ TEST(FileNames, ComparesEntriesAsUtf8AndAsWindows1252)
     });
 }
 
-TEST(FileNames, IsEmptyWhereNothingStands)
+TEST(FileNames, PassesOverWhatIsOfAnotherKind)
 {
     ExpectFound({
-        {"another name", {"a.im"}, u"b.im", ""},
-        {"beginning of a name", {"a.im"}, u"A.i", ""},
-        {"empty", {"a.im"}, u"", ""},
-        {"zero inside", {"a.im"}, u"a.im\0b"sv, ""},
-        {"zero inside, other case", {"a.im"}, u"A.im\0"sv, ""},
-        {"trailing separator behind a file", {"file"}, u"FILE\\", ""},
+        {"a folder before the file", {"BODY.IM/", "body.im"}, u"Body.im", "body.im"},
+        {"a folder of the exact name", {"Body.im/", "body.im"}, u"Body.im", "body.im"},
+        {"a file before the folder", {"AB", "aB/f"}, u"ab\\f", "aB/f"},
+        {"nothing but a folder", {"body.im/"}, u"body.im", ""},
     });
 }
 
-TEST(FileNames, TakesEachFolderOnceHoweverManyLinksLeadThere)
+TEST(FileNames, FindsNothingElse)
+{
+    ExpectFound({
+        {"another name", {"a.im"}, u"b.im", ""},
+        {"start of a name", {"a.im"}, u"A.i", ""},
+        {"empty", {"a.im"}, u"", ""},
+        {"zero inside", {"a.im"}, u"a.im\0b"sv, ""},
+        {"zero inside, other case", {"a.im"}, u"A.im\0"sv, ""},
+        {"separator after a file", {"file"}, u"FILE\\", ""},
+    });
+}
+
+TEST(FileNames, VisitsEachFolderOnceHoweverManyLinksLeadThere)
 {
     const WorkingFolder folder({"f"});
     std::filesystem::create_directory_symlink(".", "loop");
@@ -116,7 +127,21 @@ TEST(FileNames, TakesEachFolderOnceHoweverManyLinksLeadThere)
     EXPECT_EQ(SystemName(name + u"F").substr(0, 10), "LOOP/LOOP/");
 }
 
-TEST(FromSystemName, ReadsUtf8AndElseWindows1252)
+TEST(FileNames, IgnoresLetterCaseInNamesOfUpTo64Parts)
+{
+    std::string path;
+    std::u16string name;
+    for (int i = 0; i < 63; ++i)
+    {
+        path += "a/";
+        name += u"A\\";
+    }
+    const WorkingFolder folder({path + "f", path + "a/f"});
+    EXPECT_EQ(SystemName(name + u"f"), path + "f");
+    EXPECT_EQ(SystemName(name + u"a\\f"), "");
+}
+
+TEST(FromSystemName, ReadsUtf8OrElseWindows1252)
 {
     EXPECT_EQ(FromSystemName("w\xC3\xA4g"), u"w\u00E4g");
     EXPECT_EQ(FromSystemName("w\xE4g\x80"), u"w\u00E4g\u20AC");

@@ -106,7 +106,7 @@ TEST(HostileMesh, EndsAtItsAllowancesAndKeepsWhatStood)
         const char* outcome;
         std::vector<std::int32_t> standing;
     } cases[] = {
-        {"chunks without end", selfChunk, "BoundsError", {2736, -1, -1, 0, 0, 0, 0}},
+        {"chunks without end", selfChunk, "BoundsError", {4104, -1, -1, 0, 0, 0, 0}},
         {"chunks past the file",
          MeshHeader(kHighest).Block("CHNK", Bytes().Zeros(12)),
          "BoundsError",
@@ -123,6 +123,10 @@ TEST(HostileMesh, EndsAtItsAllowancesAndKeepsWhatStood)
         {"1,024 levels", MeshWith(Chain(MeshBone, 1024)), "true", {0, 0, 1, 1024, 1024, 0, 0}},
         {"1,025 levels", MeshWith(Chain(MeshBone, 1025)), "BoundsError", {0, 0, 1, 1024, 1024, 0, 0}},
         {"65,536 bones", MeshWith(MeshBone("r", 65'535)), "true", {0, 0, 65'535, 2, 1, 0, 0}},
+        {"65,536 bones, before another tag",
+         MeshWith(MeshBone("r", 65'535)).Text("NEXT"),
+         "true",
+         {0, 0, 65'535, 2, 1, 0, 0}},
         {"65,537 bones", MeshWith(MeshBone("r", 65'536)), "BoundsError", {0, 0, 65'535, 2, 1, 0, 0}},
         {"2^31 bones", MeshWith(MeshBone("r", kHighest)), "BoundsError", {0, 0, 65'535, 2, 1, 0, 0}},
         {"vertices past the file", geometry(kHighest, 0, 0), "BoundsError", {0, -1, -1, 0, 0, kHighest, 0}},

@@ -17,7 +17,7 @@ namespace ZLMIM::Testing
 namespace
 {
 
-/// Names and nesting of a tree: "A(B C)". Every parent is looked at on the way.
+/// Names and nesting of a tree, such as "A(B C)". Checks every bone's parent.
 std::string Outline(const Bone& bone)
 {
     std::string text = ToUtf8(bone.Name);
@@ -29,7 +29,13 @@ std::string Outline(const Bone& bone)
     return bone.Children()->Count() > 0 ? text + ")" : text;
 }
 
-TEST(MeshSkeleton, IsTheTreeThatTheBlocksDescribe)
+/// A chunk that hangs from the bone of that name.
+Bytes BoundChunk(std::string_view bone)
+{
+    return Bytes().Block("CHNK", Bytes().Zeros(8).Block("GEOM", Bytes().Long(200).Zeros(28).String(bone)));
+}
+
+TEST(MeshSkeleton, IsTheTreeInTheFile)
 {
     const auto leaf = MeshBone("L");
     const auto foreign = Bytes().Block("OTHR", Bytes());
@@ -47,12 +53,12 @@ TEST(MeshSkeleton, IsTheTreeThatTheBlocksDescribe)
         {"nested",
          MeshSkeleton(MeshBone("A", 2, MeshBone("B", 2, Bytes(leaf).Append(MeshBone("M"))).Append(leaf))),
          "A(B(L M) L)", 5},
-        {"nothing behind the dropped field", MeshSkeleton({}), "", 0},
+        {"nothing after the dropped field", MeshSkeleton({}), "", 0},
         {"no root block", MeshSkeleton(foreign), "", 0},
         {"surplus children", MeshSkeleton(MeshBone("A", 3, leaf)), "A(L  )", 2},
         {"foreign child", MeshSkeleton(MeshBone("A", 2, Bytes(foreign).Append(leaf))), "A( )", 1},
-        {"fewer than none", MeshSkeleton(MeshBone("A", -1, leaf)), "A", 1},
-        {"greater child",
+        {"negative child count", MeshSkeleton(MeshBone("A", -1, leaf)), "A", 1},
+        {"child block with extra bytes",
          MeshSkeleton(MeshBone("A", 2, Bytes().Block("BONE", fields(0).Zeros(5)).Append(leaf))), "A(S L)", 3},
         {"child ends before its child",
          MeshSkeleton(MeshBone("A", 2, Bytes().Block("BONE", fields(1).Append(leaf), -49))), "A(S(L) L)", 4},
@@ -68,7 +74,7 @@ TEST(MeshSkeleton, IsTheTreeThatTheBlocksDescribe)
     }
 }
 
-TEST(MeshSkeleton, AddsToBoneCountButReplacesTheTree)
+TEST(MeshSkeleton, IsReplacedByALaterLoadWhichAddsToBoneCount)
 {
     Mesh mesh;
     ASSERT_TRUE(mesh.LoadBytes(GoodMesh().Span()));
@@ -81,11 +87,10 @@ TEST(MeshSkeleton, AddsToBoneCountButReplacesTheTree)
               std::tuple(100, Vector{1, 2, 3}, Quaternion{0, 0, 0, 1}));
 }
 
-TEST(MeshSkeleton, KeepsTheTreeAsFarAsItCame)
+TEST(MeshSkeleton, KeepsWhatWasReadBeforeAFailure)
 {
-    const auto chunk = Bytes().Long(0).Long(0).Block("GEOM", Bytes().Long(200).Zeros(28).String("A"));
     const auto good = MeshHeader(1)
-                          .Block("CHNK", chunk)
+                          .Append(BoundChunk("A"))
                           .Append(MeshSkeleton(MeshBone("A", 2, MeshBone("B").Append(MeshBone("C")))));
     const struct
     {
@@ -114,9 +119,9 @@ TEST(MeshSkeleton, KeepsTheTreeAsFarAsItCame)
     EXPECT_EQ(mesh.BoneCount, 2147483647);
 }
 
-TEST(MeshBindBones, TakesTheFirstOfThatNameParentsFirst)
+TEST(MeshBindBones, FindsTheFirstOfEqualNamesParentsFirst)
 {
-    // Two of each name: below each other, and in two subtrees of which the later is the less deep.
+    // Equal names: one below the other, and in two subtrees, the deeper one first.
     const auto deep = MeshBone("B", 1, MeshBone("B", 1, MeshBone("T")));
     const auto root = MeshBone(
         "R", 4, MeshBone("", 1, deep).Append(MeshBone("T")).Append(MeshBone("R")).Append(MeshBone("Z")));
@@ -126,7 +131,7 @@ TEST(MeshBindBones, TakesTheFirstOfThatNameParentsFirst)
     };
     auto file = MeshHeader(8);
     for (const auto& [name, path] : cases)
-        file.Block("CHNK", Bytes().Long(0).Long(0).Block("GEOM", Bytes().Long(200).Zeros(28).String(name)));
+        file.Append(BoundChunk(name));
     Mesh mesh;
     ASSERT_TRUE(mesh.LoadBytes(file.Append(MeshSkeleton(root)).Span()));
 
@@ -140,6 +145,21 @@ TEST(MeshBindBones, TakesTheFirstOfThatNameParentsFirst)
     }
 }
 
+TEST(MeshBindBones, FindsAHundredBonesFromLastToFirst)
+{
+    Bytes bones;
+    auto file = MeshHeader(100);
+    for (int i = 0; i < 100; ++i)
+    {
+        bones.Append(MeshBone("b" + std::to_string(i)));
+        file.Append(BoundChunk("b" + std::to_string(99 - i)));
+    }
+    Mesh mesh;
+    ASSERT_TRUE(mesh.LoadBytes(file.Append(MeshSkeleton(MeshBone("root", 100, bones))).Span()));
+    for (std::int32_t i = 1; i <= 100; ++i)
+        EXPECT_EQ(mesh.Chunks->Item(i)->Geometry->BoneObject, mesh.RootBone->Children()->Item(101 - i));
+}
+
 TEST(MeshBindBones, SearchesATreeOfTheHost)
 {
     const auto root = std::make_shared<Bone>();
@@ -151,12 +171,19 @@ TEST(MeshBindBones, SearchesATreeOfTheHost)
     root->Children()->Add(child);
     Mesh mesh;
     mesh.RootBone = root;
-    const auto geometry = Bytes().Block("GEOM", Bytes().Long(200).Zeros(28).String("X"));
-    ASSERT_TRUE(mesh.LoadBytes(MeshHeader(1).Block("CHNK", Bytes().Zeros(8).Append(geometry)).Span()));
+    ASSERT_TRUE(mesh.LoadBytes(MeshHeader(1).Append(BoundChunk("X")).Span()));
     EXPECT_EQ(mesh.Chunks->Item(1)->Geometry->BoneObject, child);
+
+    root->Children()->Add(root);
+    EXPECT_EQ(LoadOutcome(mesh, MeshHeader(1).Append(BoundChunk("Y")).Span()), "BoundsError");
+    root->Children()->Remove(root->Children()->Count()); // breaks the cycle
+
+    for (int i = 0; i < 70'000; ++i)
+        root->Children()->Add(std::make_shared<Bone>());
+    EXPECT_EQ(LoadOutcome(mesh, MeshHeader(1).Append(BoundChunk("Y")).Span()), "true");
 }
 
-TEST(BoneToMatrix, RoundsSomeProductsAndEveryElement)
+TEST(BoneToMatrix, RoundsSixProductsAndEveryElement)
 {
     const std::pair<Quaternion, Matrix> cases[] = {
         {{0.5F, 0.5F, 0.5F, 0.5F}, {0, 0, 1, 1, 0, 0, 0, 1, 0}},
@@ -164,7 +191,7 @@ TEST(BoneToMatrix, RoundsSomeProductsAndEveryElement)
         {{0, 0, 0, 0}, {1, 0, 0, 0, 1, 0, 0, 0, 1}},
         {{0, 0, 0, 1}, {1, 0, 0, 0, 1, 0, 0, 0, 1}},
         {{1, 0, 0, 0}, {1, 0, 0, 0, -1, 0, 0, 0, -1}},
-        // Here every product that is rounded, or isn't, decides the last bit of an element.
+        // Rounding any other product, or one fewer, changes the last bit of an element.
         {{-0.567F, -0.539F, 0.547F, -0.595F},
          {-0x1.6f88bp-3F, 0x1.431ca8p+0F, 0x1.59e64p-6F, -0x1.45417ep-5F, -0x1.ee60fep-3F, -0x1.43af74p+0F,
           -0x1.42ff4cp+0F, 0x1.5c6c2p-4F, -0x1.cacaeep-3F}},

@@ -143,7 +143,7 @@ TEST(MeshHeader, FailsByWhereTheFileEnds)
     }
 }
 
-TEST(Mesh, FindsBlocksWhereTheSizesBeforeThemSay)
+TEST(Mesh, FindsBlocksByTheSizesBeforeThem)
 {
     const auto any = Bytes().Text("none"); // neither material nor geometry
     const auto chunk = ChunkBlock(any);
@@ -164,8 +164,8 @@ TEST(Mesh, FindsBlocksWhereTheSizesBeforeThemSay)
         bool hasRoot;
     } cases[] = {
         {"no chunk", MeshHeader(0), "true", 0, 0, false},
-        {"fewer than none", MeshHeader(-1).Append(atch), "true", 0, 1, false},
-        {"nothing behind the chunk", one, "true", 1, 0, false},
+        {"negative chunk count", MeshHeader(-1).Append(atch), "true", 0, 1, false},
+        {"nothing after the chunk", one, "true", 1, 0, false},
         {"all", Bytes(one).Append(infl).Append(atch).Append(skel), "true", 1, 1, true},
         {"no INFL", Bytes(one).Append(atch).Append(skel), "true", 1, 1, true},
         {"ATCH, INFL, SKEL", Bytes(one).Append(atch).Append(infl).Append(skel), "true", 1, 1, false},
@@ -174,21 +174,21 @@ TEST(Mesh, FindsBlocksWhereTheSizesBeforeThemSay)
         {"surplus chunk", Bytes(one).Append(chunk).Append(atch), "true", 1, 0, false},
         {"chunk missing, ATCH", MeshHeader(2).Append(chunk).Append(atch), "false", 1, -1, false},
         {"chunk missing, end", MeshHeader(2).Append(chunk), kBounds, 1, -1, false},
-        {"chunk without more", MeshHeader(1).Append(ChunkBlock({})), kBounds, 0, -1, false},
-        {"3 bytes behind", Bytes(one).Text("ATC"), "true", 1, 0, false},
-        {"2 bytes behind", Bytes(one).Text("AT"), kBounds, 1, -1, false},
-        {"greater info", MeshHeader(0, 104, 7).Append(atch), "true", 0, 1, false},
+        {"empty chunk", MeshHeader(1).Append(ChunkBlock({})), kBounds, 0, -1, false},
+        {"3 bytes more", Bytes(one).Text("ATC"), "true", 1, 0, false},
+        {"2 bytes more", Bytes(one).Text("AT"), kBounds, 1, -1, false},
+        {"longer info", MeshHeader(0, 104, 7).Append(atch), "true", 0, 1, false},
         {"ATCH in the info", headerWithSize(0).Append(atch), "true", 0, 1, false},
         {"before the file by info", headerWithSize(-30).Zeros(36), kBounds, 0, -1, false},
         {"overflow by info", headerWithSize(kHighest - 19).Zeros(36), kOverflow, -1, -1, false},
-        {"greater chunk", MeshHeader(1).Append(greater).Append(atch), "true", 1, 1, false},
+        {"longer chunk", MeshHeader(1).Append(greater).Append(atch), "true", 1, 1, false},
         {"ATCH in the chunk", MeshHeader(1).Text("CHNK").Long(4).Long(100).Append(atch), "true", 1, 1, false},
         {"before the file by chunk", MeshHeader(2).Append(ChunkBlock(any, -999)), kBounds, 1, -1, false},
         {"overflow by chunk", MeshHeader(1).Append(ChunkBlock(any, kHighest - 12)), kOverflow, 1, -1, false},
         {"ATCH in INFL", Bytes(one).Block("INFL", atch).Append(skel), "true", 1, 0, true},
-        {"behind the file by INFL", Bytes(one).Block("INFL", any, 999), "true", 1, 0, false},
+        {"past the file by INFL", Bytes(one).Block("INFL", any, 999), "true", 1, 0, false},
         {"before the file by INFL", Bytes(one).Block("INFL", any, -999), kBounds, 1, 0, false},
-        {"greater ATCH", Bytes(one).Block("ATCH", noPoints).Append(skel), "true", 1, 0, true},
+        {"longer ATCH", Bytes(one).Block("ATCH", noPoints).Append(skel), "true", 1, 0, true},
         {"SKEL in ATCH", Bytes(one).Block("ATCH", Bytes(noPoints).Append(skel), -12), "true", 1, 0, true},
     };
     for (const auto& c : cases)
@@ -203,7 +203,7 @@ TEST(Mesh, FindsBlocksWhereTheSizesBeforeThemSay)
     }
 }
 
-TEST(Mesh, KeepsWhatStoodBeforeAFailure)
+TEST(Mesh, KeepsWhatWasReadBeforeAFailure)
 {
     const auto vertex = GeometryBlock({1, 2, 0, 0, 0}, Bytes().Zeros(32));
     const auto two = MeshHeader(2).Append(ChunkBlock(ShortMaterial(1, TextureRecord("t")).Append(vertex)));
@@ -245,7 +245,7 @@ TEST(Mesh, KeepsWhatStoodBeforeAFailure)
     }
 }
 
-TEST(Mesh, KeepsSkeletonAttVersionAndMessageOverLoads)
+TEST(Mesh, KeepsSkeletonAttVersionAndMessageInALaterLoad)
 {
     Mesh mesh;
     EXPECT_FALSE(mesh.LoadBytes(Bytes().Text("JIRX").Span()));
@@ -261,7 +261,7 @@ TEST(Mesh, KeepsSkeletonAttVersionAndMessageOverLoads)
     EXPECT_EQ(mesh.Chunks->Item(1)->Geometry->BoneObject, root->Children()->Item(2));
 }
 
-TEST(MeshChunk, HasFieldsByTheVersionsOfItsBlocks)
+TEST(MeshChunk, HasTheFieldsOfItsBlocksVersions)
 {
     for (const std::int32_t version : {kLowest, 0, 101, 102, 200, 201, kHighest})
     {
@@ -288,7 +288,7 @@ TEST(MeshChunk, HasFieldsByTheVersionsOfItsBlocks)
     }
 }
 
-TEST(MeshMaterial, StripsPathsOfTexturesAndCountsThemAsStored)
+TEST(MeshMaterial, StripsFoldersFromTextureNamesAndSumsStoredCounts)
 {
     const std::pair<std::string_view, std::u16string_view> cases[] = {
         {"Wood", u"Wood"}, {"a\\b\\Wood", u"Wood"}, {"\\Wood", u"Wood"}, {"a\\", u""}, {"a/Wood", u"a/Wood"},
@@ -307,7 +307,7 @@ TEST(MeshMaterial, StripsPathsOfTexturesAndCountsThemAsStored)
         EXPECT_EQ(mesh.Chunks->Item(1)->Material->Textures->Item(i + 1)->Name, cases[i].second);
 }
 
-TEST(MeshGeometry, TakesCountsAsTheyStand)
+TEST(MeshGeometry, KeepsNegativeCountsAsStored)
 {
     const std::pair<std::array<std::int32_t, 5>, std::string_view> cases[] = {
         {{-1, -2, -3, -4, -5}, "true"},
@@ -334,7 +334,7 @@ TEST(MeshGeometry, TakesCountsAsTheyStand)
     }
 }
 
-TEST(Geometry, ReadsByCountAndWritesByArray)
+TEST(Geometry, ChecksReadsAgainstTheCountAndWritesAgainstTheArray)
 {
     Geometry g;
     const Vector normal{1, 2, 3};
@@ -343,7 +343,7 @@ TEST(Geometry, ReadsByCountAndWritesByArray)
     {
         Vector v = other;
         const bool isThere = g.GetVertexNormal(index, v);
-        EXPECT_TRUE(isThere || v == other) << "untouched";
+        EXPECT_TRUE(isThere || v == other) << "unchanged";
         return isThere ? std::optional(v) : std::nullopt;
     };
     EXPECT_THROW(g.SetVertexNormal(0, normal), BoundsError);
@@ -354,7 +354,7 @@ TEST(Geometry, ReadsByCountAndWritesByArray)
     for (const std::int32_t outside : {kLowest, -1, 2, kHighest})
     {
         EXPECT_EQ(get(outside), std::nullopt) << outside;
-        EXPECT_THROW(g.SetVertexNormal(outside, normal), BoundsError) << outside;
+        EXPECT_EQ(ErrorPosition([&] { g.SetVertexNormal(outside, normal); }), outside);
     }
     for (const std::int32_t count : {0, -3})
     {

@@ -30,10 +30,30 @@ TEST(Collection, NumbersEntriesFromOneInTheOrderOfAdding)
     EXPECT_EQ(list.Item(1), object);
     EXPECT_EQ(std::vector(list.begin(), list.end()), (std::vector{object, std::shared_ptr<int>(), object}));
     for (const std::int32_t number : {kLowest, -1, 0, 4, kHighest})
-        EXPECT_THROW(static_cast<void>(list.Item(number)), BoundsError) << number;
+        EXPECT_EQ(ErrorPosition([&] { return list.Item(number); }), number);
 }
 
-TEST(Collection, CopiesRecordsAndTextAlsoFromItsOwnMemory)
+template <class Entry>
+void ExpectRemoved(const Entry& first, const Entry& second, const Entry& third)
+{
+    Collection<Entry> list;
+    for (const Entry& entry : {first, second, third})
+        list.Add(entry);
+    EXPECT_EQ(ErrorPosition([&] { list.Remove(4); }), 4);
+    list.Remove(1);
+    EXPECT_EQ(std::vector(list.begin(), list.end()), (std::vector{second, third}));
+    list.Remove(2);
+    EXPECT_EQ(std::vector(list.begin(), list.end()), std::vector{second});
+    EXPECT_EQ(ErrorPosition([&] { list.Remove(2); }), 2);
+}
+
+TEST(Collection, RenumbersTheEntriesAfterARemovedOne)
+{
+    ExpectRemoved<Vector>({1, 2, 3}, {4, 5, 6}, {7, 8, 9});
+    ExpectRemoved<std::u16string>(u"a", u"b", u"c");
+}
+
+TEST(Collection, CopiesRecordsAndTextEvenFromItsOwnEntries)
 {
     Collection<Vector> records;
     Vector record{1, 2, 3};
@@ -51,7 +71,7 @@ TEST(Collection, CopiesRecordsAndTextAlsoFromItsOwnMemory)
     EXPECT_EQ(texts.Item(1), u"old");
 }
 
-TEST(LowerCase, MovesTheCapitalsOfWindows1252Alone)
+TEST(LowerCase, ChangesOnlyTheCapitalsOfWindows1252)
 {
     EXPECT_EQ(LowerCase(u"ABCDEFGHIJKLMNOPQRSTUVWXYZ"), u"abcdefghijklmnopqrstuvwxyz");
     EXPECT_EQ(LowerCase(u"ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏÐÑÒÓÔÕÖØÙÚÛÜÝÞŠŒŽŸ"), u"àáâãäåæçèéêëìíîïðñòóôõöøùúûüýþšœžÿ");
@@ -60,13 +80,13 @@ TEST(LowerCase, MovesTheCapitalsOfWindows1252Alone)
         all.push_back(static_cast<char16_t>(c));
     const std::u16string lower = LowerCase(all);
     ASSERT_EQ(lower.size(), all.size());
-    int moved = 0;
+    int changed = 0;
     for (std::size_t i = 0; i < all.size(); ++i)
-        moved += lower[i] != all[i] ? 1 : 0;
-    EXPECT_EQ(moved, 26 + 30 + 4);
+        changed += lower[i] != all[i] ? 1 : 0;
+    EXPECT_EQ(changed, 26 + 30 + 4);
 }
 
-TEST(FromWindows1252, GivesEachByteOneCharacter)
+TEST(FromWindows1252, MapsEachByteToOneCharacter)
 {
     EXPECT_EQ(FromWindows1252("\0A~\x7F\xA0\xC4\xFF"sv), u"\0A~\x7F\xA0\u00C4\u00FF"sv);
     EXPECT_EQ(FromWindows1252("\x80\x81\x82\x83\x84\x85\x86\x87\x88\x89\x8A\x8B\x8C\x8D\x8E\x8F"),
@@ -76,7 +96,7 @@ TEST(FromWindows1252, GivesEachByteOneCharacter)
         u"\x90\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A\u0153\x9D\u017E\u0178");
 }
 
-TEST(Utf8, IsTheSameTextAsUtf16)
+TEST(Utf8, ConvertsToAndFromUtf16)
 {
     const std::pair<std::string_view, std::u16string_view> cases[] = {
         {"", u""},
@@ -93,7 +113,7 @@ TEST(Utf8, IsTheSameTextAsUtf16)
               "\xEF\xBF\xBD\xF0\x9F\x98\x80\xEF\xBF\xBDz\xEF\xBF\xBD");
 }
 
-TEST(Utf8, IsNoneForOtherBytes)
+TEST(Utf8, RejectsInvalidBytes)
 {
     for (const char* bytes : {"\x80", "a\xBF", "\xC3", "\xC3z", "\xE2\x82", "\xE2z\x82", "\xE2\x82z",
                               "\xF0\x9F\x98", "\xC0\xAF", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF",
@@ -101,16 +121,33 @@ TEST(Utf8, IsNoneForOtherBytes)
         EXPECT_EQ(FromUtf8(bytes), std::nullopt) << ::testing::PrintToString(bytes);
 }
 
-TEST(CheckedSums, RaiseOutsideThe32BitRange)
+TEST(CheckedSums, ThrowOutsideThe32BitRange)
 {
     EXPECT_EQ(CheckedAdd(kHighest - 1, 1), 2147483647);
     EXPECT_EQ(CheckedAdd(kLowest + 1, -1), -2147483647 - 1);
     EXPECT_EQ(CheckedSubtract(kLowest, kLowest), 0);
     EXPECT_EQ(CheckedSubtract(-1, kLowest), 2147483647);
-    EXPECT_THROW(static_cast<void>(CheckedAdd(kHighest, 1)), OverflowError);
-    EXPECT_THROW(static_cast<void>(CheckedAdd(kLowest, -1)), OverflowError);
-    EXPECT_THROW(static_cast<void>(CheckedSubtract(kLowest, 1)), OverflowError);
-    EXPECT_THROW(static_cast<void>(CheckedSubtract(0, kLowest)), OverflowError);
+    EXPECT_EQ(ErrorPosition([] { return CheckedAdd(kHighest, 1); }), 2147483648);
+    EXPECT_EQ(ErrorPosition([] { return CheckedAdd(kLowest, -1); }), -2147483649);
+    EXPECT_EQ(ErrorPosition([] { return CheckedSubtract(kLowest, 1); }), -2147483649);
+    EXPECT_EQ(ErrorPosition([] { return CheckedSubtract(0, kLowest); }), 2147483648);
+}
+
+TEST(FileSystemError, DescribesItsPathAndNumber)
+{
+    using enum FileSystemError::Code;
+    const std::pair<FileSystemError::Code, std::string_view> cases[] = {
+        {NoSuchFile, "no such file (53)"},     {ReadError, "can't be read (57)"},
+        {PastEnd, "read past the end (62)"},   {NoPermission, "no permission (70)"},
+        {NoSuchFolder, "no such folder (76)"},
+    };
+    for (const auto& [number, description] : cases)
+    {
+        const FileSystemError error(number, u"a\\\u00E9");
+        EXPECT_EQ(error.what(), "a\\\xC3\xA9: " + std::string(description));
+        EXPECT_EQ(error.Number(), number);
+        EXPECT_EQ(error.Path(), u"a\\\u00E9");
+    }
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "good_files.h"
 #include "model_walker.h"
 #include "tools/sample/sample_assets.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -14,8 +15,8 @@ namespace ZLMIM::Testing
 namespace
 {
 
-/// What an object shows: digests of its meshes and animations, and texts that don't depend on whether these
-/// loaded.
+/// What an object holds: digests of its meshes and animations, and the texts that don't depend on whether
+/// these loaded.
 struct Sight
 {
     std::u16string texts;
@@ -49,7 +50,7 @@ Sight See(const ZLMModel& model, Sight sight = {})
     return model.Pantograph ? See(*model.Pantograph, std::move(sight)) : sight;
 }
 
-/// The lowest that is free: a higher one when something was left open.
+/// The lowest free descriptor; a higher one means that something was left open.
 int NextDescriptor()
 {
     const int descriptor = ::open("/", O_RDONLY | O_CLOEXEC);
@@ -57,8 +58,8 @@ int NextDescriptor()
     return descriptor;
 }
 
-/// Loads a new object, and one that is loaded already, with one allocation after another failing, until both
-/// get through. Answers the outcomes in that order, the same ones in a row as one.
+/// Loads a new object, then the same one again, with the first allocation failing, then the second, and so on
+/// until both loads succeed. Returns the outcomes in order, without repetitions.
 template <class Asset, class Load>
 std::vector<std::string> FailEachAllocation(const Load& load)
 {
@@ -68,11 +69,11 @@ std::vector<std::string> FailEachAllocation(const Load& load)
     EXPECT_FALSE(expected.digests.empty());
 
     std::vector<std::string> outcomes;
-    bool areThrough = false;
-    for (std::int64_t number = 1; !areThrough && !::testing::Test::HasFailure(); ++number)
+    bool haveSucceeded = false;
+    for (std::int64_t number = 1; !haveSucceeded && !::testing::Test::HasFailure(); ++number)
     {
         SCOPED_TRACE(number);
-        areThrough = true;
+        haveSucceeded = true;
         outcomes.reserve(outcomes.size() + 2);
         const std::int64_t outstanding = OutstandingAllocations();
         const int descriptor = NextDescriptor();
@@ -89,7 +90,7 @@ std::vector<std::string> FailEachAllocation(const Load& load)
             catch (const std::bad_alloc&)
             {
             }
-            areThrough = areThrough && !hasFailed;
+            haveSucceeded = haveSucceeded && !hasFailed;
             if (outcomes.empty() || outcomes.back() != outcome)
                 outcomes.push_back(outcome);
 
@@ -100,7 +101,7 @@ std::vector<std::string> FailEachAllocation(const Load& load)
             EXPECT_TRUE(See(*asset) == expected);
         }
         EXPECT_EQ(NextDescriptor(), descriptor);
-        if (!::testing::Test::HasFailure()) // whose record takes memory
+        if (!::testing::Test::HasFailure()) // a recorded failure takes memory itself
         {
             EXPECT_EQ(OutstandingAllocations(), outstanding);
         }
@@ -108,8 +109,7 @@ std::vector<std::string> FailEachAllocation(const Load& load)
     return outcomes;
 }
 
-/// Takes the sample's files with that ending, and one with every kind of block, from the disk and from
-/// memory.
+/// For the sample's files with that ending, and one with every kind of block; from the disk and from memory.
 template <class Asset>
 void FailEachAllocationOfFiles(const std::string& ending, const Bytes& everyBlock)
 {
@@ -122,7 +122,8 @@ void FailEachAllocationOfFiles(const std::string& ending, const Bytes& everyBloc
             continue;
         SCOPED_TRACE(file);
         std::ofstream("file", std::ios::binary) << bytes;
-        constexpr std::u16string_view kName = u"..\\WAGON\\file"; // in capitals, so that it's searched for
+        constexpr std::u16string_view kName =
+            u"..\\WAGON\\file"; // in capitals, so that the folder is searched
         const auto span = std::as_bytes(std::span(bytes));
         for (const bool isOnDisk : {false, true})
         {
@@ -141,13 +142,56 @@ void FailEachAllocationOfFiles(const std::string& ending, const Bytes& everyBloc
 TEST(NoMemory, EndsALoadOfAMesh) { FailEachAllocationOfFiles<Mesh>(".im", GoodMesh()); }
 TEST(NoMemory, EndsALoadOfAnAnimation) { FailEachAllocationOfFiles<Anim>(".kin", GoodAnim()); }
 
-TEST(NoMemory, EndsALoadOfAModelOrLeavesAMeshOut)
+TEST(NoMemory, EndsALoadOfAModelOrLeavesOneOfItsMeshesEmpty)
 {
     const AssetFolder folder;
     Sample::WriteSampleAssets("../..");
     const auto load = [](ZLMModel& model) { model.Load(u"..\\WAGON\\config.txt"); };
     for (const std::string& outcome : FailEachAllocation<ZLMModel>(load))
         EXPECT_TRUE(outcome == "bad_alloc" || outcome == "done") << outcome;
+}
+
+TEST(NoMemory, LeavesCountAndArrayOfAGeometryAsTheyWere)
+{
+    Geometry geometry;
+    geometry.SetMaxVertices(2);
+    geometry.SetVertex(1, {1, 2, 3, 4, 5});
+    bool hasFailed = false;
+    bool hasThrown = false;
+    try
+    {
+        const FailingAllocation failing(1, hasFailed);
+        geometry.SetMaxVertices(3);
+    }
+    catch (const std::bad_alloc&)
+    {
+        hasThrown = true;
+    }
+    EXPECT_TRUE(hasFailed && hasThrown);
+    Vertex vertex;
+    EXPECT_EQ(geometry.MaxVertices(), 2);
+    EXPECT_TRUE(geometry.GetVertex(1, vertex));
+    EXPECT_EQ(vertex, (Vertex{1, 2, 3, 4, 5}));
+}
+
+TEST(NoMemory, IsWhatStopsALoadOfTheLongestAllowedFile)
+{
+    const TempFolder folder;
+    folder.Write("longest");
+    std::filesystem::resize_file(folder.Path() / "longest", 2'147'483'646);
+    const std::u16string name = folder.Name(u"longest");
+    FileCursor cursor;
+    FileNames names;
+    LoadBudget budget;
+    std::int32_t fileSize = 0;
+    bool hasFailed = true;
+    // `fileSize` is set just before the allocation of 2 GiB, which then fails.
+    for (std::int64_t number = 1; hasFailed && fileSize == 0; ++number)
+    {
+        const FailingAllocation failing(number, hasFailed);
+        EXPECT_FALSE(cursor.LoadFile(name, names, budget, fileSize, EmptyFile::Accepted));
+    }
+    EXPECT_EQ(fileSize, 2'147'483'646);
 }
 
 } // namespace

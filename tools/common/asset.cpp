@@ -5,7 +5,7 @@
 
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
-#include "zlmim/reader/allowances.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <cerrno>
 #include <exception>
@@ -29,11 +29,11 @@ Asset Fill(std::shared_ptr<Object> object, Load load)
 /// Why a load that found nothing wrong with the content returned false.
 std::string FileProblem(std::u16string_view name, FileNames& names)
 {
-    const FoundFile* const found = names.Find(name);
+    const auto found = names.Find(name, FoundFile::Kind::File);
     if (!found)
-        return "there is no such file";
-    if (found->kind != FoundFile::Kind::File)
-        return found->kind == FoundFile::Kind::Folder ? "it is a folder" : "it isn't a regular file";
+        return names.Find(name, FoundFile::Kind::Folder)  ? "it is a folder"
+               : names.Find(name, FoundFile::Kind::Other) ? "it isn't a regular file"
+                                                          : "there is no such file";
     const std::filesystem::path path = ToPath(found->systemName);
     std::error_code failure;
     const std::uintmax_t size = std::filesystem::file_size(path, failure);
@@ -46,6 +46,13 @@ std::string FileProblem(std::u16string_view name, FileNames& names)
         return "it can't be read: " +
                (failure ? failure : std::error_code(errno, std::generic_category())).message();
     return "there is no memory for " + Bytes(size);
+}
+
+/// The text of an error without its beginning, which names the file.
+std::string WithoutFile(std::string_view what, const std::u16string& file)
+{
+    const std::string beginning = ToUtf8(file) + ": ";
+    return std::string(what.starts_with(beginning) ? what.substr(beginning.size()) : what);
 }
 
 std::string NoMemory(std::int64_t fileSize)
@@ -65,12 +72,7 @@ Kind KindOf(std::u16string_view name)
 
 std::variant<Input, std::string> FindInput(const std::u16string& name, FileNames& names)
 {
-    const FoundFile* const found = names.Find(name);
-    if (!found)
-        return "there is no such file or folder";
-    if (found->kind == FoundFile::Kind::Other)
-        return "it is neither a file nor a folder";
-    if (found->kind == FoundFile::Kind::File)
+    if (names.Find(name, FoundFile::Kind::File))
     {
         const std::u16string lowerName = LowerCase(name);
         const Kind kind = KindOf(name);
@@ -80,11 +82,14 @@ std::variant<Input, std::string> FindInput(const std::u16string& name, FileNames
             return "it is no file that zlmim reads: a mesh (.im), an animation (.kin) or a config.txt";
         return Input{kind, name};
     }
+    if (!names.Find(name, FoundFile::Kind::Folder))
+        return names.Find(name, FoundFile::Kind::Other) ? "it is neither a file nor a folder"
+                                                        : "there is no such file or folder";
     const std::u16string folder = name.ends_with(u'\\') ? name : name + u"\\";
     const std::u16string config = folder + u"config.txt";
-    if (const FoundFile* const file = names.Find(config); file && file->kind == FoundFile::Kind::File)
+    if (names.Find(config, FoundFile::Kind::File))
         return Input{Kind::Model, config};
-    if (names.Find(folder + u"config.txt.txt"))
+    if (names.Find(config + u".txt", FoundFile::Kind::File))
         return "there is no config.txt in this folder, but a config.txt.txt: its name has one ending too "
                "many";
     return "there is no config.txt in this folder";
@@ -93,39 +98,42 @@ std::variant<Input, std::string> FindInput(const std::u16string& name, FileNames
 Outcome Attempt(const std::function<bool()>& load)
 try
 {
-    return {load(), {}, {}};
+    return {load(), {}, {}, {}};
 }
 catch (const BoundsError& error)
 {
-    return {false, "BoundsError", error.what()};
+    return {false, "BoundsError", error.File(), WithoutFile(error.what(), error.File())};
 }
 catch (const OverflowError& error)
 {
-    return {false, "OverflowError", error.what()};
+    return {false, "OverflowError", error.File(), WithoutFile(error.what(), error.File())};
 }
 catch (const FileSystemError& error)
 {
-    return {false, "FileSystemError", error.what()};
+    return {false, "FileSystemError", error.Path(), WithoutFile(error.what(), error.Path())};
 }
 catch (const std::bad_alloc& error)
 {
-    return {false, "OutOfMemory", error.what()};
+    return {false, "OutOfMemory", {}, error.what()};
 }
 catch (const std::exception& error)
 {
-    return {false, "failure", error.what()};
+    return {false, "failure", {}, error.what()};
 }
 
 Asset LoadAsset(const Input& input, const std::shared_ptr<FileNames>& names, References references)
 {
+    LoadBudget budget;
     if (input.Kind == Kind::Mesh)
-        return Fill(std::make_shared<Mesh>(), [&](Mesh& mesh) { return mesh.Load(input.Name, *names); });
+        return Fill(std::make_shared<Mesh>(),
+                    [&](Mesh& mesh) { return mesh.Load(input.Name, *names, budget); });
     if (input.Kind == Kind::Anim)
-        return Fill(std::make_shared<Anim>(), [&](Anim& anim) { return anim.Load(input.Name, *names); });
+        return Fill(std::make_shared<Anim>(),
+                    [&](Anim& anim) { return anim.Load(input.Name, *names, budget); });
     // A config's name needs a folder, from which references are searched.
     const std::u16string name = FolderOf(input.Name) + std::u16string(BaseName(input.Name));
-    const auto makeFiles = [=] { return std::make_shared<AssetFiles>(names, references); };
-    return Fill(std::make_shared<ZLMModel>(makeFiles),
+    auto files = std::make_shared<AssetFiles>(name, names, references);
+    return Fill(std::make_shared<ZLMModel>(std::move(files)),
                 [&](ZLMModel& model)
                 {
                     model.Load(name);
@@ -195,7 +203,9 @@ std::string Failure(const Anim& anim, const Outcome& outcome, FileNames& names)
 
 std::string Failure(const ZLMModel&, const Outcome& outcome, FileNames&)
 {
-    return outcome.IsLoaded ? std::string() : Told(outcome);
+    if (outcome.IsLoaded)
+        return {};
+    return (outcome.File.empty() ? "" : ShownFile(outcome.File) + ": ") + Told(outcome);
 }
 
 bool HasChunks(const Mesh& mesh) { return mesh.Attachments != nullptr; }

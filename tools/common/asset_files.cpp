@@ -18,31 +18,28 @@ public:
     [[nodiscard]] std::shared_ptr<Folder> ParentFolder() const override { return nullptr; }
     [[nodiscard]] std::vector<std::shared_ptr<Folder>> SubFolders() const override { return {}; }
     [[nodiscard]] std::u16string Path() const override { return {}; }
+    [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(std::u16string_view) const override
+    {
+        return nullptr;
+    }
 };
 
 } // namespace
 
-AssetFiles::AssetFiles(std::shared_ptr<FileNames> names, References references)
-    : mDisk(std::move(names)), mReferences(references)
+AssetFiles::AssetFiles(std::u16string config, std::shared_ptr<FileNames> names, References references)
+    : mConfig(std::move(config)), mDisk(std::move(names)), mReferences(references)
 {
 }
 
 bool AssetFiles::FileExists(const std::u16string& path)
 {
-    const bool isReference = !mConfig.empty() && BaseName(path) == u"config.txt";
+    const bool isReference = path != mConfig && BaseName(path) == u"config.txt";
     return !(isReference && mReferences == References::Skip) && mDisk.FileExists(path);
 }
 
 std::unique_ptr<TextStream> AssetFiles::OpenTextFile(const std::u16string& path)
 {
-    if (mConfig.empty())
-        mConfig = path;
     return mDisk.OpenTextFile(path);
-}
-
-std::unique_ptr<TextStream> AssetFiles::OpenIfExists(const Folder& folder, std::u16string_view name)
-{
-    return mDisk.OpenIfExists(folder, name);
 }
 
 std::shared_ptr<Folder> AssetFiles::GetFolder(const std::u16string& path)
@@ -52,6 +49,6 @@ std::shared_ptr<Folder> AssetFiles::GetFolder(const std::u16string& path)
 
 std::u16string AssetFiles::FileIdentity(const std::u16string& path) { return mDisk.FileIdentity(path); }
 
-std::u16string AssetFiles::WorkingFolder() { return FolderOf(mConfig); }
+std::u16string AssetFiles::WorkingFolder(const std::u16string& configFolder) { return configFolder; }
 
 } // namespace ZLMIM::Tools

@@ -4,6 +4,8 @@
 
 #include "tools/common/paths.h"
 
+#include "zlmim/reader/load_budget.h"
+
 #include <algorithm>
 #include <map>
 #include <string>
@@ -86,8 +88,9 @@ private:
         {
             // The model's load doesn't say which of its files failed, or how.
             Object again;
+            LoadBudget budget;
             const Tools::Outcome outcome =
-                Tools::Attempt([&] { return again.Load(object.FileName, mNames); });
+                Tools::Attempt([&] { return again.Load(object.FileName, mNames, budget); });
             if (!outcome.IsLoaded)
                 return {Words({name, "(" + Tools::Failure(again, outcome, mNames) + ")"}), Cell::Align::Left,
                         Tools::Colour::Red};

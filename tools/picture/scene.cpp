@@ -306,7 +306,7 @@ std::shared_ptr<const Texture> SceneMaker::FindTexture(const Material& material,
                      [type](const auto& texture) { return texture && texture->TextureType == type; });
     if (found == textures.end())
         return nullptr;
-    const FoundFile* const meshFile = mNames.Find(mesh.FileName);
+    const auto meshFile = mNames.Find(mesh.FileName, FoundFile::Kind::File);
     if (!meshFile)
         return nullptr;
     const SystemName folder =

@@ -41,8 +41,8 @@ std::vector<std::u16string> FilesIn(const SystemName& folder, FileNames& names)
 std::string FileHint(const std::u16string& name, FileNames& names)
 {
     const std::u16string folder = Tools::FolderOf(name);
-    const FoundFile* const found = names.Find(folder);
-    if (!found || found->kind != FoundFile::Kind::Folder)
+    const auto found = names.Find(folder, FoundFile::Kind::Folder);
+    if (!found)
         return "; there is no folder " + QuotedFile(folder);
     const SystemName systemFolder = found->systemName;
     return DidYouMean(
@@ -65,21 +65,14 @@ public:
     void Judge(const MeshEntry& entry, std::size_t index, const Tools::Outcome& outcome)
     {
         // The one entry of an asset without a mesh table has no keys.
-        const EntryKeys noKeys = {entry.Name, mKeys.AssetFileName.FirstLine, {}, {}, {}, {}};
+        const MeshTableKeys noKeys = {{entry.Name, {}, mKeys.AssetFileName.FirstLine, 0}, {}, {}, {}, {}};
         const bool hasKeys =
-            index < mKeys.Entries.size() && LowerCase(mKeys.Entries[index].Name) == entry.Name;
-        const EntryKeys& keys = hasKeys ? mKeys.Entries[index] : noKeys;
-        const Place place = EntryPlace(keys.Line, keys.Name);
+            index < mKeys.Entries.size() && LowerCase(mKeys.Entries[index].Name.Key) == entry.Name;
+        const MeshTableKeys& keys = hasKeys ? mKeys.Entries[index] : noKeys;
+        const Place place = EntryPlace(keys.Name.FirstLine, keys.Name.Key);
         const bool hasRaisedInAnim = !outcome.IsLoaded && !entry.anim->FileName.empty();
         const bool hasRaisedInMesh = !outcome.IsLoaded && !hasRaisedInAnim;
 
-        // Nothing more is loaded once the asset has taken too much memory.
-        if (entry.Mesh->FileName.empty() && !keys.Mesh.Value.empty())
-        {
-            mReport.Add(Code::AssetNotLoaded, place,
-                        "the asset needs too much memory, so this entry isn't loaded");
-            return;
-        }
         const bool hasMesh = JudgeMeshOf(entry, keys, place, hasRaisedInMesh);
         const bool hasAnim = !hasRaisedInMesh && JudgeAnimOf(entry, keys, place, hasRaisedInAnim);
         if (!outcome.IsLoaded)
@@ -97,26 +90,26 @@ public:
 
 private:
     /// Whether it was read to its end.
-    bool JudgeMeshOf(const MeshEntry& entry, const EntryKeys& keys, const Place& place, bool hasRaised)
+    bool JudgeMeshOf(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place, bool hasRaised)
     {
         const Mesh& mesh = *entry.Mesh;
         const bool isFallback = mKeys.Entries.empty();
         if (keys.Mesh.Value.empty() && !isFallback)
         {
             mReport.Add(Code::EntryWithoutMesh,
-                        keys.Mesh.IsThere() ? EntryPlace(keys.Mesh.FirstLine, keys.Name) : place,
-                        keys.Mesh.IsThere() ? "mesh has no value" : "it has no mesh");
+                        keys.Mesh.FirstLine > 0 ? EntryPlace(keys.Mesh.FirstLine, keys.Name.Key) : place,
+                        keys.Mesh.FirstLine > 0 ? "mesh has no value" : "it has no mesh");
             return false;
         }
         const auto file = Locate(mesh.FileName, mNames);
         if (!file)
             mReport.Add(Code::FileMissing,
-                        keys.Mesh.IsThere() ? EntryPlace(keys.Mesh.FirstLine, keys.Name) : place,
+                        keys.Mesh.FirstLine > 0 ? EntryPlace(keys.Mesh.FirstLine, keys.Name.Key) : place,
                         MissingMesh(keys.Mesh.Value, mesh.FileName, mNames));
         else if (hasRaised)
             JudgeMeshFile(mesh.FileName, *file, mNames, mJudged);
         else
-            JudgeMesh(mesh, {Tools::HasChunks(mesh), {}, {}}, *file, mNames, mJudged);
+            JudgeMesh(mesh, {Tools::HasChunks(mesh), {}, {}, {}}, *file, mNames, mJudged);
         return file && !hasRaised && Tools::HasChunks(mesh);
     }
 
@@ -132,7 +125,7 @@ private:
         return "no mesh " + QuotedFile(file) + ", which is level 1 of the list";
     }
 
-    bool JudgeAnimOf(const MeshEntry& entry, const EntryKeys& keys, const Place& place, bool hasRaised)
+    bool JudgeAnimOf(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place, bool hasRaised)
     {
         const Anim& anim = *entry.anim;
         if (anim.FileName.empty())
@@ -141,7 +134,7 @@ private:
         if (!file)
         {
             mReport.Add(Code::FileMissing,
-                        keys.Anim.IsThere() ? EntryPlace(keys.Anim.FirstLine, keys.Name) : place,
+                        keys.Anim.FirstLine > 0 ? EntryPlace(keys.Anim.FirstLine, keys.Name.Key) : place,
                         "no animation " + QuotedFile(anim.FileName) + FileHint(anim.FileName, mNames));
             return false;
         }
@@ -155,13 +148,13 @@ private:
         return outcome.IsLoaded;
     }
 
-    void JudgeTrees(const MeshEntry& entry, const EntryKeys& keys, const Place& place)
+    void JudgeTrees(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place)
     {
         if (!entry.Mesh->RootBone)
         {
             // All entries get the `anim.kin` of the folder, needed or not.
-            if (keys.Anim.IsThere())
-                mReport.Add(Code::AnimationTree, EntryPlace(keys.Anim.FirstLine, keys.Name),
+            if (keys.Anim.FirstLine > 0)
+                mReport.Add(Code::AnimationTree, EntryPlace(keys.Anim.FirstLine, keys.Name.Key),
                             "the mesh has no skeleton for the animation");
             return;
         }
@@ -170,12 +163,12 @@ private:
             mReport.Add(Code::AnimationTree, place, "the animation isn't made for the mesh: " + difference);
     }
 
-    void JudgeAttachment(const MeshEntry& entry, const EntryKeys& keys)
+    void JudgeAttachment(const MeshEntry& entry, const MeshTableKeys& keys)
     {
         if (keys.AttParent.Value.empty())
         {
             if (!keys.Att.Value.empty())
-                mReport.Add(Code::AttUnknown, EntryPlace(keys.Att.FirstLine, keys.Name),
+                mReport.Add(Code::AttUnknown, EntryPlace(keys.Att.FirstLine, keys.Name.Key),
                             "att " + Quoted(keys.Att.Value) + " without an att-parent");
             return;
         }
@@ -185,31 +178,32 @@ private:
             const std::u16string wanted = LowerCase(keys.AttParent.Value);
             const bool isBelow =
                 std::any_of(mKeys.Entries.begin(), mKeys.Entries.end(),
-                            [&](const EntryKeys& other) { return LowerCase(other.Name) == wanted; });
-            mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name),
+                            [&](const MeshTableKeys& other) { return LowerCase(other.Name.Key) == wanted; });
+            mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name.Key),
                         "no entry " + Quoted(keys.AttParent.Value) + " above" +
                             (isBelow ? ", only below" : DidYouMean(keys.AttParent.Value, EntryNames())));
         }
         else if (parent.get() == &entry)
         {
-            mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name),
+            mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name.Key),
                         "the entry names itself, so it hangs on nothing");
         }
         // A mesh that isn't loaded has a finding of its own.
         else if (!entry.Att && Tools::HasChunks(*parent->Mesh))
-            mReport.Add(Code::AttUnknown,
-                        EntryPlace((keys.Att.IsThere() ? keys.Att : keys.AttParent).FirstLine, keys.Name),
-                        keys.Att.Value.empty() ? "it names no attachment point of " + Quoted(parent->Name)
-                                               : "no attachment point " + Quoted(keys.Att.Value) + " on " +
-                                                     Quoted(parent->Name) +
-                                                     DidYouMean(keys.Att.Value, PointNames(*parent->Mesh)));
+            mReport.Add(
+                Code::AttUnknown,
+                EntryPlace((keys.Att.FirstLine > 0 ? keys.Att : keys.AttParent).FirstLine, keys.Name.Key),
+                keys.Att.Value.empty()
+                    ? "it names no attachment point of " + Quoted(parent->Name)
+                    : "no attachment point " + Quoted(keys.Att.Value) + " on " + Quoted(parent->Name) +
+                          DidYouMean(keys.Att.Value, PointNames(*parent->Mesh)));
     }
 
     [[nodiscard]] std::vector<std::u16string> EntryNames() const
     {
         std::vector<std::u16string> names;
-        for (const EntryKeys& entry : mKeys.Entries)
-            names.push_back(entry.Name);
+        for (const MeshTableKeys& entry : mKeys.Entries)
+            names.push_back(entry.Name.Key);
         return names;
     }
 
@@ -246,16 +240,16 @@ void JudgeModel(const ZLMModel& model, const Tools::Outcome& outcome, const Conf
     {
         ++index;
         const bool isLast = index == table->Entries().size();
-        judge.Judge(*entry, index - 1, isLast && isOfAnEntry ? outcome : Tools::Outcome{true, {}, {}});
+        judge.Judge(*entry, index - 1, isLast && isOfAnEntry ? outcome : Tools::Outcome{true, {}, {}, {}});
     }
     if (keys.OpenEntry)
-        report.Add(Code::EntryLost, EntryPlace(keys.OpenEntry->Line, keys.OpenEntry->Name),
+        report.Add(Code::EntryLost, EntryPlace(keys.OpenEntry->Name.FirstLine, keys.OpenEntry->Name.Key),
                    "the file ends before its closing }");
 }
 
 void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, FileNames& names, Report& report)
 {
-    const ConfigKey& fallback = keys.AssetFileName;
+    const ConfigLine& fallback = keys.AssetFileName;
     if (!keys.Entries.empty() || fallback.Value.empty())
         return;
     const std::u16string mesh = Tools::FolderOf(name) + fallback.Value + u".im";
@@ -268,9 +262,9 @@ void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, FileNames
 std::int64_t FirstMisread(std::int64_t mistake, const ConfigKeys& keys)
 {
     std::int64_t line = mistake;
-    for (const EntryKeys& entry : keys.Entries)
-        if (entry.Line <= mistake && mistake < std::numeric_limits<std::int64_t>::max())
-            line = entry.Line;
+    for (const MeshTableKeys& entry : keys.Entries)
+        if (entry.Name.FirstLine <= mistake && mistake < std::numeric_limits<std::int64_t>::max())
+            line = entry.Name.FirstLine;
     return line;
 }
 

@@ -5,6 +5,8 @@
 #include "mesh_material.h"
 #include "skeleton.h"
 
+#include "zlmim/reader/load_budget.h"
+
 #include <cstdint>
 #include <string>
 
@@ -69,7 +71,8 @@ void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, FileName
     if (!judged.Claim(file))
         return;
     Mesh mesh;
-    const Outcome outcome = Tools::Attempt([&] { return mesh.Load(name, names); });
+    LoadBudget budget;
+    const Outcome outcome = Tools::Attempt([&] { return mesh.Load(name, names, budget); });
     judged.Store(file.Key, ReportOn(mesh, outcome, file, names));
 }
 
@@ -78,18 +81,20 @@ void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, FileName
     if (!judged.Claim(file))
         return;
     Anim anim;
-    const Outcome outcome = Tools::Attempt([&] { return anim.Load(name, names); });
+    LoadBudget budget;
+    const Outcome outcome = Tools::Attempt([&] { return anim.Load(name, names, budget); });
     judged.Store(file.Key, ReportOn(anim, outcome, file, names));
 }
 
 Outcome OutcomeOf(const Anim& anim, FileNames& names)
 {
     if (!anim.RootBone || UnfilledSlots(anim).Count() == 0)
-        return {anim.RootBone != nullptr, {}, {}};
-    // Fewer frames than there should be leave several slots unfilled, but so do frames of one number: another
-    // load tells.
+        return {anim.RootBone != nullptr, {}, {}, {}};
+    // Missing frames leave several slots unfilled, but so do frames with the same number. Only another load
+    // can distinguish them.
     Anim again;
-    return Tools::Attempt([&] { return again.Load(anim.FileName, names); });
+    LoadBudget budget;
+    return Tools::Attempt([&] { return again.Load(anim.FileName, names, budget); });
 }
 
 } // namespace ZLMIM::Validate

@@ -1,13 +1,17 @@
 #include "judge_references.h"
 
+#include "located_file.h"
+
 #include "words.h"
 
 #include "tools/common/paths.h"
 #include "tools/common/text.h"
 #include "zlmim/config/config_line.h"
+#include "zlmim/config/line_reader.h"
 #include "zlmim/config/reference_search.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <algorithm>
 #include <map>
@@ -20,7 +24,7 @@ namespace
 {
 
 /// Whether the line after a key opens a block.
-bool IsBlock(const ConfigKey& key, const ConfigText& text)
+bool IsBlock(const ConfigLine& key, const ConfigText& text)
 {
     return key.Value.empty() && key.LastLine < text.LineCount() && Trim(text.Line(key.LastLine + 1)) == u"{";
 }
@@ -46,7 +50,7 @@ public:
     }
 
     /// Returns the config that a model loads; empty if it finds none.
-    std::u16string Judge(const ConfigKey& reference, const std::string& andMore)
+    std::u16string Judge(const ConfigLine& reference, const std::string& andMore)
     {
         const std::u16string& kuid = reference.Value;
         const Place place = {.Line = reference.FirstLine, .Detail = Tools::Printable(reference.Key)};
@@ -66,10 +70,9 @@ public:
             add(candidate, mFiles.FileIdentity(candidate));
         else if (match.Failure)
         {
-            const auto failure = FromUtf8(match.Failure->Failure);
             mReport.Add(Code::AssetNotLoaded, place,
                         "the search for " + Quoted(kuid) + " ends before it is found, at " +
-                            Tools::Printable(failure.value_or(u"")) + andMore);
+                            QuotedFile(match.Failure->Path) + ": " + match.Failure->Failure + andMore);
             return {};
         }
         for (const FoundConfig* const found : match.Configs)
@@ -110,32 +113,33 @@ private:
 
 std::u16string JudgeKuid(ConfigText text, const LocatedFile& file, JudgedFiles& judged, Report& report)
 {
-    std::u16string key;
-    std::u16string value;
+    LoadBudget budget;
+    LineReader lines(text, budget);
+    ConfigLine line;
     std::u16string kuid;
-    std::int64_t line = 0;
+    std::int64_t number = 0;
     try
     {
-        while (!text.AtEndOfStream())
+        while (!lines.AtEndOfStream())
         {
-            const std::int64_t number = text.NextNumber();
-            ReadConfigLine(text, key, value);
-            if (key != u"kuid")
+            ReadConfigLine(lines, line);
+            if (line.Key != u"kuid")
                 continue;
-            kuid = LowerCase(Trim(value));
-            line = number;
+            kuid = LowerCase(Trim(line.Value));
+            number = line.FirstLine;
         }
     }
     catch (const FileSystemError&)
     {
         // An open quotation mark, which has a finding of its own.
     }
-    if (line == 0)
+    if (number == 0)
         report.Add(Code::KuidMissing, {}, "the asset has no kuid, so nothing can refer to it");
     else if (!IsKuid(kuid))
-        report.Add(Code::KuidMalformed, {line}, Quoted(kuid) + " isn't a kuid, which looks like <kuid:1:2>");
+        report.Add(Code::KuidMalformed, {number},
+                   Quoted(kuid) + " isn't a kuid, which looks like <kuid:1:2>");
     else
-        judged.NoteKuid(kuid, file, line);
+        judged.NoteKuid(kuid, file, number);
     return kuid;
 }
 
@@ -143,9 +147,9 @@ std::vector<std::u16string> JudgeReferences(const std::u16string& config, const 
                                             const ConfigKeys& keys, const ConfigText& text, FileSystem& files,
                                             KuidSearch& search, Report& report)
 {
-    std::vector<const ConfigKey*> firstUses;
+    std::vector<const ConfigLine*> firstUses;
     std::map<std::u16string_view, Tally> uses;
-    for (const ConfigKey& reference : keys.References)
+    for (const ConfigLine& reference : keys.References)
     {
         // A block of settings may have a name that begins like a reference.
         if (reference.Value == u"{" || IsBlock(reference, text))
@@ -176,7 +180,7 @@ std::vector<std::u16string> JudgeReferences(const std::u16string& config, const 
         return {};
     std::vector<std::u16string> paths;
     ReferenceJudge judge(config, files, search, report);
-    for (const ConfigKey* const reference : firstUses)
+    for (const ConfigLine* const reference : firstUses)
     {
         std::u16string path = judge.Judge(*reference, uses.at(reference->Value).AndMore());
         if (!path.empty())

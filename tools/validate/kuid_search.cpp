@@ -1,8 +1,8 @@
 #include "kuid_search.h"
 
+#include "tools/common/asset.h"
 #include "zlmim/config/config_line.h"
-#include "zlmim/config/reference_search.h"
-#include "zlmim/model/errors.h"
+#include "zlmim/config/folder_walk.h"
 #include "zlmim/model/text.h"
 
 #include <algorithm>
@@ -17,30 +17,13 @@ namespace
 
 constexpr std::u16string_view kConfigName = u"config.txt";
 
-/// The first kuid of a config, in lower case.
-std::optional<std::u16string> Kuid(TextStream& stream)
-{
-    std::u16string key;
-    std::u16string value;
-    while (!stream.AtEndOfStream())
-    {
-        ReadConfigLine(stream, key, value);
-        if (key == u"kuid")
-            return LowerCase(value);
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 KuidIndex::KuidIndex(const Folder& start, FileSystem& files)
 {
-    for (const auto& folder : start.SubFolders())
-    {
+    FolderWalk walk(start, mBudget);
+    while (const auto folder = walk.Next())
         Take(*folder, files);
-        for (const auto& child : folder->SubFolders())
-            Take(*child, files);
-    }
     const auto failed = std::find_if(mConfigs.begin(), mConfigs.end(),
                                      [](const FoundConfig& config) { return !config.Failure.empty(); });
     mFirstFailure = static_cast<std::size_t>(failed - mConfigs.begin());
@@ -50,19 +33,19 @@ void KuidIndex::Take(const Folder& folder, FileSystem& files)
 {
     FoundConfig config;
     std::optional<std::u16string> kuid;
-    try
-    {
-        const auto stream = files.OpenIfExists(folder, kConfigName);
-        if (!stream)
-            return;
-        kuid = Kuid(*stream);
-        if (!kuid)
-            return;
-    }
-    catch (const FileSystemError& error)
-    {
-        config.Failure = error.what();
-    }
+    const Tools::Outcome outcome = Tools::Attempt(
+        [&]
+        {
+            if (const auto stream = folder.OpenTextFile(kConfigName))
+                kuid = FirstConfigValue(u"kuid", *stream, mBudget);
+            return kuid.has_value();
+        });
+    if (!outcome.Thrown.empty())
+        config.Failure = Tools::Told(outcome);
+    else if (kuid)
+        MakeLowerCase(*kuid);
+    else
+        return;
     config.Path = (folder.Path() += u'\\') += kConfigName;
     config.Identity = files.FileIdentity(config.Path);
     if (kuid)

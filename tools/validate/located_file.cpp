@@ -7,12 +7,13 @@ namespace ZLMIM::Validate
 
 std::optional<LocatedFile> Locate(std::u16string_view name, FileNames& names)
 {
-    const FoundFile* const found = names.Find(name);
-    if (!found || found->kind != FoundFile::Kind::File)
+    const auto found = names.Find(name, FoundFile::Kind::File);
+    if (!found)
         return std::nullopt;
     LocatedFile file = {{found->identity, {}}, found->systemName};
     const SystemName folderName = file.Folder();
-    if (const FoundFile* const folder = names.Find(folderName.empty() ? u"." : FromSystemPath(folderName)))
+    if (const auto folder =
+            names.Find(folderName.empty() ? u"." : FromSystemPath(folderName), FoundFile::Kind::Folder))
         file.Key.Folder = folder->identity;
     return file;
 }

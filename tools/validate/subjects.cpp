@@ -29,12 +29,12 @@ public:
 
     void Take(const std::u16string& name, bool isRecursive)
     {
-        const FoundFile* const found = mNames.Find(name);
-        if (found && found->kind == FoundFile::Kind::Folder && isRecursive)
-            return Walk(Tools::ToPath(found->systemName));
+        const auto folder = mNames.Find(name, FoundFile::Kind::Folder);
+        if (folder && isRecursive)
+            return Walk(Tools::ToPath(folder->systemName));
         auto input = Tools::FindInput(name, mNames);
         if (auto* const why = std::get_if<std::string>(&input))
-            Fail(name, *why + (found && !isRecursive ? "; --recursive looks into the folders below" : ""));
+            Fail(name, *why + (folder ? "; --recursive looks into the folders below" : ""));
         else
             mSubjects.Files.push_back(std::move(std::get<Tools::Input>(input)));
     }

@@ -1,64 +1,53 @@
 #include "zlmim/anim/anim.h"
 
 #include "zlmim/reader/block.h"
+#include "zlmim/reader/container.h"
+#include "zlmim/reader/load_budget.h"
 
 namespace ZLMIM
 {
-namespace
-{
-
-constexpr std::int32_t kSignaturePos = 0;
-constexpr std::int32_t kFileKindPos = 8;
-constexpr std::int32_t kInfoSizePos = 16;
-
-} // namespace
 
 bool Anim::Load(std::u16string_view name)
 {
     FileNames names;
-    return Load(name, names);
+    LoadBudget budget;
+    return Load(name, names, budget);
 }
 
-bool Anim::Load(std::u16string_view name, FileNames& names)
+bool Anim::Load(std::u16string_view name, FileNames& names, LoadBudget& budget)
 {
     FileName = std::u16string(name); // the name may be this very property
-    return Finish(mCursor.LoadFile(FileName, names, FileSize, EmptyFile::Accepted));
+    return Container::Load(
+        FileName, mCursor,
+        [&] { return mCursor.LoadFile(FileName, names, budget, FileSize, EmptyFile::Accepted); },
+        [this] { return Parse(); });
 }
 
 bool Anim::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
 {
     FileName = std::u16string(name);
-    return Finish(mCursor.LoadBytes(bytes, FileSize, EmptyFile::Accepted));
+    LoadBudget budget;
+    return Container::Load(
+        FileName, mCursor, [&] { return mCursor.LoadBytes(bytes, budget, FileSize, EmptyFile::Accepted); },
+        [this] { return Parse(); });
 }
 
-bool Anim::Finish(bool isLoaded)
+bool Anim::Parse()
 {
-    if (!isLoaded)
-    {
-        mCursor.Release();
-        return false;
-    }
     if (!ReadHeader() || !ReadEvents())
         return false;
     ReadSkeleton();
-    if (!RootBone)
-        return false;
-    if (!ReadFrames(InitBoneFrames()))
-        return false;
-    mCursor.Release();
-    return true;
+    return RootBone && ReadFrames(InitBoneFrames());
 }
 
 bool Anim::ReadHeader()
 {
-    mCursor.Pos = kSignaturePos;
-    if (!mCursor.TakesTag("JIRF"))
+    if (!Container::MatchSignature(mCursor))
     {
         ErrorMessage = u"Not a ZL file - no JIRF";
         return false;
     }
-    mCursor.Pos = kFileKindPos;
-    if (!mCursor.TakesTag("ANIM"))
+    if (!Container::MatchKind(mCursor, "ANIM"))
     {
         ErrorMessage = u"Not a ZLM ANIM file - no ANIM";
         return false;
@@ -69,8 +58,7 @@ bool Anim::ReadHeader()
 
 void Anim::ReadInfo()
 {
-    mCursor.Pos = kInfoSizePos;
-    const auto info = Block::EnterBehindTag(mCursor);
+    const auto info = Container::EnterInfo(mCursor);
     Version = mCursor.GetLong();
     Name = mCursor.GetString();
     FrameCount = mCursor.GetLong();
@@ -81,7 +69,7 @@ void Anim::ReadInfo()
 
 bool Anim::ReadEvents()
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, "EVNT");
+    const auto block = Block::EnterOptional(mCursor, "EVNT");
     if (!block)
         return false;
     block->Leave(mCursor);

@@ -2,8 +2,7 @@
 #define ZLMIM_ANIM_ANIM_H
 
 #include "zlmim/anim/bone_anim.h"
-#include "zlmim/model/facade.h"
-#include "zlmim/reader/bone_tree.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/reader/file_cursor.h"
 #include "zlmim/reader/file_names.h"
 
@@ -17,6 +16,9 @@
 
 namespace ZLMIM
 {
+
+class BoneLimits;
+class LoadBudget;
 
 /// The object representing one animation file (`.kin`): a tree of bones with one key frame for each bone and
 /// frame. Nothing is computed from it: no interpolation, no matrix, no link to the bones of a `Mesh`.
@@ -67,29 +69,29 @@ public:
     /// properties stay as far as they were filled, and the file's bytes may stay in memory until the next
     /// load or the end of the object.
     /// @throws BoundsError where the file ends too early (an empty one does), where a frame's number isn't in
-    /// 0 to `FrameCount`, where `FrameCount` is negative, or where a file asks for more than one of its size
-    /// may (see \ref limits).
+    /// 0 to `FrameCount`, where `FrameCount` is negative, or where a limit is exceeded (see \ref limits).
     /// @throws OverflowError where a size leads out of the 32-bit range.
     /// @throws std::bad_alloc where there is no memory for what the file holds.
     [[nodiscard]] bool Load(std::u16string_view name);
 
-    /// The same for one of many files: `names`, which remembers the folders that it has listed, is needed
-    /// during the call alone. Raises the same.
-    [[nodiscard]] bool Load(std::u16string_view name, FileNames& names);
+    /// The same for one of many files. `names` remembers the folders that it has listed, and `budget` what
+    /// all loads with it have cost together. Both are needed during the call alone.
+    [[nodiscard]] bool Load(std::u16string_view name, FileNames& names, LoadBudget& budget);
 
-    /// The same for the bytes of a file, which are copied; `name` only goes to `FileName`. Raises the same.
+    /// The same for the bytes of a file, which are copied. `name` goes to `FileName` and is not opened.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
-    bool Finish(bool isLoaded);
+    bool Parse();
     bool ReadHeader();
     void ReadInfo();
     bool ReadEvents();
     void ReadSkeleton();
-    void ReadBone(BoneTree<BoneAnim>& tree, const std::shared_ptr<BoneAnim>& bone, std::int32_t level);
+    std::shared_ptr<BoneAnim> MakeBone(BoneLimits& limits, std::int32_t level);
+    void ReadBone(BoneLimits& limits, BoneAnim& bone, std::int32_t level);
 
     /// The bones of the tree in the order of a FRAM block's records: each before its children.
     using BoneOrder = std::vector<BoneAnim*>;

@@ -1,8 +1,10 @@
 #include "zlmim/anim/anim.h"
 #include "zlmim/model/errors.h"
-#include "zlmim/reader/allowances.h"
 #include "zlmim/reader/block.h"
+#include "zlmim/reader/bone_limits.h"
+#include "zlmim/reader/load_budget.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -11,12 +13,12 @@ namespace ZLMIM
 namespace
 {
 
-/// Makes the frame tables of a tree, each bone's before its children's, and notes the bones in that order.
+/// Makes the frame tables of a tree, each bone's before its children's, and lists the bones in that order.
 class FrameTableMaker
 {
 public:
-    FrameTableMaker(std::int32_t highestSlot, std::int64_t allowance)
-        : mHighestSlot(highestSlot), mAllowance(allowance)
+    FrameTableMaker(std::int32_t highestSlot, std::int64_t fileSize, LoadBudget& budget)
+        : mHighestSlot(highestSlot), mAllowance(FrameTableAllowance(fileSize)), mBudget(budget)
     {
     }
 
@@ -26,7 +28,9 @@ public:
         const std::int64_t size =
             (std::int64_t{mHighestSlot} + 1) * static_cast<std::int64_t>(sizeof(Keyframe));
         if (size > mAllowance)
-            throw BoundsError("frame tables of " + std::to_string(size) + " bytes a bone", mHighestSlot);
+            throw BoundsError("the frame tables are too large for the file (FrameTableAllowance)",
+                              mHighestSlot);
+        mBudget.ChargeMemory(std::max<std::int64_t>(size, 0));
         bone.InitFrames(mHighestSlot);
         mAllowance -= size;
         bones.push_back(&bone);
@@ -45,6 +49,7 @@ public:
 private:
     std::int32_t mHighestSlot;
     std::int64_t mAllowance;
+    LoadBudget& mBudget;
     BoneLimits mLimits;
 };
 
@@ -52,7 +57,7 @@ private:
 
 Anim::BoneOrder Anim::InitBoneFrames()
 {
-    FrameTableMaker maker(FrameCount, FrameTableAllowance(mCursor.FileSize()));
+    FrameTableMaker maker(FrameCount, mCursor.FileSize(), mCursor.Budget());
     maker.Make(*RootBone, 1);
     return std::move(maker.bones);
 }
@@ -80,7 +85,7 @@ public:
         }
         if (mCount == mFrames.size())
             Store();
-        const auto run = cursor.GetRun<Keyframe>(static_cast<std::int32_t>(mBones.size()));
+        const auto run = cursor.GetArray<Keyframe>(static_cast<std::int32_t>(mBones.size()));
         mFrames[mCount++] = {static_cast<std::size_t>(frame), run.bytes};
     }
 
@@ -141,11 +146,11 @@ bool Anim::ReadFrames(const BoneOrder& bones)
 
 bool Anim::ReadFrame(WaitingFrames& waiting)
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, "FRAM");
+    const auto block = Block::EnterOptional(mCursor, "FRAM");
     if (!block)
         return false;
 
-    static_cast<void>(mCursor.GetLong()); // a field without use
+    static_cast<void>(mCursor.GetLong()); // not used
     const std::int32_t frame = mCursor.GetLong();
     waiting.Take(frame, FrameCount, mCursor);
 

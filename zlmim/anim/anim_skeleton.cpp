@@ -1,38 +1,47 @@
 #include "zlmim/anim/anim.h"
 #include "zlmim/reader/block.h"
+#include "zlmim/reader/bone_limits.h"
+#include "zlmim/reader/load_budget.h"
 
 namespace ZLMIM
 {
 
 void Anim::ReadSkeleton()
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, "SKEL");
+    const auto block = Block::EnterOptional(mCursor, "SKEL");
     if (!block)
         return;
 
-    const auto tree = std::make_shared<BoneTree<BoneAnim>>();
-    // In place before its own block is looked at: a root without one is an empty bone.
-    RootBone = tree->Make(1);
-    ReadBone(*tree, RootBone, 1);
+    BoneLimits limits;
+    // Set before its block is looked at: a root without a block is an empty bone.
+    RootBone = MakeBone(limits, 1);
+    ReadBone(limits, *RootBone, 1);
 
     block->Leave(mCursor);
 }
 
-void Anim::ReadBone(BoneTree<BoneAnim>& tree, const std::shared_ptr<BoneAnim>& bone, std::int32_t level)
+std::shared_ptr<BoneAnim> Anim::MakeBone(BoneLimits& limits, std::int32_t level)
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, "BONE");
+    limits.Count(level);
+    mCursor.Budget().ChargeObjects<BoneAnim, Collection<BoneAnim>>();
+    return std::make_shared<BoneAnim>();
+}
+
+void Anim::ReadBone(BoneLimits& limits, BoneAnim& bone, std::int32_t level)
+{
+    const auto block = Block::EnterOptional(mCursor, "BONE");
     if (!block)
         return;
 
-    bone->Version = mCursor.GetLong();
-    bone->Name = mCursor.GetString();
+    bone.Version = mCursor.GetLong();
+    bone.Name = mCursor.GetString();
     const std::int32_t count = mCursor.GetLong();
     for (std::int32_t i = 0; i < count; ++i)
     {
-        // Linked before its block is looked at: a child without one stays as an empty bone.
-        const auto child = tree.Make(level + 1);
-        bone->Children()->Add(child);
-        ReadBone(tree, child, level + 1);
+        // Linked before its block is looked at: a child without a block stays as an empty bone.
+        const auto child = MakeBone(limits, level + 1);
+        bone.Children()->Add(child);
+        ReadBone(limits, *child, level + 1);
     }
 
     block->Leave(mCursor);

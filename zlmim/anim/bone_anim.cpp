@@ -2,23 +2,33 @@
 
 #include "zlmim/model/errors.h"
 
+#include <string>
 #include <utility>
 
 namespace ZLMIM
 {
 
-BoneAnim::BoneAnim() : mChildren(std::make_shared<Collection<BoneAnim>>()) {}
-
-BoneAnim::BoneAnim(Membership membership, Collection<BoneAnim>& children)
-    : mMembership(std::move(membership)), mChildren(Membership::Uncounted(children))
+BoneAnim::~BoneAnim()
 {
-}
-
-std::shared_ptr<Collection<BoneAnim>> BoneAnim::Children() const { return mMembership.HandOut(mChildren); }
-
-void BoneAnim::SetChildren(std::shared_ptr<Collection<BoneAnim>> children)
-{
-    mChildren = mMembership.TakeIn(std::move(children));
+    // Bones below this one that nobody else holds, as a list: recursion would need the more stack the deeper
+    // the tree is.
+    std::shared_ptr<BoneAnim> orphans;
+    const auto collect = [&orphans](std::shared_ptr<Collection<BoneAnim>> list)
+    {
+        if (!list || list.use_count() != 1)
+            return;
+        for (const auto& child : list->Entries())
+        {
+            if (child && child.use_count() == 1)
+                child->mNextOrphan = std::exchange(orphans, child);
+        }
+    };
+    collect(std::move(mChildren));
+    while (orphans)
+    {
+        const auto bone = std::exchange(orphans, std::move(orphans->mNextOrphan));
+        collect(std::move(bone->mChildren));
+    }
 }
 
 void BoneAnim::InitFrames(std::int32_t i)

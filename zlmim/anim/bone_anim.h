@@ -2,43 +2,37 @@
 #define ZLMIM_ANIM_BONE_ANIM_H
 
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
-#include "zlmim/model/whole.h"
 
 #include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
 
-/// Bone object used by animated meshes, with one key frame for each slot of its frame table. The bones of a
-/// loaded animation are parts of a whole: whoever holds one of them, or one of their `Children` lists, holds
-/// them all (see `Membership` for this and for what a host writes).
+/// Bone object used by animated meshes, with one key frame for each slot of its frame table. A bone holds its
+/// children, and nothing holds its parent: keeping a leaf keeps only that leaf.
 ///
-/// A bone that the file announces, but has no block for, stays without a name; it has its frames like any
-/// other. \ingroup animations
+/// A bone that the file counts, but has no block for, has no name; it has its frames like any other.
+/// \ingroup animations
 class BoneAnim
 {
 public:
     /// A bone by itself, with an empty list of children and no frame table.
-    BoneAnim();
-    /// A part of a whole, that holds its children in `children`, a part of the same whole.
-    BoneAnim(Membership membership, Collection<BoneAnim>& children);
+    BoneAnim() = default;
     BoneAnim(const BoneAnim&) = delete;
     BoneAnim& operator=(const BoneAnim&) = delete;
-    ~BoneAnim() = default;
+    ~BoneAnim();
 
-    /// The whole that the bone is a part of.
-    [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
-
-    /// Child bones in file order; never none unless a host writes none.
-    [[nodiscard]] std::shared_ptr<Collection<BoneAnim>> Children() const;
-    /// Puts another list in its place.
-    void SetChildren(std::shared_ptr<Collection<BoneAnim>> children);
+    /// Child bones in file order; null only if a host writes null.
+    [[nodiscard]] std::shared_ptr<Collection<BoneAnim>> Children() const { return mChildren; }
+    /// Replaces the list.
+    void SetChildren(std::shared_ptr<Collection<BoneAnim>> children) { mChildren = std::move(children); }
 
     /// As stored, letter case included; need not be unique.
     std::u16string Name;
@@ -66,17 +60,18 @@ public:
         return {mFrames.data(), mFrames.size()};
     }
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     friend class Anim;
 
     [[nodiscard]] std::size_t Slot(std::int32_t i) const;
 
-    Membership mMembership;
-    std::shared_ptr<Collection<BoneAnim>> mChildren;
+    std::shared_ptr<Collection<BoneAnim>> mChildren = std::make_shared<Collection<BoneAnim>>();
     RecordArray<Keyframe> mFrames;
+    /// Used while a tree is destroyed.
+    std::shared_ptr<BoneAnim> mNextOrphan;
 };
 
 } // namespace ZLMIM

@@ -1,7 +1,7 @@
 #ifndef ZLMIM_COMPONENT_ABI_POSIX_H
 #define ZLMIM_COMPONENT_ABI_POSIX_H
 
-// Unnamed structs in unnamed unions are an extension of C++, and what others call these fields rests on them.
+// Unnamed structs in unnamed unions are an extension of C++, which the usual names of these fields need.
 #pragma GCC system_header
 
 #include <cstddef>
@@ -11,16 +11,15 @@
 #include <limits>
 
 /// \file
-/// What `windows.h` and the headers of automation call these things, for systems that have neither.
-/// Interfaces are abstract classes without a virtual destructor, whose functions stand in the order of their
+/// The names of `windows.h` and the automation headers that hosts need, for systems that lack these headers.
+/// Interfaces are abstract classes without a virtual destructor; their functions are in the order of their
 /// slots.
 ///
-/// A text (`BSTR`) and what a `VARIANT` owns go from one module to another, so how they are allocated is a
-/// part of the interface here: by `malloc`, a text with its length in bytes in the four bytes before its
-/// first character and a zero behind its last one. `SysAllocStringLen`, `SysFreeString`, `VariantClear` and
-/// `VariantCopy` do so.
+/// Modules pass texts (`BSTR`) and what a `VARIANT` owns to one another, so their allocation is part of the
+/// interface: by `malloc`. A text has its length in bytes in the four bytes before its first character, and a
+/// zero after its last one. `SysAllocStringLen`, `SysFreeString`, `VariantClear` and `VariantCopy` conform.
 ///
-/// What each name means is the system's to say, and isn't told again here.
+/// The names are documented by the system that they come from.
 /// \ingroup hosts
 /// \cond SYSTEM
 
@@ -81,11 +80,11 @@ inline constexpr HRESULT DISP_E_MEMBERNOTFOUND = static_cast<HRESULT>(0x80020003
 inline constexpr HRESULT DISP_E_PARAMNOTFOUND = static_cast<HRESULT>(0x80020004);
 inline constexpr HRESULT DISP_E_TYPEMISMATCH = static_cast<HRESULT>(0x80020005);
 inline constexpr HRESULT DISP_E_UNKNOWNNAME = static_cast<HRESULT>(0x80020006);
-inline constexpr HRESULT DISP_E_NONAMEDARGS = static_cast<HRESULT>(0x80020007);
 inline constexpr HRESULT DISP_E_EXCEPTION = static_cast<HRESULT>(0x80020009);
 inline constexpr HRESULT DISP_E_OVERFLOW = static_cast<HRESULT>(0x8002000A);
 inline constexpr HRESULT DISP_E_BADINDEX = static_cast<HRESULT>(0x8002000B);
 inline constexpr HRESULT DISP_E_BADPARAMCOUNT = static_cast<HRESULT>(0x8002000E);
+inline constexpr HRESULT DISP_E_PARAMNOTOPTIONAL = static_cast<HRESULT>(0x8002000F);
 
 inline constexpr VARIANT_BOOL VARIANT_TRUE = -1;
 inline constexpr VARIANT_BOOL VARIANT_FALSE = 0;
@@ -104,6 +103,14 @@ enum VARENUM : VARTYPE
     VT_BOOL = 11,
     VT_VARIANT = 12,
     VT_UNKNOWN = 13,
+    VT_I1 = 16,
+    VT_UI1 = 17,
+    VT_UI2 = 18,
+    VT_UI4 = 19,
+    VT_I8 = 20,
+    VT_UI8 = 21,
+    VT_INT = 22,
+    VT_UINT = 23,
     VT_RECORD = 36,
     VT_BYREF = 0x4000,
 };
@@ -139,8 +146,13 @@ struct VARIANT
     WORD wReserved3;
     union
     {
+        BYTE bVal;
         SHORT iVal;
+        USHORT uiVal;
         LONG lVal;
+        ULONG ulVal;
+        std::int64_t llVal;
+        std::uint64_t ullVal;
         float fltVal;
         double dblVal;
         VARIANT_BOOL boolVal;
@@ -219,6 +231,26 @@ protected:
     ~IEnumVARIANT() = default;
 };
 
+struct ISupportErrorInfo : IUnknown
+{
+    virtual HRESULT InterfaceSupportsErrorInfo(REFIID iid) = 0;
+
+protected:
+    ~ISupportErrorInfo() = default;
+};
+
+struct IErrorInfo : IUnknown
+{
+    virtual HRESULT GetGUID(GUID* guid) = 0;
+    virtual HRESULT GetSource(BSTR* source) = 0;
+    virtual HRESULT GetDescription(BSTR* description) = 0;
+    virtual HRESULT GetHelpFile(BSTR* file) = 0;
+    virtual HRESULT GetHelpContext(DWORD* context) = 0;
+
+protected:
+    ~IErrorInfo() = default;
+};
+
 struct IRecordInfo : IUnknown
 {
     virtual HRESULT RecordInit(void* record) = 0;
@@ -242,8 +274,7 @@ protected:
     ~IRecordInfo() = default;
 };
 
-/// A text of `length` characters, copied from `text`, or zero where that is null. Null where there is no
-/// memory.
+/// A text of `length` characters, copied from `text`, or zeros if that is null. Null if there is no memory.
 [[nodiscard]] inline BSTR SysAllocStringLen(const OLECHAR* text, UINT length) noexcept
 {
     constexpr std::size_t kAround = sizeof(std::uint32_t) + sizeof(OLECHAR);
@@ -266,7 +297,7 @@ inline void SysFreeString(BSTR text) noexcept
         std::free(reinterpret_cast<char*>(text) - sizeof(std::uint32_t));
 }
 
-/// Number of characters; 0 for null, which is the empty text.
+/// Number of characters. Null is the empty text.
 [[nodiscard]] inline UINT SysStringLen(BSTR text) noexcept
 {
     if (!text)
@@ -278,7 +309,7 @@ inline void SysFreeString(BSTR text) noexcept
 
 inline void VariantInit(VARIANT* variant) noexcept { *variant = {}; }
 
-/// Frees what the variant owns, and empties it.
+/// Frees what the variant owns and empties it.
 inline HRESULT VariantClear(VARIANT* variant) noexcept
 {
     if (variant->vt == VT_BSTR)
@@ -295,7 +326,7 @@ inline HRESULT VariantClear(VARIANT* variant) noexcept
     return S_OK;
 }
 
-/// Clears `to`, and makes it an equal of `from` that owns what it holds.
+/// Clears `to` and makes it a copy of `from` that owns what it holds.
 inline HRESULT VariantCopy(VARIANT* to, const VARIANT* from) noexcept
 {
     if (to == from)

@@ -1,11 +1,13 @@
 #ifndef ZLMIM_COMPONENT_ARGUMENTS_H
 #define ZLMIM_COMPONENT_ARGUMENTS_H
 
+#include "zlmim/component/class_info.h"
 #include "zlmim/component/platform.h"
 #include "zlmim/component/status.h"
 #include "zlmim/component/variants.h"
 #include "zlmim/component/wire.h"
 
+#include <cstddef>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -13,34 +15,26 @@
 namespace ZLMIM::Component
 {
 
-/// How an argument travels: by value; by reference, unchanged; by reference, perhaps changed. An interface
-/// decides it for each argument.
-enum class How
-{
-    In,
-    Ref,
-    InOut,
-};
-
-/// An argument of type `T` on its way from a slot to the model and, where it may change, back.
-template <How kHow, class T>
+/// An argument of type `T`, passed from a slot to the model and, if it may change, back.
+template <Passing kHow, class T>
 class Argument
 {
 public:
     using Value = T;
     using Place = typename Wire<T>::Type*;
-    using Type = std::conditional_t<kHow == How::In, typename Wire<T>::Type, Place>;
-    static constexpr How kTravels = kHow;
+    using Type = std::conditional_t<kHow == Passing::In, typename Wire<T>::Type, Place>;
+    static constexpr Passing kPassing = kHow;
 
-    explicit Argument(Type given) : mGiven(given), mValue(Take(given)) {}
+    /// @throws Failure `E_POINTER` for a null reference
+    explicit Argument(Type given) : mGiven(given), mValue(Convert(given)) {}
 
     [[nodiscard]] T& Get() noexcept { return mValue; }
 
-    /// Lets the host see what the model has changed.
+    /// Copies what the model has changed to the host's variable.
     /// @throws std::bad_alloc
-    void GiveBack()
+    void WriteBack()
     {
-        if constexpr (kHow == How::InOut)
+        if constexpr (kHow == Passing::InOut)
         {
             auto changed = Wire<T>::Out(mValue);
             std::swap(*mGiven, changed);
@@ -50,14 +44,14 @@ public:
     }
 
 private:
-    [[nodiscard]] static T Take(Type given)
+    [[nodiscard]] static T Convert(Type given)
     {
-        if constexpr (kHow == How::In)
+        if constexpr (kHow == Passing::In)
             return Wire<T>::In(given);
         else
         {
             if (!given)
-                throw Failure{E_POINTER};
+                throw Failure{E_POINTER, "a null pointer where an argument is needed"};
             return Wire<T>::In(*given);
         }
     }
@@ -66,82 +60,81 @@ private:
     T mValue;
 };
 
-/// An argument that doesn't fit, by its place in the array of arguments.
-struct BadArgument : Failure
-{
-    UINT index;
-};
-
-/// One argument of a call by name.
+/// An argument of a call by name. `position` counts the parameters from 0.
 struct Given
 {
-    VARIANT* variant;
-    UINT index;
+    VARIANT& variant;
+    std::size_t position;
 };
 
-/// Makes an argument of a call by name into what the slot takes. What the slot may change is the host's own
-/// variable, if the host has given a reference to one of the right type, else a copy.
+/// Converts a variant to what a slot takes. What the slot may change is the host's own variable if the
+/// variant refers to one of the right type, otherwise a copy.
 template <class A>
 class Converted
 {
     using T = typename A::Value;
     using Place = typename A::Place;
+    static constexpr bool kIsInterface = Wire<T>::kVarType == VT_DISPATCH;
 
 public:
-    explicit Converted(const Given& given) : mPlace(Find(given)) {}
+    /// @throws BadArgument if it can't be converted
+    explicit Converted(const Given& given) : mPlace(Find(given.variant, given.position)) {}
     Converted(const Converted&) = delete;
     Converted& operator=(const Converted&) = delete;
     ~Converted() = default;
 
     [[nodiscard]] typename A::Type Get() noexcept
     {
-        if constexpr (A::kTravels == How::In)
+        if constexpr (A::kPassing == Passing::In)
             return *mPlace;
         else
             return mPlace;
     }
 
 private:
-    [[nodiscard]] Place Find(const Given& given)
+    [[nodiscard]] Place Find(VARIANT& given, std::size_t position)
     {
-        VARIANT& source = Dereferenced(*given.variant);
-        const bool isVariable = &source != given.variant || (source.vt & VT_BYREF) != 0;
+        VARIANT& source = Dereferenced(given);
+        const bool isVariable = &source != &given || (source.vt & VT_BYREF) != 0;
         if constexpr (std::is_same_v<T, VARIANT>)
             return &source;
         else if constexpr (kIsRecordType<T>)
         {
             if (!HoldsRecord(source, kRecordType<T>))
-                throw BadArgument{{DISP_E_TYPEMISMATCH}, given.index};
+                throw BadArgument{DISP_E_TYPEMISMATCH, position};
             auto* const record = static_cast<Place>(source.pvRecord);
-            if (A::kTravels != How::InOut || isVariable)
+            if (A::kPassing != Passing::InOut || isVariable)
                 return record;
             return &(mCopy = *record);
         }
         else
         {
+            if ((source.vt & VT_BYREF) != 0 && !source.byref)
+                throw BadArgument{DISP_E_TYPEMISMATCH, position};
             if (source.vt == (Wire<T>::kVarType | VT_BYREF))
-                return source.byref ? static_cast<Place>(source.byref)
-                                    : throw BadArgument{{DISP_E_TYPEMISMATCH}, given.index};
-            const bool isHeld = source.vt == Wire<T>::kVarType ||
-                                (Wire<T>::kVarType == VT_DISPATCH && source.vt == VT_UNKNOWN);
-            if (isHeld && (A::kTravels != How::InOut || isVariable))
+                return static_cast<Place>(source.byref);
+            // Some script languages can't pass a null object in any other way.
+            if (kIsInterface && (source.vt == VT_EMPTY || source.vt == VT_NULL))
+                return &Wire<T>::Of(mOwn);
+            const bool isHeld = source.vt == Wire<T>::kVarType || (kIsInterface && source.vt == VT_UNKNOWN);
+            if (isHeld && (A::kPassing != Passing::InOut || isVariable))
                 return &Wire<T>::Of(source);
             if (const HRESULT status = Coerce(mOwn, source, Wire<T>::kVarType); FAILED(status))
-                throw BadArgument{{status}, given.index};
+                throw BadArgument{status, position};
             return &Wire<T>::Of(mOwn);
         }
     }
 
-    struct Nothing
+    struct Empty
     {
     };
 
     Variant mOwn;
-    [[no_unique_address]] std::conditional_t<kIsRecordType<T>, T, Nothing> mCopy;
+    [[no_unique_address]] std::conditional_t<kIsRecordType<T>, T, Empty> mCopy;
     Place mPlace;
 };
 
-/// Puts a result into a variant, which owns it from then on, also where that fails.
+/// Puts a result into an empty variant, which then owns it.
 template <class T>
 [[nodiscard]] HRESULT StoreResult(VARIANT& variant, typename Wire<T>::Type& value) noexcept
 {

@@ -1,33 +1,46 @@
 #ifndef ZLMIM_COMPONENT_CLASS_INFO_H
 #define ZLMIM_COMPONENT_CLASS_INFO_H
 
-#include "zlmim/component/abi.h"
-#include "zlmim/component/arguments.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/component/guid.h"
 
 #include <array>
 #include <cstddef>
 #include <span>
 
+namespace ZLMIM
+{
+
+class ComHeader;
+
+} // namespace ZLMIM
+
 namespace ZLMIM::Component
 {
 
-/// An argument, or the result, of a member.
+/// How an argument is passed: by value, by reference for reading, or by reference for reading and changing.
+/// The interface defines it for each argument.
+enum class Passing
+{
+    In,
+    Ref,
+    InOut,
+};
+
+/// A parameter, or the result, of a member.
 struct Parameter
 {
     const char* name = nullptr;
-    /// Its type in the type library; for an object or list the name of its class. None where there is no
-    /// result.
+    /// Its type in the type library; the class's name for an object or list. Null if there is no result.
     const char* type = nullptr;
     bool isObject = false;
-    How how = How::In;
+    Passing passing = Passing::In;
 };
 
-/// How a call by name went: `status` answers the call itself, `raised` tells what the member answered.
-struct Invoked
+/// How a call by name went: `status` is that of converting arguments and result, `thrown` the member's own.
+struct CallOutcome
 {
     HRESULT status = S_OK;
-    HRESULT raised = S_OK;
+    HRESULT thrown = S_OK;
 };
 
 /// One slot of an interface.
@@ -41,11 +54,14 @@ struct Member
     WORD kind = DISPATCH_METHOD;
     DISPID id = 0;
     std::size_t count = 0;
+    /// How many of the last parameters may be omitted.
     std::size_t optionalCount = 0;
     std::array<Parameter, kMaxParameters> parameters{};
     Parameter result{};
-    /// Calls the slot with arguments by name, which must be as many as there are parameters.
-    Invoked (*invoke)(Facade* object, std::span<VARIANT* const> arguments, VARIANT& result) = nullptr;
+    /// Calls the slot with variants, one for each parameter.
+    /// @throws BadArgument for a variant that can't be converted
+    CallOutcome (*callByName)(ComHeader* object, std::span<VARIANT* const> arguments,
+                              VARIANT& result) = nullptr;
 
     [[nodiscard]] constexpr std::span<const Parameter> Parameters() const noexcept
     {
@@ -53,31 +69,31 @@ struct Member
     }
 };
 
-/// An interface, by one of its identifiers.
+/// One of an interface's identifiers.
 struct InterfaceId
 {
     const char* name;
     GUID guid;
-    /// Behind the point; before it stands 1.
+    /// The interface's version is 1 and this number, such as 1.3.
     int minorVersion = 0;
 };
 
-/// All that a host may know of a class.
+/// All that hosts can know of a class.
 struct ClassInfo
 {
     const char* name;
     GUID classId;
     const char* help;
-    /// The identifiers of the one interface, the oldest first, its present one last.
+    /// Identifiers of the one interface, from the oldest to the present one.
     std::span<const InterfaceId> interfaces;
     std::span<const Member> members;
-    /// A new object, for a class that hosts may create.
-    Facade* (*create)();
+    /// Creates an object. Null if hosts can't create the class.
+    ComHeader* (*create)();
 
     [[nodiscard]] constexpr const InterfaceId& Interface() const noexcept { return interfaces.back(); }
 };
 
-/// The slots that every interface begins with, those of `IUnknown` and `IDispatch`.
+/// Every interface begins with the slots of `IUnknown` and `IDispatch`, this many.
 inline constexpr int kFirstSlot = 7;
 
 } // namespace ZLMIM::Component

@@ -8,7 +8,7 @@
 namespace ZLMIM::Component
 {
 
-/// The library that the classes form.
+/// The type library.
 struct LibraryInfo
 {
     const char* name = "ZLMIM";
@@ -21,10 +21,10 @@ struct LibraryInfo
 };
 inline constexpr LibraryInfo kLibrary{};
 
-/// The classes that hosts may create, in the order of the type library.
+/// The classes that hosts can create, in the order of the type library.
 [[nodiscard]] std::span<const ClassInfo* const> Classes() noexcept;
 
-/// The interface of lists. Lists are made by the classes alone.
+/// The interface of lists, which only the classes create.
 [[nodiscard]] const ClassInfo& CollectionInfo() noexcept;
 
 } // namespace ZLMIM::Component

@@ -1,38 +1,32 @@
 #ifndef ZLMIM_COMPONENT_COLLECTION_INTERFACE_H
 #define ZLMIM_COMPONENT_COLLECTION_INTERFACE_H
 
-#include "zlmim/component/functions.h"
+#include "zlmim/component/interface_table.h"
 #include "zlmim/component/list_enumerator.h"
 #include "zlmim/model/collection.h"
 
 #include <cstdint>
 #include <memory>
+#include <type_traits>
 
 namespace ZLMIM::Component
 {
 
-/// What a host knows as `_Collection`: the five members of the platform's list, over a list of the model. It
-/// takes only what the list holds, has no keys, and appends only.
+/// `_Collection`, the platform's list interface, for the model's lists. A list takes only what its property
+/// holds, has no keys, and appends only.
 
 /// How the entries of a list cross the boundary.
 template <class T>
 using EntryWire = Wire<typename Collection<T>::Entry>;
 
-/// The number that `index` holds.
-/// @throws Failure `E_INVALIDARG` for a key, or anything else that isn't a number
-[[nodiscard]] std::int32_t ToNumber(const VARIANT& index);
-
-/// @throws Failure `E_INVALIDARG` for an argument that is there: lists have no keys, and append only
-void RefuseKey(const VARIANT& argument);
-
-/// Entry `number` as a variant that the caller owns.
+/// Returns entry `number`, owned by the caller.
 template <class T>
 [[nodiscard]] VARIANT EntryAt(const Collection<T>& list, std::int32_t number)
 {
     auto entry = EntryWire<T>::Out(list.Item(number));
     VARIANT variant{};
     if (const HRESULT status = StoreResult<typename Collection<T>::Entry>(variant, entry); FAILED(status))
-        throw Failure{status};
+        throw Failure{status, "the entry can't be copied"};
     return variant;
 }
 
@@ -48,46 +42,55 @@ void Add(Collection<T>& list, const VARIANT& item, const VARIANT& key, const VAR
 {
     for (const VARIANT* const argument : {&key, &before, &after})
         RefuseKey(*argument);
-    using Value = Argument<kIsRecordType<T> ? How::Ref : How::In, typename Collection<T>::Entry>;
+    const Failure wrongType{DISP_E_TYPEMISMATCH, "the list holds entries of another type"};
+    // Without conversions: the system would turn any number into text, and nothing into a null object.
+    const VARTYPE type = TypeOf(item);
+    if (type != EntryWire<T>::kVarType && !(EntryWire<T>::kVarType == VT_DISPATCH && type == VT_UNKNOWN))
+        throw wrongType;
+    using Value = Argument<kIsRecordType<T> ? Passing::Ref : Passing::In, typename Collection<T>::Entry>;
     VARIANT given = item;
-    // Where the system would make a text of anything.
-    if (std::is_same_v<T, std::u16string> && (Dereferenced(given).vt & ~VT_BYREF) != VT_BSTR)
-        throw Failure{DISP_E_TYPEMISMATCH};
-    Converted<Value> converted(Given{&given, 0});
-    list.Add(std::move(Value(converted.Get()).Get()));
+    try
+    {
+        Converted<Value> converted(Given{given, 0});
+        list.Add(std::move(Value(converted.Get()).Get()));
+    }
+    catch (const BadArgument&)
+    {
+        throw wrongType;
+    }
 }
 
 template <class T>
 void Remove(Collection<T>& list, const VARIANT& index)
 {
-    list.Remove(ToNumber(index));
+    const std::int32_t number = ToNumber(index);
+    list.Remove(number);
+    ListEnumerator::EntryRemoved(&list, number);
 }
 
 template <class T>
 [[nodiscard]] IUnknown* NewEnum(Collection<T>& list)
 {
     return ListEnumerator::Make(
-        std::static_pointer_cast<Collection<T>>(list.Facade.Self),
+        std::static_pointer_cast<Collection<T>>(list.ComHeader.Self),
         [](const void* object, std::int32_t number)
         { return EntryAt(*static_cast<const Collection<T>*>(object), number); },
         [](const void* object) { return static_cast<const Collection<T>*>(object)->Count(); });
 }
 
-inline constexpr InterfaceId kCollectionInterface[] = {{"_Collection", kCollection}};
-
 template <class T>
 struct Interface<Collection<T>>
 {
-    static constexpr auto kRows =
-        NumberedTable(NumberedMethod<&Item<T>, How::Ref>(DISPID_VALUE, "Item", {"Index"}),
-                      NumberedMethod<&Add<T>, How::Ref, How::Ref, How::Ref, How::Ref>(
-                          1, "Add", {"Item", "Key", "Before", "After"}, 3),
-                      NumberedMethod<&Collection<T>::Count>(2, "Count"),
-                      NumberedMethod<&Remove<T>, How::Ref>(3, "Remove", {"Index"}),
-                      NumberedMethod<&NewEnum<T>>(DISPID_NEWENUM, "_NewEnum"));
-
-    static constexpr ClassInfo kInfo{"Collection",         kNoInterface,  nullptr,
-                                     kCollectionInterface, kRows.members, nullptr};
+    // clang-format off
+    static constexpr InterfaceId kIds[] = {{"_Collection", kCollection}};
+    static constexpr auto kRows = TableWithIds(
+        MethodWithId<&Item<T>, Passing::Ref>(DISPID_VALUE, "Item", {"index"}),
+        MethodWithId<&Add<T>, Passing::Ref, Passing::Ref, Passing::Ref, Passing::Ref>(1, "Add", {"Item", "Key", "Before", "After"}, 3),
+        MethodWithId<&Collection<T>::Count>(2, "Count"),
+        MethodWithId<&Remove<T>, Passing::Ref>(3, "Remove", {"index"}),
+        MethodWithId<&NewEnum<T>>(DISPID_NEWENUM, "_NewEnum"));
+    static constexpr ClassInfo kInfo{"Collection", kNoInterface, nullptr, kIds, kRows.members, nullptr};
+    // clang-format on
 };
 
 } // namespace ZLMIM::Component

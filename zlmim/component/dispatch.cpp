@@ -1,13 +1,14 @@
 #include "zlmim/component/dispatch.h"
 
-#include "zlmim/component/live_count.h"
+#include "zlmim/component/com_object.h"
+#include "zlmim/component/holders.h"
+#include "zlmim/component/object_reference.h"
+#include "zlmim/component/platform.h"
+#include "zlmim/component/status.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <memory>
-#include <string_view>
-#include <utility>
-#include <vector>
+#include <string>
 
 namespace ZLMIM::Component
 {
@@ -26,69 +27,170 @@ namespace
     return !*a && !*b;
 }
 
-/// A script can't tell a method from a property that it reads, nor whether it writes a value or an object.
-[[nodiscard]] bool Answers(const Member& member, WORD flags)
+[[nodiscard]] bool HasInterface(const ClassInfo& info, REFIID iid)
+{
+    return std::any_of(info.interfaces.begin(), info.interfaces.end(),
+                       [&](const InterfaceId& id) { return IsSame(id.guid, iid); });
+}
+
+/// Reports that an object's failures have texts. A second interface of the object with references of its own.
+class ErrorSupport final : public ComObject<ISupportErrorInfo>
+{
+public:
+    ErrorSupport(const ClassInfo& info, ComHeader& object) : mInfo(info), mObject(object)
+    {
+        Component::AddRef(&mObject);
+    }
+    ErrorSupport(const ErrorSupport&) = delete;
+    ErrorSupport& operator=(const ErrorSupport&) = delete;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) noexcept override
+    {
+        return IsSame(iid, kISupportErrorInfo) ? HandOut(result, true)
+                                               : Component::QueryInterface(mInfo, mObject, iid, result);
+    }
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) noexcept override
+    {
+        return HasInterface(mInfo, iid) ? S_OK : S_FALSE;
+    }
+
+private:
+    ~ErrorSupport() override { Component::Release(&mObject); }
+
+    const ClassInfo& mInfo;
+    ComHeader& mObject;
+};
+
+/// Scripts can't distinguish reading a property from calling a method, nor writing a value from writing an
+/// object.
+[[nodiscard]] bool Accepts(const Member& member, WORD flags)
 {
     constexpr int kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
     constexpr int kWrite = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
     return (member.kind & kRead && flags & kRead) || (member.kind & kWrite && flags & kWrite);
 }
 
-[[nodiscard]] const Member* Find(const ClassInfo& info, DISPID id, WORD flags)
+/// The status in `EXCEPINFO`. If it has a text, script hosts see a classic error number only in this form.
+[[nodiscard]] constexpr SCODE ClassicStatus(HRESULT status)
 {
-    for (const Member& member : info.members)
+    constexpr auto kClassic = static_cast<SCODE>(0x800A0000);
+    switch (status)
     {
-        if (member.id == id && Answers(member, flags))
-            return &member;
+    case E_INVALIDARG:
+        return kClassic + 5;
+    case DISP_E_OVERFLOW:
+        return kClassic + 6;
+    case E_OUTOFMEMORY:
+        return kClassic + 7;
+    case DISP_E_BADINDEX:
+        return kClassic + 9;
+    case DISP_E_TYPEMISMATCH:
+        return kClassic + 13;
+    default:
+        return status;
     }
-    return nullptr;
 }
 
-/// The same arguments to the list that `member` gives.
-[[nodiscard]] HRESULT InvokeResult(const Member& member, Facade& object, const Call& call)
+/// Passes the arguments on to the list that the property `member` holds.
+[[nodiscard]] HRESULT DispatchToList(const Member& member, ComHeader& object, const NamedCall& call)
 {
     Variant list;
-    const Invoked read = member.invoke(&object, {}, list);
-    if (FAILED(read.status) || FAILED(read.raised))
-        return FAILED(read.status) ? read.status : read.raised;
-    if (list.vt != VT_DISPATCH || !list.pdispVal)
-        return DISP_E_BADPARAMCOUNT;
+    if (FAILED(member.callByName(&object, {}, list).thrown) || !list.pdispVal)
+        throw Failure{DISP_E_BADPARAMCOUNT, "the property holds no list that could take arguments"};
     return list.pdispVal->Invoke(DISPID_VALUE, kNoInterface, 0, call.flags, call.arguments, call.result,
                                  call.exception, call.badArgument);
 }
 
-[[nodiscard]] HRESULT InvokeMember(const Member& member, Facade& object, const Call& call)
+/// One variant for each parameter, from positional and named arguments.
+class Arguments
+{
+public:
+    /// Thrown for a named argument that the member doesn't have, or has already.
+    struct UnknownName
+    {
+        UINT index;
+    };
+
+    void Place(const Member& member, const DISPPARAMS& given)
+    {
+        mMissing.vt = VT_ERROR;
+        mMissing.scode = DISP_E_PARAMNOTFOUND;
+        if (given.cArgs > member.count)
+            throw Failure{DISP_E_BADPARAMCOUNT, "too many arguments"};
+        // The host passes the named arguments first, then the positional ones from the last to the first.
+        for (UINT i = 0; i < given.cNamedArgs; ++i)
+        {
+            const bool isNewValue = member.kind != DISPATCH_METHOD && member.kind != DISPATCH_PROPERTYGET &&
+                                    given.rgdispidNamedArgs[i] == DISPID_PROPERTYPUT;
+            const auto position =
+                isNewValue ? member.count - 1 : static_cast<std::size_t>(given.rgdispidNamedArgs[i]);
+            if (position >= member.count || mPlaces[position])
+                throw UnknownName{i};
+            mPlaces[position] = &given.rgvarg[i];
+        }
+        for (UINT i = 0; i < given.cArgs - given.cNamedArgs; ++i)
+        {
+            if (mPlaces[i])
+                throw Failure{DISP_E_BADPARAMCOUNT, "an argument by position and by name"};
+            mPlaces[i] = &given.rgvarg[given.cArgs - 1 - i];
+        }
+        for (std::size_t i = 0; i < member.count; ++i)
+        {
+            if (!mPlaces[i] && i < member.count - member.optionalCount)
+                throw Failure{given.cNamedArgs > 0 ? DISP_E_PARAMNOTOPTIONAL : DISP_E_BADPARAMCOUNT,
+                              "an argument is missing"};
+            if (!mPlaces[i])
+                mPlaces[i] = &mMissing;
+        }
+    }
+
+    [[nodiscard]] VARIANT* const* Places() const noexcept { return mPlaces.data(); }
+
+private:
+    Variant mMissing;
+    std::array<VARIANT*, Member::kMaxParameters> mPlaces{};
+};
+
+[[nodiscard]] HRESULT DispatchToMember(const ClassInfo& info, const Member& member, ComHeader& object,
+                                       const NamedCall& call)
 {
     const DISPPARAMS& given = *call.arguments;
-    const bool isWritten = member.kind == DISPATCH_PROPERTYPUT || member.kind == DISPATCH_PROPERTYPUTREF;
-    const bool isNamed =
-        given.cNamedArgs > 1 || (given.cNamedArgs == 1 && !(isWritten && given.rgdispidNamedArgs &&
-                                                            *given.rgdispidNamedArgs == DISPID_PROPERTYPUT));
-    if (isNamed)
-        return DISP_E_NONAMEDARGS;
     if (member.kind == DISPATCH_PROPERTYGET && member.result.isObject && given.cArgs > 0)
-        return InvokeResult(member, object, call);
-    if (given.cArgs > member.count || given.cArgs + member.optionalCount < member.count)
-        return DISP_E_BADPARAMCOUNT;
-
-    Variant leftOut;
-    leftOut.vt = VT_ERROR;
-    leftOut.scode = DISP_E_PARAMNOTFOUND;
-    std::array<VARIANT*, Member::kMaxParameters> arguments;
-    arguments.fill(&leftOut);
-    for (UINT i = 0; i < given.cArgs; ++i)
-        arguments[i] = &given.rgvarg[given.cArgs - 1 - i];
-
+        return DispatchToList(member, object, call);
+    const auto refuse = [&](UINT index, HRESULT status, const std::string& text)
+    {
+        if (call.badArgument)
+            *call.badArgument = index;
+        SetError(info, (std::string(member.name) + ": " + text).c_str());
+        return status;
+    };
+    Arguments arguments;
     Variant result;
-    const Invoked invoked = member.invoke(&object, {arguments.data(), member.count}, result);
-    if (FAILED(invoked.status))
-        return invoked.status;
-    if (FAILED(invoked.raised))
+    CallOutcome outcome;
+    try
+    {
+        arguments.Place(member, given);
+        outcome = member.callByName(&object, {arguments.Places(), member.count}, result);
+    }
+    catch (const Arguments::UnknownName& unknown)
+    {
+        return refuse(unknown.index, DISP_E_PARAMNOTFOUND, "no such named argument, or twice");
+    }
+    catch (const BadArgument& bad)
+    {
+        const Parameter& parameter = member.parameters[bad.position];
+        return refuse(static_cast<UINT>(arguments.Places()[bad.position] - given.rgvarg), bad.status,
+                      std::string("argument ") + parameter.name + " must be " + parameter.type);
+    }
+    if (FAILED(outcome.status))
+        throw Failure{outcome.status, "the result can't be copied"};
+    if (FAILED(outcome.thrown))
     {
         if (call.exception)
         {
             *call.exception = {};
-            call.exception->scode = invoked.raised;
+            TakeError(*call.exception);
+            call.exception->scode = ClassicStatus(outcome.thrown);
         }
         return DISP_E_EXCEPTION;
     }
@@ -100,62 +202,39 @@ namespace
     return S_OK;
 }
 
-[[nodiscard]] HRESULT TryInvoke(const ClassInfo& info, Facade& object, const Call& call) noexcept
+[[nodiscard]] HRESULT TryDispatch(const ClassInfo& info, ComHeader& object, const NamedCall& call)
 {
     if (!IsSame(call.iid, kNoInterface))
-        return DISP_E_UNKNOWNINTERFACE;
-    if (!call.arguments || (call.arguments->cArgs > 0 && !call.arguments->rgvarg))
-        return E_INVALIDARG;
-    const Member* const member = Find(info, call.id, call.flags);
-    if (!member)
-        return DISP_E_MEMBERNOTFOUND;
-    try
-    {
-        return InvokeMember(*member, object, call);
-    }
-    catch (const BadArgument& bad)
-    {
-        if (call.badArgument)
-            *call.badArgument = bad.index;
-        return bad.status;
-    }
-    catch (...)
-    {
-        return StatusOfException();
-    }
+        throw Failure{DISP_E_UNKNOWNINTERFACE, "the interface id of a call by name must be null"};
+    const DISPPARAMS* const given = call.arguments;
+    if (!given || given->cNamedArgs > given->cArgs || (given->cArgs > 0 && !given->rgvarg) ||
+        (given->cNamedArgs > 0 && !given->rgdispidNamedArgs))
+        throw Failure{E_INVALIDARG, "a call by name needs its arguments"};
+    const auto member = std::find_if(info.members.begin(), info.members.end(),
+                                     [&](const Member& candidate)
+                                     { return candidate.id == call.id && Accepts(candidate, call.flags); });
+    if (member == info.members.end())
+        throw Failure{DISP_E_MEMBERNOTFOUND, "no member with this id can be called in this way"};
+    return DispatchToMember(info, *member, object, call);
 }
 
 } // namespace
 
-HRESULT QueryInterface(const ClassInfo& info, Facade& object, REFIID iid, void** result) noexcept
+HRESULT QueryInterface(const ClassInfo& info, ComHeader& object, REFIID iid, void** result) noexcept
 {
     if (!result)
         return E_POINTER;
     *result = nullptr;
-    const auto isAsked = [&](const InterfaceId& id) { return IsSame(id.guid, iid); };
-    if (!IsSame(iid, kIUnknown) && !IsSame(iid, kIDispatch) &&
-        std::none_of(info.interfaces.begin(), info.interfaces.end(), isAsked))
+    if (IsSame(iid, kISupportErrorInfo))
+        return Guarded([&] { *result = static_cast<ISupportErrorInfo*>(new ErrorSupport(info, object)); });
+    if (!IsSame(iid, kIUnknown) && !IsSame(iid, kIDispatch) && !HasInterface(info, iid))
         return E_NOINTERFACE;
     AddRef(&object);
     *result = &object;
     return S_OK;
 }
 
-ULONG STDMETHODCALLTYPE AddRef(Facade* object) noexcept { return object->References.fetch_add(1) + 1; }
-
-ULONG STDMETHODCALLTYPE Release(Facade* object) noexcept
-{
-    const std::uint32_t left = object->References.fetch_sub(1) - 1;
-    if (left > 0)
-        return left;
-    // The object may go, and its face with it, when this reference does.
-    const std::shared_ptr<void> self = std::move(object->Self);
-    object->Functions = nullptr;
-    --LiveCount;
-    return 0;
-}
-
-HRESULT STDMETHODCALLTYPE GetTypeInfoCount(Facade*, UINT* count) noexcept
+HRESULT STDMETHODCALLTYPE GetTypeInfoCount(ComHeader*, UINT* count) noexcept
 {
     if (!count)
         return E_POINTER;
@@ -199,10 +278,15 @@ HRESULT GetIDsOfNames(const ClassInfo& info, REFIID iid, LPOLESTR* names, UINT c
     return status;
 }
 
-HRESULT Invoke(const ClassInfo& info, Facade& object, const Call& call) noexcept
+HRESULT Dispatch(const ClassInfo& info, ComHeader& object, const NamedCall& call) noexcept
 {
-    const HRESULT status = TryInvoke(info, object, call);
-    // Only now: a host may want the result where an argument stands.
+    HRESULT status = S_OK;
+    const HRESULT failure = Guarded([&] { status = TryDispatch(info, object, call); }, &info);
+    if (FAILED(failure))
+        status = failure;
+    if (FAILED(status) && call.exception && status != DISP_E_EXCEPTION)
+        *call.exception = {};
+    // Only now, since a host may pass one variable as result and argument.
     if (FAILED(status) && call.result)
         VariantInit(call.result);
     return status;

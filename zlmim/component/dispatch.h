@@ -7,7 +7,7 @@ namespace ZLMIM::Component
 {
 
 /// A call by name.
-struct Call
+struct NamedCall
 {
     DISPID id;
     REFIID iid;
@@ -18,21 +18,18 @@ struct Call
     UINT* badArgument;
 };
 
-/// What the first slots of every interface do, whatever the class.
+/// The first slots of every interface, for any class. `AddRef` and `Release` are in object_reference.h.
 
-[[nodiscard]] HRESULT QueryInterface(const ClassInfo& info, Facade& object, REFIID iid,
+[[nodiscard]] HRESULT QueryInterface(const ClassInfo& info, ComHeader& object, REFIID iid,
                                      void** result) noexcept;
-ULONG STDMETHODCALLTYPE AddRef(Facade* object) noexcept;
-/// The last reference frees the object, if nothing of the model holds it.
-ULONG STDMETHODCALLTYPE Release(Facade* object) noexcept;
-HRESULT STDMETHODCALLTYPE GetTypeInfoCount(Facade* object, UINT* count) noexcept;
+HRESULT STDMETHODCALLTYPE GetTypeInfoCount(ComHeader* object, UINT* count) noexcept;
 [[nodiscard]] HRESULT GetTypeInfo(const ClassInfo& info, UINT number, ITypeInfo** result) noexcept;
-/// Names match in any letter case. The names behind the first are those of arguments, numbered from 0.
+/// Ignores letter case. Names after the first are those of parameters, whose ids count from 0.
 [[nodiscard]] HRESULT GetIDsOfNames(const ClassInfo& info, REFIID iid, LPOLESTR* names, UINT count,
                                     DISPID* ids) noexcept;
-/// Arguments are given by position. Arguments behind the reading of a list are the list's: `Children(2)`
-/// reads its second entry.
-[[nodiscard]] HRESULT Invoke(const ClassInfo& info, Facade& object, const Call& call) noexcept;
+/// Implements `IDispatch::Invoke`. Arguments for a property that is a list are passed on to the list:
+/// `Children(2)` reads its second entry.
+[[nodiscard]] HRESULT Dispatch(const ClassInfo& info, ComHeader& object, const NamedCall& call) noexcept;
 
 } // namespace ZLMIM::Component
 

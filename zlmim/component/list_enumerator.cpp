@@ -4,10 +4,20 @@
 #include "zlmim/component/status.h"
 
 #include <algorithm>
+#include <mutex>
 #include <utility>
 
 namespace ZLMIM::Component
 {
+namespace
+{
+
+/// All enumerators, in a chain, so that each can follow removals from its list. Lists don't know theirs:
+/// several threads may enumerate one list, and reading it mustn't change it.
+std::mutex chainMutex;
+ListEnumerator* firstEnumerator = nullptr;
+
+} // namespace
 
 ListEnumerator* ListEnumerator::Make(std::shared_ptr<const void> list, Entry entry, Count count,
                                      std::int32_t passed)
@@ -19,11 +29,33 @@ ListEnumerator::ListEnumerator(std::shared_ptr<const void> list, Entry entry, Co
                                std::int32_t passed)
     : mList(std::move(list)), mEntry(entry), mCount(count), mPassed(passed)
 {
+    const std::lock_guard lock(chainMutex);
+    mNext = std::exchange(firstEnumerator, this);
+    if (mNext)
+        mNext->mPrevious = this;
+}
+
+ListEnumerator::~ListEnumerator()
+{
+    const std::lock_guard lock(chainMutex);
+    (mPrevious ? mPrevious->mNext : firstEnumerator) = mNext;
+    if (mNext)
+        mNext->mPrevious = mPrevious;
+}
+
+void ListEnumerator::EntryRemoved(const void* list, std::int32_t number) noexcept
+{
+    const std::lock_guard lock(chainMutex);
+    for (ListEnumerator* each = firstEnumerator; each; each = each->mNext)
+    {
+        if (each->mList.get() == list && number <= each->mPassed)
+            --each->mPassed;
+    }
 }
 
 HRESULT ListEnumerator::QueryInterface(REFIID iid, void** object) noexcept
 {
-    return Answer(object, IsSame(iid, kIUnknown) || IsSame(iid, kIEnumVariant));
+    return HandOut(object, IsSame(iid, kIUnknown) || IsSame(iid, kIEnumVariant));
 }
 
 HRESULT ListEnumerator::Next(ULONG count, VARIANT* entries, ULONG* fetched) noexcept
@@ -51,8 +83,7 @@ HRESULT ListEnumerator::Next(ULONG count, VARIANT* entries, ULONG* fetched) noex
 
 HRESULT ListEnumerator::Skip(ULONG count) noexcept
 {
-    // A host's Remove may have left fewer entries than have been passed.
-    const auto left = static_cast<ULONG>(std::max(mCount(mList.get()) - mPassed, 0));
+    const auto left = static_cast<ULONG>(mCount(mList.get()) - mPassed);
     mPassed += static_cast<std::int32_t>(std::min(count, left));
     return count <= left ? S_OK : S_FALSE;
 }

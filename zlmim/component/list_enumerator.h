@@ -1,7 +1,7 @@
 #ifndef ZLMIM_COMPONENT_LIST_ENUMERATOR_H
 #define ZLMIM_COMPONENT_LIST_ENUMERATOR_H
 
-#include "zlmim/component/counted.h"
+#include "zlmim/component/com_object.h"
 
 #include <cstdint>
 #include <memory>
@@ -9,17 +9,24 @@
 namespace ZLMIM::Component
 {
 
-/// Goes through a list of the model, which it holds. Entries that are added meanwhile are met as well.
-class ListEnumerator final : public Counted<IEnumVARIANT>
+/// Enumerates a list of the model and keeps it alive. Includes entries that are added meanwhile, and skips
+/// none if hosts remove entries.
+class ListEnumerator final : public ComObject<IEnumVARIANT>
 {
 public:
-    /// Gives entry `number` of a list to the caller.
+    /// Returns entry `number` of a list, owned by the caller.
     using Entry = VARIANT (*)(const void* list, std::int32_t number);
     using Count = std::int32_t (*)(const void* list);
 
-    /// An enumerator in front of the first entry, with one reference.
+    /// An enumerator after the first `passed` entries, with one reference.
     [[nodiscard]] static ListEnumerator* Make(std::shared_ptr<const void> list, Entry entry, Count count,
                                               std::int32_t passed = 0);
+
+    /// To be called after a host has removed entry `number` of `list`.
+    static void EntryRemoved(const void* list, std::int32_t number) noexcept;
+
+    ListEnumerator(const ListEnumerator&) = delete;
+    ListEnumerator& operator=(const ListEnumerator&) = delete;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override;
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* entries, ULONG* fetched) noexcept override;
@@ -29,11 +36,15 @@ public:
 
 private:
     ListEnumerator(std::shared_ptr<const void> list, Entry entry, Count count, std::int32_t passed);
+    ~ListEnumerator() override;
 
     std::shared_ptr<const void> mList;
     Entry mEntry;
     Count mCount;
     std::int32_t mPassed;
+    // Neighbours in the chain of all enumerators.
+    ListEnumerator* mNext = nullptr;
+    ListEnumerator* mPrevious = nullptr;
 };
 
 } // namespace ZLMIM::Component

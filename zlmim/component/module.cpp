@@ -1,8 +1,9 @@
 #include "zlmim/component/module.h"
 #include "zlmim/component/classes.h"
-#include "zlmim/component/counted.h"
+#include "zlmim/component/com_object.h"
 #include "zlmim/component/dispatch.h"
-#include "zlmim/component/live_count.h"
+#include "zlmim/component/holders.h"
+#include "zlmim/component/object_reference.h"
 #include "zlmim/component/platform.h"
 #include "zlmim/component/status.h"
 
@@ -14,14 +15,14 @@ namespace
 {
 
 /// Creates objects of one class for hosts.
-class ClassFactory final : public Counted<IClassFactory>
+class ClassFactory final : public ComObject<IClassFactory>
 {
 public:
     explicit ClassFactory(const ClassInfo& info) : mInfo(info) {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override
     {
-        return Answer(object, IsSame(iid, kIUnknown) || IsSame(iid, kIClassFactory));
+        return HandOut(object, IsSame(iid, kIUnknown) || IsSame(iid, kIClassFactory));
     }
 
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) noexcept override
@@ -31,7 +32,7 @@ public:
         *object = nullptr;
         if (outer)
             return CLASS_E_NOAGGREGATION;
-        Facade* created = nullptr;
+        ComHeader* created = nullptr;
         if (const HRESULT status = Guarded([&] { created = mInfo.create(); }); FAILED(status))
             return status;
         const HRESULT status = Component::QueryInterface(mInfo, *created, iid, object);
@@ -66,7 +67,13 @@ private:
 
 using namespace ZLMIM::Component;
 
-HRESULT STDAPICALLTYPE DllCanUnloadNow() { return LiveCount == 0 ? S_OK : S_FALSE; }
+HRESULT STDAPICALLTYPE DllCanUnloadNow()
+{
+    if (LiveCount != 0)
+        return S_FALSE;
+    FreeCaches();
+    return S_OK;
+}
 
 HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID classId, REFIID iid, void** object)
 {
@@ -78,13 +85,13 @@ HRESULT STDAPICALLTYPE DllGetClassObject(REFCLSID classId, REFIID iid, void** ob
         std::find_if(classes.begin(), classes.end(),
                      [&](const ClassInfo* candidate) { return IsSame(candidate->classId, classId); });
     if (info == classes.end())
-        return CLASS_E_CLASSNOTAVAILABLE;
+        return GetSystemClassObject(classId, iid, object);
     return Guarded(
         [&]
         {
             const Pointer<ClassFactory> factory(new ClassFactory(**info));
             if (const HRESULT status = factory->QueryInterface(iid, object); FAILED(status))
-                throw Failure{status};
+                throw Failure{status, "a class factory has no such interface"};
         });
 }
 

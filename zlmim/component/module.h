@@ -3,7 +3,7 @@
 
 #include "zlmim/component/abi.h"
 
-/// The four functions that the module exports, and all that it exports.
+/// The four functions that the module exports. It exports nothing else.
 
 #ifdef _WIN32
 // The system's headers declare these two.

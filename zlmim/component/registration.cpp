@@ -1,8 +1,8 @@
 #include "zlmim/component/registration.h"
 
 #include "zlmim/component/classes.h"
-#include "zlmim/component/guid_text.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -39,37 +39,47 @@ private:
     std::vector<RegistryEntry> mEntries;
 };
 
-const std::u16string_view kSystem = sizeof(void*) == 8 ? u"\\win64" : u"\\win32";
-/// Type libraries go by version in hexadecimal digits.
-constexpr std::u16string_view kLibraryVersion = u"14.1";
+constexpr bool kIs64Bit = sizeof(void*) == 8;
+constexpr const char16_t* kThisBuild = kIs64Bit ? u"\\win64" : u"\\win32";
+constexpr const char16_t* kOtherBuild = kIs64Bit ? u"\\win32" : u"\\win64";
+/// Type libraries are registered by version in hexadecimal digits.
+constexpr const char16_t* kLibraryVersion = u"14.1";
 static_assert(kLibrary.majorVersion == 0x14 && kLibrary.minorVersion == 0x1);
-/// What carries the calls of automation interfaces from one apartment to another.
-constexpr std::u16string_view kMarshaller = u"{00020424-0000-0000-C000-000000000046}";
+/// Marshals automation interfaces between apartments, by their type information.
+constexpr const char16_t* kAutomationMarshaller = u"{00020424-0000-0000-C000-000000000046}";
 
-void EnterLibrary(Entries& entries, const std::u16string& modulePath)
+[[nodiscard]] std::u16string LibraryKey() { return u"TypeLib\\" + Braced(kLibrary.guid); }
+
+[[nodiscard]] std::u16string VersionKey() { return LibraryKey() + u"\\" + kLibraryVersion; }
+
+void AddLibrary(Entries& entries, const std::u16string& modulePath)
 {
-    const std::u16string library = u"TypeLib\\" + Braced(kLibrary.guid);
-    const std::u16string version = library + u"\\" + std::u16string(kLibraryVersion);
-    entries.Key(library);
-    entries.Value(version, Wide(kLibrary.help));
-    entries.Value(version + u"\\FLAGS", u"0");
-    // The locale, and the neutral one, the only one that some systems ask for when they carry calls.
-    for (const std::u16string_view locale : {u"\\409", u"\\0"})
+    entries.Key(LibraryKey());
+    entries.Value(VersionKey(), Wide(kLibrary.help));
+    entries.Value(VersionKey() + u"\\FLAGS", u"0");
+    // The locale and the neutral one, which is the only one that some systems use for marshalling.
+    for (const char16_t* const locale : {u"\\409", u"\\0"})
     {
-        entries.Key(version + std::u16string(locale));
-        entries.Value(version + std::u16string(locale) + std::u16string(kSystem), modulePath);
+        entries.Key(VersionKey() + locale);
+        entries.Value(VersionKey() + locale + kThisBuild, modulePath);
     }
-    entries.Value(version + u"\\HELPDIR", modulePath.substr(0, modulePath.rfind(u'\\')));
+    entries.Value(VersionKey() + u"\\HELPDIR", modulePath.substr(0, modulePath.rfind(u'\\')));
 }
 
-void EnterClass(Entries& entries, const ClassInfo& info, const std::u16string& modulePath)
+void AddServer(Entries& entries, const std::u16string& key, const std::u16string& description,
+               const std::u16string& modulePath, const std::u16string& threading)
 {
-    const std::u16string key = u"CLSID\\" + Braced(info.classId);
-    const std::u16string name = Wide(kLibrary.name) + u"." + Wide(info.name);
-    const std::u16string description = info.help ? Wide(info.help) : name;
     entries.Value(key, description);
     entries.Value(key + u"\\InprocServer32", modulePath);
-    entries.Named(key + u"\\InprocServer32", u"ThreadingModel", u"Apartment");
+    entries.Named(key + u"\\InprocServer32", u"ThreadingModel", threading);
+}
+
+void AddClass(Entries& entries, const ClassInfo& info, const std::u16string& modulePath)
+{
+    const std::u16string key = u"CLSID\\" + Braced(info.classId);
+    const std::u16string name = ProgId(info);
+    const std::u16string description = info.help ? Wide(info.help) : name;
+    AddServer(entries, key, description, modulePath, u"Apartment");
     entries.Value(key + u"\\ProgID", name);
     entries.Key(key + u"\\Programmable");
     entries.Value(key + u"\\TypeLib", Braced(kLibrary.guid));
@@ -78,28 +88,56 @@ void EnterClass(Entries& entries, const ClassInfo& info, const std::u16string& m
     entries.Value(name + u"\\CLSID", Braced(info.classId));
 }
 
-void EnterInterface(Entries& entries, const InterfaceId& id)
+void AddInterface(Entries& entries, const InterfaceId& id, const std::u16string& marshaller)
 {
     const std::u16string key = u"Interface\\" + Braced(id.guid);
     entries.Value(key, Wide(id.name));
-    entries.Value(key + u"\\ProxyStubClsid32", std::u16string(kMarshaller));
+    entries.Value(key + u"\\ProxyStubClsid32", marshaller);
     entries.Value(key + u"\\TypeLib", Braced(kLibrary.guid));
-    entries.Named(key + u"\\TypeLib", u"Version", std::u16string(kLibraryVersion));
+    entries.Named(key + u"\\TypeLib", u"Version", kLibraryVersion);
+}
+
+/// Both builds see the same keys of these trees; `CLSID` and `Interface` exist once for each.
+[[nodiscard]] bool IsShared(const RegistryEntry& entry)
+{
+    return (entry.key.starts_with(u"TypeLib\\") || entry.key.starts_with(Wide(kLibrary.name) + u".")) &&
+           !entry.key.ends_with(kThisBuild);
 }
 
 } // namespace
 
-std::vector<RegistryEntry> Registration(const std::u16string& modulePath)
+std::u16string ProgId(const ClassInfo& info) { return Wide(kLibrary.name) + u"." + Wide(info.name); }
+
+std::vector<RegistryEntry> EntriesToAdd(const std::u16string& modulePath, ReadKey read)
 {
     Entries entries;
-    EnterLibrary(entries, modulePath);
+    AddLibrary(entries, modulePath);
     for (const ClassInfo* const info : Classes())
     {
-        EnterClass(entries, *info, modulePath);
-        for (const InterfaceId& id : info->interfaces)
-            EnterInterface(entries, id);
+        AddClass(entries, *info, modulePath);
+        AddInterface(entries, info->Interface(), kAutomationMarshaller);
+        if (const GUID* const marshaller = OlderMarshaller(*info))
+        {
+            // The automation marshaller finds no members in the type library's aliases for these.
+            AddServer(entries, u"CLSID\\" + Braced(*marshaller), u"PSFactoryBuffer", modulePath, u"Both");
+            for (const InterfaceId& older : info->interfaces.first(info->interfaces.size() - 1))
+                AddInterface(entries, older, Braced(*marshaller));
+        }
     }
+    const InterfaceId& collection = CollectionInfo().Interface();
+    const std::u16string key = u"Interface\\" + Braced(collection.guid);
+    if (!read(key) || read(key + u"\\TypeLib") == Braced(kLibrary.guid))
+        AddInterface(entries, collection, kAutomationMarshaller);
     return entries.Take();
+}
+
+std::vector<RegistryEntry> EntriesToRemove(const std::u16string& modulePath, ReadKey read)
+{
+    auto entries = EntriesToAdd(modulePath, read);
+    if (read(VersionKey() + u"\\0" + kOtherBuild))
+        std::erase_if(entries, IsShared);
+    std::reverse(entries.begin(), entries.end());
+    return entries;
 }
 
 } // namespace ZLMIM::Component

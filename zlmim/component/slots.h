@@ -17,7 +17,20 @@
 namespace ZLMIM::Component
 {
 
-/// What a slot keeps of an argument or result of the model's type `T`.
+/// A slot is a type with two static functions: `Call`, which hosts call through the function table, and
+/// `Describe`, which makes the slot's `Member`. Calls by name go through `Call` too, so both kinds behave
+/// alike.
+///
+/// A slot is built from three layers, each in a header of its own, since each varies independently of the
+/// others: `Wire` (wire.h) converts one value by its type, such as `std::u16string` to `BSTR`. `Argument`
+/// (arguments.h) adds how the value is passed, which C++ signatures don't say: the interfaces pass some texts
+/// by value and some by reference. The slots below add what is done with the values: read or write a
+/// property, or call a function. A method's slot consists of three templates again, because each can only
+/// deduce one more pack: `MethodSlot` has the function and the passings, `DescribedMethodSlot` the argument
+/// types as well, and `TypedMethodSlot` is specialised for functions without a result, whose `Call` has one
+/// parameter less.
+
+/// What a slot stores for an argument or result of type `T`.
 template <class T>
 struct StoredAs
 {
@@ -55,13 +68,10 @@ struct Signature<R (C::*)(A...) const noexcept> : Signature<R (C::*)(A...)>
 {
 };
 template <class C, class R, class... A>
-struct Signature<R (*)(C&, A...)>
+struct Signature<R (*)(C&, A...)> : Signature<R (C::*)(A...)>
 {
-    using Class = C;
-    using Result = Stored<R>;
-    using Arguments = Types<Stored<A>...>;
 };
-/// A field reads as its own type, and takes it.
+/// A field is both: read, it is the result; written, the argument.
 template <class C, class T>
 requires(!std::is_function_v<T>) struct Signature<T C::*>
 {
@@ -70,51 +80,67 @@ requires(!std::is_function_v<T>) struct Signature<T C::*>
     using Arguments = Types<T>;
 };
 
+/// The tables of the interface of class `T`: `kRows`, and `kInfo`, its `ClassInfo`.
+template <class T>
+struct Interface;
+
 template <class T>
 inline constexpr bool kIsObject = false;
 template <class T>
 inline constexpr bool kIsObject<std::shared_ptr<T>> = true;
 
 template <class T>
-[[nodiscard]] constexpr Parameter DescribeParameter(const char* name, How how)
+[[nodiscard]] constexpr Parameter DescribeParameter(const char* name, Passing passing)
 {
-    return {name, Wire<T>::kIdl, kIsObject<T>, how};
+    return {name, Wire<T>::kIdl, kIsObject<T>, passing};
 }
 
-/// Calls a slot by name: converts the arguments, then the result.
+/// Calls a slot with variants: converts the arguments, then the result.
 template <class Slot, class R, class... A, std::size_t... I>
-[[nodiscard]] Invoked InvokeSlot(Facade* object, [[maybe_unused]] std::span<VARIANT* const> given,
-                                 VARIANT& result, std::index_sequence<I...>)
+[[nodiscard]] CallOutcome ConvertAndCall(ComHeader* object, [[maybe_unused]] std::span<VARIANT* const> given,
+                                         VARIANT& result, std::index_sequence<I...>)
 {
-    Invoked invoked;
-    std::tuple<Converted<A>...> arguments(Given{given[I], static_cast<UINT>(sizeof...(A) - 1 - I)}...);
+    CallOutcome outcome;
+    std::tuple<Converted<A>...> arguments(Given{*given[I], I}...);
     if constexpr (std::is_void_v<R>)
-        invoked.raised = Slot::Call(object, std::get<I>(arguments).Get()...);
+        outcome.thrown = Slot::Call(object, std::get<I>(arguments).Get()...);
     else
     {
         typename Wire<R>::Type value{};
-        invoked.raised = Slot::Call(object, std::get<I>(arguments).Get()..., &value);
-        if (SUCCEEDED(invoked.raised))
-            invoked.status = StoreResult<R>(result, value);
+        outcome.thrown = Slot::Call(object, std::get<I>(arguments).Get()..., &value);
+        if (SUCCEEDED(outcome.thrown))
+            outcome.status = StoreResult<R>(result, value);
     }
-    return invoked;
+    return outcome;
 }
 
+/// What `Member::callByName` points at.
 template <class Slot, class R, class... A>
-[[nodiscard]] Invoked Invoke(Facade* object, std::span<VARIANT* const> given, VARIANT& result)
+[[nodiscard]] CallOutcome CallSlot(ComHeader* object, std::span<VARIANT* const> given, VARIANT& result)
 {
-    return InvokeSlot<Slot, R, A...>(object, given, result, std::index_sequence_for<A...>());
+    return ConvertAndCall<Slot, R, A...>(object, given, result, std::index_sequence_for<A...>());
 }
 
-/// Leaves in `place` what `make` gives; nothing where that fails. Only then or at the end: the place may be
-/// that of an argument as well.
-template <class T, class Make>
-[[nodiscard]] HRESULT Give(T* place, const Make& make) noexcept
+/// Runs `action` for an object of class `C`; an exception becomes a status and the thread's error.
+template <class C, class Action>
+[[nodiscard]] HRESULT GuardedFor(const Action& action) noexcept
 {
-    if (!place)
-        return E_POINTER;
-    const HRESULT status = Guarded([&] { *place = make(); });
-    if (FAILED(status))
+    return Guarded(action, &Interface<C>::kInfo);
+}
+
+/// Stores in `*place` what `make` returns, or nothing if it throws. Written last: `place` may alias an
+/// argument.
+template <class C, class T, class Make>
+[[nodiscard]] HRESULT StoreFor(T* place, const Make& make) noexcept
+{
+    const HRESULT status = GuardedFor<C>(
+        [&]
+        {
+            if (!place)
+                throw Failure{E_POINTER, "a null pointer where the result belongs"};
+            *place = make();
+        });
+    if (FAILED(status) && place)
         *place = {};
     return status;
 }
@@ -126,16 +152,17 @@ struct GetSlot
     using Class = typename Signature<decltype(kGet)>::Class;
     using T = typename Signature<decltype(kGet)>::Result;
 
-    static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename Wire<T>::Type* result) noexcept
+    static HRESULT STDMETHODCALLTYPE Call(ComHeader* object, typename Wire<T>::Type* result) noexcept
     {
-        return Give(result, [&] { return Wire<T>::Out(std::invoke(kGet, ObjectOf<Class>(object))); });
+        return StoreFor<Class>(result,
+                               [&] { return Wire<T>::Out(std::invoke(kGet, ObjectOf<Class>(object))); });
     }
 
     [[nodiscard]] static constexpr Member Describe(const char* name, const char* help)
     {
         Member member{name, help, DISPATCH_PROPERTYGET};
-        member.result = DescribeParameter<T>("value", How::InOut);
-        member.invoke = &Invoke<GetSlot, T>;
+        member.result = DescribeParameter<T>("value", Passing::InOut);
+        member.callByName = &CallSlot<GetSlot, T>;
         return member;
     }
 };
@@ -148,18 +175,18 @@ struct FirstOf<Types<T>>
     using Type = T;
 };
 
-/// Writes a property: records and objects by reference.
+/// Writes a property: a record or an object by reference.
 template <auto kPut>
 struct PutSlot
 {
     using Class = typename Signature<decltype(kPut)>::Class;
     using T = typename FirstOf<typename Signature<decltype(kPut)>::Arguments>::Type;
-    static constexpr How kTravels = kIsRecordType<T> ? How::Ref : How::In;
-    using Value = Argument<kTravels, T>;
+    static constexpr Passing kPassing = kIsRecordType<T> ? Passing::Ref : Passing::In;
+    using Value = Argument<kPassing, T>;
 
-    static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename Value::Type given) noexcept
+    static HRESULT STDMETHODCALLTYPE Call(ComHeader* object, typename Value::Type given) noexcept
     {
-        return Guarded(
+        return GuardedFor<Class>(
             [&]
             {
                 Value value(given);
@@ -174,34 +201,34 @@ struct PutSlot
     {
         Member member{name, help, kIsObject<T> ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT};
         member.count = 1;
-        member.parameters[0] = DescribeParameter<T>("value", kTravels);
-        member.invoke = &Invoke<PutSlot, void, Value>;
+        member.parameters[0] = DescribeParameter<T>("value", kPassing);
+        member.callByName = &CallSlot<PutSlot, void, Value>;
         return member;
     }
 };
 
-/// Calls `function` with the arguments, then gives back what it may have changed, also where it has raised.
+/// Calls `function`, then writes back the arguments that it may have changed, even if it throws.
 template <auto kFunction, class C, class... A>
 decltype(auto) CallWith(C& object, A... arguments)
 {
-    const auto giveBack = [&] { (arguments.GiveBack(), ...); };
+    const auto writeBack = [&] { (arguments.WriteBack(), ...); };
     try
     {
         if constexpr (std::is_void_v<decltype(std::invoke(kFunction, object, arguments.Get()...))>)
         {
             std::invoke(kFunction, object, arguments.Get()...);
-            giveBack();
+            writeBack();
         }
         else
         {
             auto result = std::invoke(kFunction, object, arguments.Get()...);
-            giveBack();
+            writeBack();
             return result;
         }
     }
     catch (...)
     {
-        giveBack();
+        writeBack();
         throw;
     }
 }
@@ -209,29 +236,29 @@ decltype(auto) CallWith(C& object, A... arguments)
 template <auto kFunction, class C, class R, class... A>
 struct TypedMethodSlot
 {
-    static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename A::Type... given,
+    static HRESULT STDMETHODCALLTYPE Call(ComHeader* object, typename A::Type... given,
                                           typename Wire<R>::Type* result) noexcept
     {
-        return Give(result,
-                    [&] { return Wire<R>::Out(CallWith<kFunction>(ObjectOf<C>(object), A(given)...)); });
+        return StoreFor<C>(result, [&]
+                           { return Wire<R>::Out(CallWith<kFunction>(ObjectOf<C>(object), A(given)...)); });
     }
 };
 
 template <auto kFunction, class C, class... A>
 struct TypedMethodSlot<kFunction, C, void, A...>
 {
-    static HRESULT STDMETHODCALLTYPE Call(Facade* object, typename A::Type... given) noexcept
+    static HRESULT STDMETHODCALLTYPE Call(ComHeader* object, typename A::Type... given) noexcept
     {
-        return Guarded([&] { CallWith<kFunction>(ObjectOf<C>(object), A(given)...); });
+        return GuardedFor<C>([&] { CallWith<kFunction>(ObjectOf<C>(object), A(given)...); });
     }
 };
 
-template <auto kFunction, class Arguments, How... kHow>
+template <auto kFunction, class Arguments, Passing... kPassing>
 struct DescribedMethodSlot;
-template <auto kFunction, class... T, How... kHow>
-struct DescribedMethodSlot<kFunction, Types<T...>, kHow...>
+template <auto kFunction, class... T, Passing... kPassing>
+struct DescribedMethodSlot<kFunction, Types<T...>, kPassing...>
     : TypedMethodSlot<kFunction, typename Signature<decltype(kFunction)>::Class,
-                      typename Signature<decltype(kFunction)>::Result, Argument<kHow, T>...>
+                      typename Signature<decltype(kFunction)>::Result, Argument<kPassing, T>...>
 {
     using R = typename Signature<decltype(kFunction)>::Result;
 
@@ -239,19 +266,20 @@ struct DescribedMethodSlot<kFunction, Types<T...>, kHow...>
     Describe(const char* name, const std::array<const char*, sizeof...(T)>& names, const char* help)
     {
         Member member{name, help, DISPATCH_METHOD};
-        ((member.parameters[member.count] = DescribeParameter<T>(names[member.count], kHow), ++member.count),
+        ((member.parameters[member.count] = DescribeParameter<T>(names[member.count], kPassing),
+          ++member.count),
          ...);
         if constexpr (!std::is_void_v<R>)
-            member.result = DescribeParameter<R>("result", How::InOut);
-        member.invoke = &Invoke<DescribedMethodSlot, R, Argument<kHow, T>...>;
+            member.result = DescribeParameter<R>("result", Passing::InOut);
+        member.callByName = &CallSlot<DescribedMethodSlot, R, Argument<kPassing, T>...>;
         return member;
     }
 };
 
 /// Calls a method.
-template <auto kFunction, How... kHow>
+template <auto kFunction, Passing... kPassing>
 using MethodSlot =
-    DescribedMethodSlot<kFunction, typename Signature<decltype(kFunction)>::Arguments, kHow...>;
+    DescribedMethodSlot<kFunction, typename Signature<decltype(kFunction)>::Arguments, kPassing...>;
 
 } // namespace ZLMIM::Component
 

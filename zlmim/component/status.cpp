@@ -1,47 +1,59 @@
 #include "zlmim/component/status.h"
 
+#include "zlmim/component/platform.h"
 #include "zlmim/model/errors.h"
 
+#include <exception>
 #include <new>
 #include <stdexcept>
 
 namespace ZLMIM::Component
 {
 
-HRESULT StatusOfException() noexcept
+HRESULT StatusOfException(const ClassInfo* source) noexcept
 {
     constexpr auto kFileSystem = static_cast<HRESULT>(0x800A0000);
+    const auto report = [source](HRESULT status, const char* text)
+    {
+        if (source)
+            SetError(*source, text);
+        return status;
+    };
     try
     {
         throw;
     }
     catch (const Failure& failure)
     {
-        return failure.status;
+        return report(failure.status, failure.text);
     }
-    catch (const BoundsError&)
+    catch (const BoundsError& error)
     {
-        return DISP_E_BADINDEX;
+        return report(DISP_E_BADINDEX, error.what());
     }
-    catch (const OverflowError&)
+    catch (const OverflowError& error)
     {
-        return DISP_E_OVERFLOW;
+        return report(DISP_E_OVERFLOW, error.what());
     }
     catch (const FileSystemError& error)
     {
-        return kFileSystem + static_cast<HRESULT>(error.Number());
+        return report(kFileSystem + static_cast<HRESULT>(error.Number()), error.what());
     }
     catch (const std::bad_alloc&)
     {
-        return E_OUTOFMEMORY;
+        return report(E_OUTOFMEMORY, "out of memory");
     }
-    catch (const std::invalid_argument&)
+    catch (const std::invalid_argument& error)
     {
-        return E_INVALIDARG;
+        return report(E_INVALIDARG, error.what());
+    }
+    catch (const std::exception& error)
+    {
+        return report(E_FAIL, error.what());
     }
     catch (...)
     {
-        return E_FAIL;
+        return report(E_FAIL, "unknown failure");
     }
 }
 

@@ -1,18 +1,29 @@
 #ifndef ZLMIM_COMPONENT_STATUS_H
 #define ZLMIM_COMPONENT_STATUS_H
 
-#include "zlmim/component/abi.h"
+#include "zlmim/component/class_info.h"
+
+#include <cstddef>
 
 namespace ZLMIM::Component
 {
 
-/// A failure that has its status already.
+/// Thrown for a failure that has its status already. `text` says in English what is wrong.
 struct Failure
 {
     HRESULT status;
+    const char* text;
 };
 
-/// The status of the exception that is being handled: what a host sees in its place.
+/// Thrown for an argument of a call by name that can't be converted. `position` counts the parameters from 0.
+struct BadArgument
+{
+    HRESULT status;
+    std::size_t position;
+};
+
+/// The status that a host gets for the exception being handled. If `source` isn't null, also makes the
+/// exception's text the thread's error, with the class as its source.
 ///
 /// | Exception | Status |
 /// |---|---|
@@ -21,12 +32,12 @@ struct Failure
 /// | `FileSystemError` | 0x800A0000 + its number |
 /// | `std::bad_alloc` | `E_OUTOFMEMORY` |
 /// | `std::invalid_argument` | `E_INVALIDARG` |
-/// | all else | `E_FAIL` |
-[[nodiscard]] HRESULT StatusOfException() noexcept;
+/// | any other | `E_FAIL` |
+[[nodiscard]] HRESULT StatusOfException(const ClassInfo* source) noexcept;
 
-/// Runs what may raise, and answers how it went.
+/// Runs `action` and turns an exception into a status.
 template <class Action>
-[[nodiscard]] HRESULT Guarded(const Action& action) noexcept
+[[nodiscard]] HRESULT Guarded(const Action& action, const ClassInfo* source = nullptr) noexcept
 {
     try
     {
@@ -35,7 +46,7 @@ template <class Action>
     }
     catch (...)
     {
-        return StatusOfException();
+        return StatusOfException(source);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "zlmim/component/holders.h"
 #include "zlmim/component/platform.h"
+#include "zlmim/component/status.h"
 
 namespace ZLMIM::Component
 {
@@ -27,9 +28,22 @@ HRESULT StoreRecord(VARIANT& variant, const RecordType& type, void* record) noex
     return S_OK;
 }
 
-bool IsLeftOut(const VARIANT& variant) noexcept
+std::int32_t ToNumber(const VARIANT& index)
 {
-    return variant.vt == VT_EMPTY || (variant.vt == VT_ERROR && variant.scode == DISP_E_PARAMNOTFOUND);
+    VARIANT given = index;
+    Variant number;
+    if (TypeOf(given) == VT_BSTR || FAILED(Coerce(number, Dereferenced(given), VT_I4)))
+        throw Failure{E_INVALIDARG, "the index of an entry must be a number"};
+    return static_cast<std::int32_t>(number.lVal);
+}
+
+void RefuseKey(const VARIANT& argument)
+{
+    const VARTYPE type = TypeOf(argument);
+    VARIANT given = argument;
+    const bool isMissing = type == VT_ERROR && Dereferenced(given).scode == DISP_E_PARAMNOTFOUND;
+    if (type != VT_EMPTY && !isMissing)
+        throw Failure{E_INVALIDARG, "a list has no keys, and appends only"};
 }
 
 } // namespace ZLMIM::Component

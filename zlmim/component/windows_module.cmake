@@ -1,6 +1,6 @@
 # What makes the module an in-process component of Windows: exports by number, the type library, the resources.
-target_sources(zlmim_component PRIVATE platform_windows.cpp)
-target_link_libraries(zlmim_component PUBLIC oleaut32 ole32 advapi32)
+target_sources(zlmim_component PRIVATE platform_windows.cpp proxy_factory_windows.cpp)
+target_link_libraries(zlmim_component PUBLIC oleaut32 ole32 rpcrt4 advapi32)
 
 find_program(ZLMIM_WIDL ${MINGW_W64_PROCESSOR}-w64-mingw32-widl REQUIRED)
 # The library that defines `IDispatch`, which Wine brings.

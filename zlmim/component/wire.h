@@ -1,8 +1,8 @@
 #ifndef ZLMIM_COMPONENT_WIRE_H
 #define ZLMIM_COMPONENT_WIRE_H
 
-#include "zlmim/component/expose.h"
 #include "zlmim/component/holders.h"
+#include "zlmim/component/object_reference.h"
 #include "zlmim/component/types.h"
 #include "zlmim/model/collection.h"
 
@@ -20,9 +20,9 @@ namespace ZLMIM::Component
 template <class T>
 inline constexpr const char* kClassName = nullptr;
 
-/// How a type of the model crosses the boundary: `Type` is what travels, `In` and `Out` convert. What `Out`
-/// gives belongs to the host. `kVarType` and `Of` say where a variant holds it, `kIdl` is its type in the
-/// type library, before the stars of a pointer.
+/// How a value of the model's type `T` crosses the boundary: `Type` is its form outside, `In` and `Out`
+/// convert. The host owns what `Out` returns. `kVarType` and `Of` say where a variant holds it; `kIdl` is the
+/// type's name in the type library.
 template <class T>
 struct Wire;
 
@@ -48,13 +48,13 @@ struct Wire<float>
     [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.fltVal; }
 };
 
+/// Results only.
 template <>
 struct Wire<bool>
 {
     using Type = VARIANT_BOOL;
     static constexpr VARTYPE kVarType = VT_BOOL;
     static constexpr const char* kIdl = "VARIANT_BOOL";
-    [[nodiscard]] static bool In(Type value) noexcept { return value != VARIANT_FALSE; }
     [[nodiscard]] static Type Out(bool value) noexcept { return value ? VARIANT_TRUE : VARIANT_FALSE; }
     [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.boolVal; }
 };
@@ -82,7 +82,7 @@ struct Wire<std::u16string>
     [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return variant.bstrVal; }
 };
 
-/// True for records, which travel by reference and lie in a variant by pointer.
+/// True for records, which are passed by reference, and of which a variant holds a pointer.
 template <class T>
 inline constexpr bool kIsRecordType = kRecordType<T>.name != nullptr;
 
@@ -98,11 +98,11 @@ struct Wire<T>
     [[nodiscard]] static Type& Of(VARIANT& variant) noexcept { return *static_cast<T*>(variant.pvRecord); }
 };
 
-/// Objects and lists. In a variant an object is an `IDispatch`, whose memory begins as its face does.
+/// Objects and lists. A host's `IDispatch*` is the address of the object's header.
 template <class T>
 struct Wire<std::shared_ptr<T>>
 {
-    using Type = Facade*;
+    using Type = ComHeader*;
     static constexpr VARTYPE kVarType = VT_DISPATCH;
     static constexpr const char* kIdl = kClassName<T>;
     [[nodiscard]] static std::shared_ptr<T> In(Type value) { return Unwrap<T>(value); }
@@ -116,7 +116,7 @@ struct Wire<std::shared_ptr<T>>
 template <class T>
 inline constexpr const char* kClassName<Collection<T>> = "Collection";
 
-/// A variant crosses as it is.
+/// A variant is passed unchanged.
 template <>
 struct Wire<VARIANT>
 {
@@ -127,7 +127,7 @@ struct Wire<VARIANT>
     [[nodiscard]] static Type Out(const VARIANT& value) noexcept { return value; }
 };
 
-/// An interface that isn't an object's, whose reference goes over to the host.
+/// An interface of an object that isn't the model's. The host gets the reference.
 template <>
 struct Wire<IUnknown*>
 {

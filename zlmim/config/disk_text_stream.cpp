@@ -24,24 +24,31 @@ bool DiskTextStream::AtEndOfStream() { return !Fill(); }
 
 std::u16string DiskTextStream::ReadLine()
 {
-    if (!Fill())
-        throw FileSystemError(FileSystemError::Code::PastEnd, mFile.Name());
     std::u16string line;
-    while (Fill())
+    while (!ReadPiece(line))
     {
-        const char* const start = mBuffer.data() + mNext;
-        const char* const end = std::find_if(start, std::as_const(mBuffer).data() + mEnd, IsLineEnd);
-        const std::string_view piece(start, static_cast<std::size_t>(end - start));
-        line = line.empty() ? FromWindows1252(piece) : std::move(line) + FromWindows1252(piece);
-        mNext += piece.size();
-        if (mNext == mEnd)
-            continue;
-        const bool isCarriageReturn = mBuffer[mNext++] == '\r';
-        if (isCarriageReturn && Fill() && mBuffer[mNext] == '\n')
-            ++mNext;
-        break;
     }
     return line;
+}
+
+bool DiskTextStream::ReadPiece(std::u16string& line)
+{
+    if (!Fill())
+        throw FileSystemError(FileSystemError::Code::PastEnd, mFile.Name());
+    const char* const start = mBuffer.data() + mNext;
+    const char* const end = std::find_if(start, std::as_const(mBuffer).data() + mEnd, IsLineEnd);
+    const std::string_view piece(start, static_cast<std::size_t>(end - start));
+    if (line.empty())
+        line = FromWindows1252(piece);
+    else
+        line += FromWindows1252(piece);
+    mNext += piece.size();
+    if (mNext == mEnd)
+        return !Fill();
+    const bool isCarriageReturn = mBuffer[mNext++] == '\r';
+    if (isCarriageReturn && Fill() && mBuffer[mNext] == '\n')
+        ++mNext;
+    return true;
 }
 
 void DiskTextStream::Close()
@@ -50,7 +57,7 @@ void DiskTextStream::Close()
     mNext = mEnd;
 }
 
-/// Whether a byte is there to be taken, now or after the next piece has been read.
+/// True if the buffer has a byte, after reading the next piece if it was empty.
 bool DiskTextStream::Fill()
 {
     if (mNext < mEnd)

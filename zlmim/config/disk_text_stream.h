@@ -11,16 +11,17 @@
 namespace ZLMIM
 {
 
-/// The lines of a file, read piece by piece: most readers want no more than its beginning.
+/// The lines of a file, read in pieces of 4 KiB: most readers need no more than its beginning.
 /// \ingroup inside
 class DiskTextStream : public TextStream
 {
 public:
-    /// The lines from where `file` is read next, which the stream owns from now on.
+    /// Takes over `file`, and reads on from its position.
     explicit DiskTextStream(File file);
 
     [[nodiscard]] bool AtEndOfStream() override;
     [[nodiscard]] std::u16string ReadLine() override;
+    [[nodiscard]] bool ReadPiece(std::u16string& line) override;
     void Close() override;
 
 private:

@@ -11,15 +11,18 @@
 
 namespace ZLMIM
 {
-namespace
-{
-
-/// What comparing the name of an attachment counts for.
-constexpr std::int64_t kCostOfAComparison = 4;
-
-} // namespace
 
 MeshEntry::MeshEntry(Membership membership) : mMembership(std::move(membership)) {}
+
+MeshEntry::~MeshEntry()
+{
+    // In this order: what a host's objects do when they are destroyed may show it.
+    Mesh.reset();
+    anim.reset();
+    mAttParent.reset();
+    Att.reset();
+    mParent.reset();
+}
 
 std::shared_ptr<MeshEntry> MeshEntry::AttParent() const { return mMembership.HandOut(mAttParent); }
 
@@ -39,7 +42,7 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
                      const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
                      std::u16string& AttName)
 {
-    AssetLoad load;
+    AssetLoad load(Model ? Model->Limits : LoadLimits());
     Load(Model, sName, MeshFile, AnimFile, AttPar, AttName, load);
 }
 
@@ -47,6 +50,9 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
                      const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
                      std::u16string& AttName, AssetLoad& load)
 {
+    // An entry is held by a `std::shared_ptr`, or is a part of its model's table.
+    const auto self =
+        mMembership.IsPart() ? mMembership.HandOut(Membership::Uncounted(*this)) : shared_from_this();
     Name = LowerCase(sName);
     AttPar = LowerCase(AttPar);
     AttName = LowerCase(AttName);
@@ -55,16 +61,13 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
     if (!table)
         throw std::invalid_argument("a mesh entry is loaded into a model that has a mesh table");
     // In the table before any file is read: an entry whose files fail to load keeps its place.
-    const auto ownReference = weak_from_this().lock();
-    table->Add(ownReference ? ownReference : mMembership.HandOut(Membership::Uncounted(*this)));
-
-    if (load.IsSpent())
-        return;
+    table->Add(self);
     if (!Mesh || (!AnimFile.empty() && !anim))
         throw std::invalid_argument("an entry is loaded into its mesh and its animation");
-    static_cast<void>(Mesh->Load(MeshFile, load.Names())); // a mesh that doesn't load stops nothing
+    static_cast<void>(
+        Mesh->Load(MeshFile, load.Names(), load.Budget())); // a mesh that doesn't load stops nothing
     if (!AnimFile.empty())
-        static_cast<void>(anim->Load(AnimFile, load.Names())); // nor does an animation
+        static_cast<void>(anim->Load(AnimFile, load.Names(), load.Budget())); // nor does an animation
     if (!AttPar.empty())
         Attach(*table, AttPar, AttName, load);
 }
@@ -73,7 +76,7 @@ void MeshEntry::Attach(const Collection<MeshEntry>& table, const std::u16string&
                        const std::u16string& attName, AssetLoad& load)
 {
     const auto entries = table.Entries();
-    load.Spend(table.Count());
+    load.Budget().ChargeWork(LoadCost::NameComparison * table.Count());
     const auto entry =
         std::find_if(entries.begin(), entries.end(),
                      [&](const auto& candidate) { return candidate && candidate->Name == attPar; });
@@ -84,7 +87,7 @@ void MeshEntry::Attach(const Collection<MeshEntry>& table, const std::u16string&
     if (!(*entry)->Mesh || !(*entry)->Mesh->Attachments)
         return;
     const auto attachments = (*entry)->Mesh->Attachments->Entries();
-    load.Spend(kCostOfAComparison * (*entry)->Mesh->Attachments->Count());
+    load.Budget().ChargeWork(LoadCost::NameComparison * (*entry)->Mesh->Attachments->Count());
     const auto attachment =
         std::find_if(attachments.begin(), attachments.end(),
                      [&](const auto& candidate) { return candidate && candidate->Name == attName; });

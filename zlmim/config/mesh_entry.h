@@ -4,7 +4,7 @@
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/whole.h"
 
 #include <memory>
@@ -33,7 +33,7 @@ public:
     explicit MeshEntry(Membership membership);
     MeshEntry(const MeshEntry&) = delete;
     MeshEntry& operator=(const MeshEntry&) = delete;
-    ~MeshEntry() = default;
+    ~MeshEntry();
 
     /// The whole that the entry is a part of.
     [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
@@ -74,19 +74,18 @@ public:
     /// @throws std::bad_alloc
     /// @throws std::invalid_argument if there is no model, or it has no `MeshTable`; if the entry has no
     /// `Mesh`, or no `anim` for an animation, then it stays in the table.
-    /// @throws std::bad_weak_ptr if the entry isn't held by a `std::shared_ptr`.
+    /// @throws std::bad_weak_ptr if the entry isn't held by a `std::shared_ptr`; nothing is changed then.
     void Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
               const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
               std::u16string& AttName);
 
-    /// The same as a part of the load of an asset, which may have nothing left for the files of this entry.
-    /// For the library's own use.
+    /// The same as a part of the load of an asset, whose limits it shares. For the library's own use.
     void Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
               const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
               std::u16string& AttName, AssetLoad& load);
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     void Attach(const Collection<MeshEntry>& table, const std::u16string& attPar,

@@ -1,12 +1,12 @@
 #include "zlmim/config/reference_search.h"
 
-#include "zlmim/config/asset_load.h"
 #include "zlmim/config/config_line.h"
+#include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <optional>
+#include <string_view>
 #include <utility>
 
 namespace ZLMIM
@@ -16,23 +16,7 @@ namespace
 
 constexpr std::u16string_view kConfigName = u"config.txt";
 
-/// What looking into one folder counts for, in characters of a config.
-constexpr std::int64_t kCostOfALook = 1'024;
-
-/// The value of the first line with that key; none without such a line.
-std::optional<std::u16string> ConfigValue(std::u16string_view key, TextStream& stream, AssetLoad& load)
-{
-    std::u16string lineKey;
-    std::u16string value;
-    while (!stream.AtEndOfStream())
-    {
-        ReadConfigLine(stream, lineKey, value);
-        if (lineKey == key)
-            return value;
-        load.SpendOnSearch(static_cast<std::int64_t>(lineKey.size() + value.size() + 1));
-    }
-    return std::nullopt;
-}
+std::u16string ConfigPath(const Folder& folder) { return (folder.Path() += u'\\') += kConfigName; }
 
 } // namespace
 
@@ -44,55 +28,48 @@ std::u16string KuidFolderName(const std::u16string& kuid)
     return name;
 }
 
-std::shared_ptr<Folder> StartFolder(std::shared_ptr<Folder> folder)
+ReferenceSearch::ReferenceSearch(const Folder& start, LoadBudget& budget, KuidCache* cache)
+    : mBudget(&budget), mCache(cache), mWalk(start, budget)
 {
-    for (int level = 0; level < 2 && !folder->IsRootFolder(); ++level)
-        folder = folder->ParentFolder();
-    return folder;
 }
 
-ReferenceSearch::ReferenceSearch(const Folder& start) : mFolders(start.SubFolders()) {}
-
-std::u16string ReferenceSearch::Find(const std::u16string& kuid, FileSystem& files, AssetLoad& load)
+std::u16string ReferenceSearch::Find(const std::u16string& kuid)
 {
-    const auto path = [](const Folder& folder) { return (folder.Path() += u'\\') += kConfigName; };
-    for (auto& [passedKuid, folder] : mPassed)
-        mByKuid.try_emplace(std::move(passedKuid), std::move(folder));
-    mPassed.clear();
     if (const auto known = mByKuid.find(kuid); known != mByKuid.end())
-        return path(*known->second);
-    while (!load.IsSearchSpent())
+        return ConfigPath(*known->second);
+    while (const auto folder = mWalk.Next())
     {
-        const auto folder = NextFolder();
-        if (!folder)
-            break;
-        load.SpendOnSearch(kCostOfALook);
-        const auto stream = files.OpenIfExists(*folder, kConfigName);
-        auto value = stream ? ConfigValue(u"kuid", *stream, load) : std::nullopt;
-        if (!value)
-            continue;
-        MakeLowerCase(*value);
-        const bool isWanted = *value == kuid;
-        mPassed.emplace_back(*std::move(value), folder);
-        if (isWanted)
-            return path(*folder);
+        if (ConfigHasValue(kuid, folder))
+            return ConfigPath(*folder);
     }
     return {};
 }
 
-std::shared_ptr<Folder> ReferenceSearch::NextFolder()
+bool ReferenceSearch::ConfigHasValue(const std::u16string& kuid, const std::shared_ptr<Folder>& folder)
 {
-    if (mParent)
+    if (!mCache)
+        return ReadKuid(*folder) == kuid;
+    auto [known, isNew] = mCache->try_emplace(folder->Path());
+    if (isNew)
     {
-        mChildren = mParent->SubFolders();
-        mNextChild = 0;
-        mParent.reset();
+        mBudget->ChargeMemory(kFolderMemory);
+        known->second = ReadKuid(*folder);
     }
-    if (mNextChild < mChildren.size())
-        return std::move(mChildren[mNextChild++]);
-    if (mNext == mFolders.size())
-        return nullptr;
-    return mParent = std::move(mFolders[mNext++]);
+    if (known->second)
+        mByKuid.try_emplace(*known->second, folder);
+    return known->second == kuid;
+}
+
+std::optional<std::u16string> ReferenceSearch::ReadKuid(const Folder& folder)
+{
+    const auto stream = folder.OpenTextFile(kConfigName);
+    if (!stream)
+        return std::nullopt;
+    auto kuid =
+        NameFileInErrors(ConfigPath(folder), [&] { return FirstConfigValue(u"kuid", *stream, *mBudget); });
+    if (kuid)
+        MakeLowerCase(*kuid);
+    return kuid;
 }
 
 } // namespace ZLMIM

@@ -2,58 +2,52 @@
 #define ZLMIM_CONFIG_REFERENCE_SEARCH_H
 
 #include "zlmim/config/file_system.h"
+#include "zlmim/config/folder_walk.h"
+#include "zlmim/reader/load_budget.h"
 
-#include <cstddef>
-#include <map>
 #include <memory>
+#include <optional>
 #include <string>
-#include <utility>
-#include <vector>
+#include <unordered_map>
 
 namespace ZLMIM
 {
 
-class AssetLoad;
-
-/// The name of the folder in which the asset with this kuid is looked for before all others: in lower case,
-/// with blanks for the colons, and without angle brackets. \ingroup inside
+/// The name of the folder in which the asset with this kuid is looked for first: in lower case, with blanks
+/// for the colons, and without angle brackets. \ingroup inside
 [[nodiscard]] std::u16string KuidFolderName(const std::u16string& kuid);
 
-/// Where the walk for an asset starts: two levels above the folder that refers to it, or at the root where
-/// that comes first.
+/// The kuids of config files, in lower case, by the paths of their folders; `std::nullopt` where a folder has
+/// no config file, or this one no kuid.
 /// \ingroup inside
-[[nodiscard]] std::shared_ptr<Folder> StartFolder(std::shared_ptr<Folder> folder);
+using KuidCache = std::unordered_map<std::u16string, std::optional<std::u16string>>;
 
-/// The walk for config files by their kuid, over two levels of folders below a start folder: a folder before
-/// its children, and all of these before the folder's next sibling.
+/// Searches for config files by their kuids, in the two levels of folders below a start folder.
 ///
-/// A search goes no further than the config that it finds. The next one goes on there, since the kuids of the
-/// configs that have been passed are known; so all searches of a load read each config once.
+/// A search stops at the config that it finds. With a cache, the next one goes on there: the kuids of the
+/// configs before it are remembered, and no config is read twice.
 /// \ingroup inside
 class ReferenceSearch
 {
 public:
-    /// Looks into the folders below `start`, but not into `start` itself.
-    explicit ReferenceSearch(const Folder& start);
+    /// Searches below `start`. `cache` may be shared with other searches, or null for a single `Find`. It
+    /// must outlive the search, and so must `budget`.
+    ReferenceSearch(const Folder& start, LoadBudget& budget, KuidCache* cache);
 
     /// Path of the first config file whose kuid, in lower case, equals `kuid`; empty if there is none.
     /// @throws FileSystemError from a config that can't be read, or whose last line opens a quoted value.
-    [[nodiscard]] std::u16string Find(const std::u16string& kuid, FileSystem& files, AssetLoad& load);
+    /// @throws BoundsError where a limit is exceeded.
+    [[nodiscard]] std::u16string Find(const std::u16string& kuid);
 
 private:
-    [[nodiscard]] std::shared_ptr<Folder> NextFolder();
+    [[nodiscard]] bool ConfigHasValue(const std::u16string& kuid, const std::shared_ptr<Folder>& folder);
+    [[nodiscard]] std::optional<std::u16string> ReadKuid(const Folder& folder);
 
-    using Folders = std::vector<std::shared_ptr<Folder>>;
-    Folders mFolders;
-    std::size_t mNext = 0;
-    /// The folder of the first level that was taken last: its children come next.
-    std::shared_ptr<Folder> mParent;
-    Folders mChildren;
-    std::size_t mNextChild = 0;
-    /// Folders with their configs' kuids: those that the last search has passed, and for those before them
-    /// the first of each kuid. Most assets search but once.
-    std::vector<std::pair<std::u16string, std::shared_ptr<Folder>>> mPassed;
-    std::map<std::u16string, std::shared_ptr<Folder>> mByKuid;
+    LoadBudget* mBudget;
+    KuidCache* mCache;
+    FolderWalk mWalk;
+    /// Of the folders that the walk has passed, the first with each kuid.
+    std::unordered_map<std::u16string, std::shared_ptr<Folder>> mByKuid;
 };
 
 } // namespace ZLMIM

@@ -4,21 +4,53 @@
 #include "zlmim/config/config_line.h"
 #include "zlmim/config/disk_file_system.h"
 #include "zlmim/config/mesh_table.h"
+#include "zlmim/config/mesh_table_parser.h"
+#include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
 #include <utility>
 
 namespace ZLMIM
 {
+namespace
+{
 
-ZLMModel::ZLMModel() : ZLMModel(FileSystemMaker()) {}
+/// A key whose value is stored as it is.
+struct TextKey
+{
+    std::u16string_view key;
+    std::u16string ZLMModel::*text;
+};
 
-ZLMModel::ZLMModel(FileSystemMaker makeFileSystem) : mMakeFileSystem(std::move(makeFileSystem))
+constexpr std::array<TextKey, 6> kTextKeys = {{
+    {u"username", &ZLMModel::UserName},
+    {u"author", &ZLMModel::Author},
+    {u"asset-filename", &ZLMModel::AssetFileName},
+    {u"kind", &ZLMModel::Kind},
+    {u"description", &ZLMModel::Description},
+    {u"zelmar-build", &ZLMModel::ZLMBuild},
+}};
+
+} // namespace
+
+ZLMModel::ZLMModel(std::shared_ptr<FileSystem> files) : mHostFiles(std::move(files))
 {
     ResetModel(std::make_shared<FileNames>());
 }
 
-ZLMModel::~ZLMModel() = default;
+ZLMModel::~ZLMModel()
+{
+    // In this order: what a host's objects do when they are destroyed may show it.
+    mMeshTable.reset();
+    mOwnTable.reset();
+    Bogies.reset();
+    BogieNames.reset();
+    Pantograph.reset();
+    mFSO.reset();
+}
 
 std::shared_ptr<Collection<MeshEntry>> ZLMModel::MeshTable() const
 {
@@ -34,25 +66,34 @@ void ZLMModel::SetKuid(const std::u16string& kuid) { mKuid = LowerCase(Trim(kuid
 
 void ZLMModel::Load(const std::u16string& ConfigFileName)
 {
-    AssetLoad load;
+    const auto self = weak_from_this().lock(); // a host's service may drop the model meanwhile
+    AssetLoad load(Limits);
     Load(std::u16string(ConfigFileName), load); // a copy: the name may be a property that is reset
 }
 
 void ZLMModel::Load(const std::u16string& configFileName, AssetLoad& load)
 {
+    NameFileInErrors(configFileName, [&] { LoadConfig(configFileName, load); });
+}
+
+void ZLMModel::LoadConfig(const std::u16string& configFileName, AssetLoad& load)
+{
     const std::size_t backslash = configFileName.rfind(u'\\');
     mPath = backslash == std::u16string::npos ? std::u16string() : configFileName.substr(0, backslash + 1);
     ResetModel(load.SharedNames());
-    if (!mFSO->FileExists(configFileName))
+    if (!FileExists(configFileName, load))
         return;
-    const AssetLoad::Link link(load, mFSO->FileIdentity(configFileName));
-    const auto stream = load.Counted(mFSO->OpenTextFile(configFileName));
-    ParseConfig(*stream, load);
+    const AssetLoad::OpenFileScope scope(load, mFSO->FileIdentity(configFileName));
+    const auto stream = mFSO->OpenTextFile(configFileName);
+    LineReader lines(*stream, load.Budget());
+    ParseConfig(lines, load);
     if (mOwnTable->List().Count() == 0 && !AssetFileName.empty())
     {
-        const std::u16string meshFile = mPath + AssetFileName + u".im";
-        if (mFSO->FileExists(meshFile))
-            LoadEntry(u"default", meshFile, {}, {}, {}, load);
+        MeshTableKeys fallback;
+        fallback.Name.Key = u"default";
+        fallback.Mesh.Value = mPath + AssetFileName + u".im";
+        if (FileExists(fallback.Mesh.Value, load))
+            LoadEntry(fallback, load);
     }
     stream->Close();
 }
@@ -62,59 +103,58 @@ void ZLMModel::ResetModel(const std::shared_ptr<FileNames>& names)
     auto table = ZLMIM::MeshTable::Make(weak_from_this());
     auto bogies = std::make_shared<Collection<ZLMModel>>();
     auto bogieNames = std::make_shared<Collection<std::u16string>>();
+    mMeshTable = Membership::Uncounted(table->List());
     mOwnTable = std::move(table);
-    mMeshTable = Membership::Uncounted(mOwnTable->List());
     Bogies = std::move(bogies);
     BogieNames = std::move(bogieNames);
-    mFSO = mMakeFileSystem ? mMakeFileSystem() : std::make_shared<DiskFileSystem>(names);
-    AssetFileName.clear();
-    Author.clear();
-    UserName.clear();
-    Kind.clear();
-    Description.clear();
-    ZLMBuild.clear();
+    mFSO = mHostFiles ? mHostFiles : std::make_shared<DiskFileSystem>(names);
+    for (const TextKey& key : kTextKeys)
+        (this->*key.text).clear();
     Pantograph.reset();
     mKuid.clear();
     mHasFolderAnim.reset();
 }
 
-void ZLMModel::ParseConfig(TextStream& stream, AssetLoad& load)
+void ZLMModel::ParseConfig(LineReader& lines, AssetLoad& load)
 {
-    std::u16string key;
-    std::u16string value;
-    while (!stream.AtEndOfStream())
+    ConfigLine line;
+    while (!lines.AtEndOfStream())
     {
-        ReadConfigLine(stream, key, value);
-        ParseKey(key, value, stream, load);
+        ReadConfigLine(lines, line);
+        ParseKey(line, lines, load);
     }
 }
 
-void ZLMModel::ParseKey(const std::u16string& key, const std::u16string& value, TextStream& stream,
-                        AssetLoad& load)
+void ZLMModel::ParseKey(ConfigLine& line, LineReader& lines, AssetLoad& load)
 {
-    if (key == u"username")
-        UserName = value;
-    else if (key == u"author")
-        Author = value;
-    else if (key == u"asset-filename")
-        AssetFileName = value;
-    else if (key == u"kind")
-        Kind = value;
-    else if (key == u"description")
-        Description = value;
-    else if (key == u"zelmar-build")
-        ZLMBuild = value;
-    else if (key == u"kuid")
-        SetKuid(value);
-    else if (key == u"pantograph")
+    const auto text = std::find_if(kTextKeys.begin(), kTextKeys.end(),
+                                   [&](const TextKey& candidate) { return candidate.key == line.Key; });
+    if (text != kTextKeys.end())
     {
-        Pantograph = std::make_shared<ZLMModel>(mMakeFileSystem);
-        LoadReference(*Pantograph, value, load);
+        load.Budget().ChargeMemory(static_cast<std::int64_t>(line.Value.size() * sizeof(char16_t)));
+        this->*text->text = std::move(line.Value);
     }
-    else if (key.starts_with(u"bogey"))
-        AddBogey(value, key, load);
-    else if (key == u"mesh-table")
-        ParseMeshTable(stream, load);
+    else if (line.Key == u"kuid")
+    {
+        load.Budget().ChargeMemory(static_cast<std::int64_t>(line.Value.size() * sizeof(char16_t)));
+        SetKuid(line.Value);
+    }
+    else if (line.Key == u"pantograph")
+    {
+        const auto pantograph = MakeReferredModel(load);
+        Pantograph = pantograph; // kept here too: a host's service may write the property meanwhile
+        LoadReference(*pantograph, line.Value, load);
+    }
+    else if (line.Key.starts_with(u"bogey"))
+        AddBogey(line.Value, line.Key, load);
+    else if (line.Key == u"mesh-table")
+        ParseMeshTable(lines, load);
+}
+
+bool ZLMModel::FileExists(const std::u16string& path, AssetLoad& load)
+{
+    load.Budget().ChargeWork(LoadCost::FileQuestion);
+    return mFSO->FileExists(path);
 }
 
 } // namespace ZLMIM

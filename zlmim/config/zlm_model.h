@@ -4,7 +4,8 @@
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/mesh_entry.h"
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
+#include "zlmim/reader/load_limits.h"
 
 #include <cstdint>
 #include <memory>
@@ -16,7 +17,10 @@ namespace ZLMIM
 
 class AssetLoad;
 class FileNames;
+class LineReader;
 class MeshTable;
+struct ConfigLine;
+struct MeshTableKeys;
 
 /// The object representing one config file (`config.txt`), the description of an asset: its identity, its
 /// mesh table with the meshes and animations, and the assets that it refers to as further models.
@@ -30,12 +34,9 @@ class MeshTable;
 class ZLMModel : public std::enable_shared_from_this<ZLMModel>
 {
 public:
-    /// An empty model, with empty lists, that reads from the disk.
-    ZLMModel();
-    /// An empty model that reads through service objects of the host's own (`DiskFileSystem` by default), and
-    /// so do the models that it refers to. Meshes and animations are read from the disk all the same. Raises
-    /// what `makeFileSystem` does, which is asked at once.
-    explicit ZLMModel(FileSystemMaker makeFileSystem);
+    /// An empty model, with empty lists. It reads config files through `files`, and so do the models that it
+    /// refers to; from the disk if `files` is null. Meshes and animations are always read from the disk.
+    explicit ZLMModel(std::shared_ptr<FileSystem> files = nullptr);
     ZLMModel(const ZLMModel&) = delete;
     ZLMModel& operator=(const ZLMModel&) = delete;
     ~ZLMModel();
@@ -74,6 +75,10 @@ public:
     /// Stores `kuid` without blanks at its ends and in lower case.
     void SetKuid(const std::u16string& kuid);
 
+    /// What one `Load` may cost, with all that it loads. The defaults are wide; a host that loads files from
+    /// people it doesn't trust sets `kUntrustedLimits`.
+    LoadLimits Limits;
+
     /// Loads up the config file of that name: text with backslashes, relative to the working folder, whose
     /// letter case doesn't matter where the exact name isn't found. All earlier content goes first. A file
     /// that doesn't exist leaves the model empty and is no failure; nor is a mesh, an animation or a
@@ -87,13 +92,11 @@ public:
     /// such as `<kuid:1:2>` is looked for as `..\kuid 1 2\config.txt` from the working folder, then by the
     /// `kuid` of each config file one and two levels below the folder that lies two levels above the config
     /// file's own, or one where that is a root (these are compared in lower case, so a reference in capitals
-    /// finds none). What would lead back to a file that is being read isn't found, nor what would pass
-    /// `kMaxModelDepth`, `kMaxModels`, `kSearchAllowance` or `kLoadAllowance`.
+    /// finds none). A reference back to a file that is open isn't found, nor one past `kMaxModelDepth` or
+    /// `kMaxModels`.
     ///
-    /// What is raised, here or in a model referred to, ends the load; the model stays as far as it was
-    /// filled.
-    /// @throws BoundsError as `Mesh::Load` and `Anim::Load` do, and past `kMaxMeshEntries` or
-    /// `kMaxReferenceKeys`.
+    /// An error, here or in a model referred to, ends the load; the model keeps what was filled.
+    /// @throws BoundsError as `Mesh::Load` and `Anim::Load` do, and where `Limits` are exceeded.
     /// @throws OverflowError as they do.
     /// @throws FileSystemError from a file or folder that can't be read, a last line that opens a quoted
     /// value, a mesh table that ends with the key `effects`, or a reference in a file whose name has no
@@ -102,29 +105,32 @@ public:
     /// @throws std::bad_weak_ptr if the model has a mesh entry, and isn't held by a `std::shared_ptr`.
     void Load(const std::u16string& ConfigFileName);
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     void Load(const std::u16string& configFileName, AssetLoad& load);
+    void LoadConfig(const std::u16string& configFileName, AssetLoad& load);
     void ResetModel(const std::shared_ptr<FileNames>& names);
-    void ParseConfig(TextStream& stream, AssetLoad& load);
-    void ParseKey(const std::u16string& key, const std::u16string& value, TextStream& stream,
-                  AssetLoad& load);
-    void ParseMeshTable(TextStream& stream, AssetLoad& load);
-    void LoadEntry(const std::u16string& name, const std::u16string& meshFile, std::u16string animFile,
-                   std::u16string attParent, std::u16string att, AssetLoad& load);
+    void ParseConfig(LineReader& lines, AssetLoad& load);
+    void ParseKey(ConfigLine& line, LineReader& lines, AssetLoad& load);
+    class MeshTableReader;
+    void ParseMeshTable(LineReader& lines, AssetLoad& load);
+    void LoadEntry(const MeshTableKeys& keys, AssetLoad& load);
+    [[nodiscard]] bool FileExists(const std::u16string& path, AssetLoad& load);
     [[nodiscard]] std::u16string MeshPath(const std::u16string& value, AssetLoad& load);
     [[nodiscard]] std::u16string ResolveLodMesh(const std::u16string& listFile, AssetLoad& load);
     void AddBogey(const std::u16string& value, const std::u16string& key, AssetLoad& load);
+    [[nodiscard]] std::shared_ptr<ZLMModel> MakeReferredModel(AssetLoad& load) const;
     void LoadReference(ZLMModel& model, const std::u16string& kuid, AssetLoad& load);
     [[nodiscard]] std::u16string FindConfigFile(const std::u16string& kuid, AssetLoad& load);
 
-    /// Empty for the system's own files.
-    FileSystemMaker mMakeFileSystem;
+    /// The host's own service; null for the disk.
+    std::shared_ptr<FileSystem> mHostFiles;
+    /// The service of the last load.
     std::shared_ptr<FileSystem> mFSO;
     std::u16string mKuid;
-    /// Whether an `anim.kin` lies beside the config file, once it has been asked for.
+    /// Whether there is an `anim.kin` beside the config file, once that was asked.
     std::optional<bool> mHasFolderAnim;
     /// Folder of the config file with its trailing backslash; empty if its name has none.
     std::u16string mPath;

@@ -1,7 +1,9 @@
 #include "zlmim/config/asset_load.h"
 #include "zlmim/config/config_line.h"
+#include "zlmim/config/line_reader.h"
 #include "zlmim/config/lod_number.h"
 #include "zlmim/config/zlm_model.h"
+#include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
 #include <cstddef>
@@ -13,34 +15,35 @@ namespace ZLMIM
 namespace
 {
 
-/// What stands behind `marker` on the next line, in lower case, that has it, without the two dropped
-/// characters; none at the end of the stream.
-std::optional<std::u16string> NextBehind(TextStream& stream, std::u16string_view marker, char16_t dropped)
+/// The text after `marker` on the next line that has it, in lower case, without quotation marks and
+/// `dropped`; `std::nullopt` at the end of the file.
+std::optional<std::u16string> NextAfter(LineReader& lines, std::u16string_view marker, char16_t dropped)
 {
-    while (!stream.AtEndOfStream())
+    while (!lines.AtEndOfStream())
     {
-        const std::u16string line = LowerCase(stream.ReadLine());
+        std::u16string line = lines.ReadLine();
+        MakeLowerCase(line);
         const std::size_t start = line.find(marker);
         if (start == std::u16string::npos)
             continue;
-        std::u16string rest = line.substr(start + marker.size());
-        std::erase_if(rest, [dropped](char16_t c) { return c == u'"' || c == dropped; });
-        return rest;
+        line.erase(0, start + marker.size());
+        std::erase_if(line, [dropped](char16_t c) { return c == u'"' || c == dropped; });
+        return line;
     }
     return std::nullopt;
 }
 
-/// The name of the mesh in the first name line behind the first level line of level 1; empty without one.
-std::u16string Level1Mesh(TextStream& stream)
+/// The name of the mesh in the first name line after the first level line of level 1; empty without one.
+std::u16string Level1Mesh(LineReader& lines)
 {
     std::optional<std::u16string> level;
     do
     {
-        level = NextBehind(stream, u"mesh(", u')');
+        level = NextAfter(lines, u"mesh(", u')');
         if (!level)
             return {};
     } while (LodNumber(*level) != 1.0);
-    const auto name = NextBehind(stream, u"name=", u';');
+    const auto name = NextAfter(lines, u"name=", u';');
     return name ? std::u16string(Trim(*name)) : std::u16string();
 }
 
@@ -48,8 +51,9 @@ std::u16string Level1Mesh(TextStream& stream)
 
 std::u16string ZLMModel::ResolveLodMesh(const std::u16string& listFile, AssetLoad& load)
 {
-    const auto stream = load.Spending(mFSO->OpenTextFile(listFile));
-    std::u16string name = Level1Mesh(*stream);
+    const auto stream = mFSO->OpenTextFile(listFile);
+    LineReader lines(*stream, load.Budget());
+    std::u16string name = NameFileInErrors(listFile, [&] { return Level1Mesh(lines); });
     stream->Close();
     return name;
 }

@@ -1,7 +1,7 @@
 #ifndef ZLMIM_MESH_ATTACHMENT_H
 #define ZLMIM_MESH_ATTACHMENT_H
 
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/records.h"
 
 #include <cstdint>
@@ -24,8 +24,8 @@ public:
     /// 4x3 matrix for rotation and position of the attachment, as stored.
     ZLMIM::Matrix Matrix;
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 };
 
 } // namespace ZLMIM

@@ -2,7 +2,7 @@
 #define ZLMIM_MESH_BONE_H
 
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/records.h"
 #include "zlmim/model/whole.h"
 
@@ -65,8 +65,8 @@ public:
     /// and zz are rounded to 32 bits first.
     [[nodiscard]] Matrix ToMatrix() const;
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     Membership mMembership;

@@ -1,5 +1,7 @@
 #include "zlmim/mesh/bone_finder.h"
 
+#include "zlmim/reader/bone_limits.h"
+
 #include <chrono>
 #include <cstring>
 #include <utility>
@@ -52,8 +54,8 @@ BoneFinder::Place BoneFinder::NextInWalk()
         const Place here = next;
         if (const auto& bone = here.Stored())
         {
-            // Counted before it is passed: where a limit stopped the walk, it stops again.
-            mLimits.Count(static_cast<std::int32_t>(mPath.size()));
+            // Tested before the walk moves on: where the limit stopped it, it stops again.
+            TestBoneLevel(static_cast<std::int32_t>(mPath.size()));
             ++next.index;
             mPath.push_back({bone->Children().get(), 0});
             return here;

@@ -2,7 +2,6 @@
 #define ZLMIM_MESH_BONE_FINDER_H
 
 #include "zlmim/mesh/bone.h"
-#include "zlmim/reader/bone_tree.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -24,8 +23,7 @@ public:
     explicit BoneFinder(std::shared_ptr<Bone> root);
 
     /// The bone whose name equals `name` exactly, or none.
-    /// @throws BoundsError if none was met before a tree passed the allowed number or depth of bones, as only
-    /// one that a host built can.
+    /// @throws BoundsError past `kMaxBoneDepth`, in a tree that a host built: it may contain itself.
     [[nodiscard]] std::shared_ptr<Bone> FindBone(std::u16string_view name);
 
 private:
@@ -56,7 +54,6 @@ private:
     Collection<Bone> mTop;
     /// On the way down, the entry of each list that is visited next.
     std::vector<Place> mPath;
-    BoneLimits mLimits;
     std::vector<Slot> mSlots;
     std::size_t mKnown = 0;
     /// Not to be foreseen by who makes up names that meet in one slot.

@@ -3,7 +3,7 @@
 
 #include "zlmim/mesh/geometry.h"
 #include "zlmim/mesh/material.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 
 #include <cstdint>
 #include <memory>
@@ -28,8 +28,8 @@ public:
     /// The chunk's number in the file, as stored: neither unique nor its place in the list.
     std::int32_t Id = 0;
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 };
 
 } // namespace ZLMIM

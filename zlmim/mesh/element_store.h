@@ -13,9 +13,8 @@
 namespace ZLMIM
 {
 
-/// One of the three arrays of a `Geometry`: a count as it was last set, and an array from index 0, which the
-/// count may have left behind (a count of 0 or less leaves it alone).
-/// \ingroup inside
+/// One of the three arrays of a `Geometry`, indexed from 0, and its count. Setting a count of 0 or less keeps
+/// the array, so the count may be lower than the array's size. It's never higher. \ingroup inside
 template <class T>
 class ElementStore
 {
@@ -23,20 +22,15 @@ public:
     /// As last set; may be negative.
     [[nodiscard]] std::int32_t Count() const noexcept { return mCount; }
 
-    /// Stores `count`; if it is greater than 0, a new array of that many zeroed elements replaces the old
-    /// one.
-    /// @throws std::bad_alloc; the count stands, without an array.
+    /// Sets the count. If it is greater than 0, replaces the array by one of that many zeroed elements.
+    /// @throws std::bad_alloc; count and array are then unchanged.
     void SetCount(std::int32_t count)
     {
-        mCount = count;
-        if (count <= 0)
-            return;
-        mElements = {};
-        mElements = RecordArray<T>::Zeroed(static_cast<std::size_t>(count));
+        Adopt(count, count > 0 ? RecordArray<T>::Zeroed(static_cast<std::size_t>(count)) : RecordArray<T>());
     }
 
-    /// The same for a count and an array that has just been filled.
-    void Adopt(std::int32_t count, RecordArray<T> elements)
+    /// Sets the count. If it is greater than 0, replaces the array by `elements`, which has that size.
+    void Adopt(std::int32_t count, RecordArray<T> elements) noexcept
     {
         mCount = count;
         if (count > 0)
@@ -44,37 +38,28 @@ public:
     }
 
     /// The element, or nullptr outside the count.
-    /// @throws BoundsError within the count but outside the array, which may not have found memory.
-    [[nodiscard]] const T* Get(std::int32_t index) const
+    [[nodiscard]] const T* Get(std::int32_t index) const noexcept
     {
-        if (index < 0 || index >= mCount)
-            return nullptr;
-        TestInArray(index);
-        return &mElements[static_cast<std::size_t>(index)];
+        return index >= 0 && index < mCount ? &mElements[static_cast<std::size_t>(index)] : nullptr;
     }
 
-    /// @throws BoundsError outside the array, whatever the count.
+    /// @throws BoundsError outside the array, whatever the count is.
     void Set(std::int32_t index, const T& element)
     {
-        TestInArray(index);
+        if (index < 0 || static_cast<std::size_t>(index) >= mElements.size())
+            throw BoundsError("no element " + std::to_string(index) + " in an array of " +
+                                  std::to_string(mElements.size()),
+                              index);
         mElements[static_cast<std::size_t>(index)] = element;
     }
 
-    /// The elements within the count, until it is set again.
+    /// The elements within the count, valid until it is set again.
     [[nodiscard]] std::span<const T> Elements() const noexcept
     {
         return mCount > 0 ? std::span<const T>(mElements.data(), mElements.size()) : std::span<const T>();
     }
 
 private:
-    void TestInArray(std::int32_t index) const
-    {
-        if (index < 0 || static_cast<std::size_t>(index) >= mElements.size())
-            throw BoundsError("no element " + std::to_string(index) + " in an array of " +
-                                  std::to_string(mElements.size()),
-                              index);
-    }
-
     std::int32_t mCount = 0;
     RecordArray<T> mElements;
 };

@@ -3,8 +3,8 @@
 
 #include "zlmim/mesh/element_store.h"
 #include "zlmim/model/collection.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/enumerations.h"
-#include "zlmim/model/facade.h"
 #include "zlmim/model/records.h"
 
 #include <cstdint>
@@ -18,14 +18,13 @@ namespace ZLMIM
 class Bone;
 
 /// All the points, normals and face definitions of one chunk. A passive store: no value is checked against
-/// another. A load fills it once, from the chunk's GEOM block; a chunk without one keeps it as a new one is,
-/// with all numbers 0.
+/// another. A load fills it from the chunk's GEOM block. Without that block all numbers stay 0.
 ///
-/// It has three element stores, numbered from 0: vertices, vertex normals, indices. `MaxVertices`,
-/// `MaxVertNormal` and `MaxIndex` are their counts, not their highest indices. Setting a count greater than 0
-/// replaces the array by one of that many zeroed elements; a count of 0 or less leaves the array alone.
-/// Reading an element asks the count, and answers for a bad index; writing one asks the array, and raises.
-/// \ingroup meshes
+/// It has three arrays, indexed from 0: vertices, vertex normals, indices. `MaxVertices`, `MaxVertNormal` and
+/// `MaxIndex` are their counts, not their highest indices. Setting a count greater than 0 replaces the array
+/// by one of that many zeroed elements; setting a count of 0 or less keeps the array. The Get functions check
+/// the index against the count and return false or -1 for a bad one; the Set functions check it against the
+/// array and throw. \ingroup meshes
 class Geometry
 {
 public:
@@ -36,73 +35,70 @@ public:
 
     /// Version of the GEOM block, as stored. Blocks above 200 have one field more, which isn't kept.
     std::int32_t Version = 0;
-    /// As stored; without a meaning here.
+    /// As stored. The library gives it no meaning.
     float Area = 0;
-    /// Normals of the faces, numbered from 1, as many as the file says: not derived from the primitives. None
-    /// only if a host writes none.
+    /// Face normals, numbered from 1, as many as the file says: not derived from the primitives. Null only if
+    /// a host sets it.
     std::shared_ptr<Collection<Vector>> FaceNormals = std::make_shared<Collection<Vector>>();
     /// Number of primitives, as stored: not derived from the indices.
     std::int32_t PrimitiveCount = 0;
-    /// As stored; without a meaning here.
+    /// As stored. The library gives it no meaning.
     std::int32_t MaxInfl = 0;
     /// What the indices describe, as stored: any number.
     PrimFlag PrimitiveType = PrimFlag::NONE;
-    /// Name of the bone that the chunk hangs from, as stored, letter case included; empty for none.
+    /// Name of the bone that the chunk hangs from, as stored, in its letter case; empty for no bone.
     std::u16string Bone;
-    /// The bone of that name in the mesh's skeleton, the same object as in its tree, and the first of several
-    /// in its order, parents before children. None where none has that very name, or the name is empty.
-    /// Written by the last step of `Mesh::Load` alone, so none after a load that failed.
+    /// The bone of exactly that name in the mesh's skeleton: the object in its tree, and the first of several
+    /// in tree order, parents before children. Null without such a bone, for an empty name, and after a load
+    /// that failed, since the last step of `Mesh::Load` sets it.
     std::shared_ptr<ZLMIM::Bone> BoneObject;
 
     /// Number of vertices as last set: a count, may be negative.
     [[nodiscard]] std::int32_t MaxVertices() const noexcept { return mVertices.Count(); }
-    /// Writes the count, and makes a new array if it is greater than 0.
-    /// @throws std::bad_alloc; the count stands, without an array.
+    /// Sets the count, and creates a new array if it is greater than 0.
+    /// @throws std::bad_alloc; count and array are then unchanged.
     void SetMaxVertices(std::int32_t count) { mVertices.SetCount(count); }
 
     /// Number of vertex normals as last set: a count, may be negative. After a load equal to `MaxVertices`:
     /// the normal of a vertex has the vertex's index.
     [[nodiscard]] std::int32_t MaxVertNormal() const noexcept { return mNormals.Count(); }
-    /// Writes the count, and makes a new array if it is greater than 0.
-    /// @throws std::bad_alloc; the count stands, without an array.
+    /// Sets the count, and creates a new array if it is greater than 0.
+    /// @throws std::bad_alloc; count and array are then unchanged.
     void SetMaxVertNormal(std::int32_t count) { mNormals.SetCount(count); }
 
     /// Copies `v` into vertex `index`.
-    /// @throws BoundsError outside the array, whatever the count says.
+    /// @throws BoundsError outside the array, whatever the count is.
     void SetVertex(std::int32_t index, const Vertex& v) { mVertices.Set(index, v); }
-    /// Copies vertex `index` out. False, `v` untouched, outside the count.
-    /// @throws BoundsError within the count, where its array found no memory.
+    /// Copies vertex `index` to `v`. Returns false and leaves `v` unchanged outside the count.
     [[nodiscard]] bool GetVertex(std::int32_t index, Vertex& v) const;
     /// Copies `v` into vertex normal `index`.
-    /// @throws BoundsError outside the array, whatever the count says.
+    /// @throws BoundsError outside the array, whatever the count is.
     void SetVertexNormal(std::int32_t index, const Vector& v) { mNormals.Set(index, v); }
-    /// Copies vertex normal `index` out. False, `v` untouched, outside the count.
-    /// @throws BoundsError within the count, where its array found no memory.
+    /// Copies vertex normal `index` to `v`. Returns false and leaves `v` unchanged outside the count.
     [[nodiscard]] bool GetVertexNormal(std::int32_t index, Vector& v) const;
 
     /// Number of indices as last set: a count, may be negative.
     [[nodiscard]] std::int32_t MaxIndex() const noexcept { return mIndices.Count(); }
-    /// Writes the count, and makes a new array if it is greater than 0.
-    /// @throws std::bad_alloc; the count stands, without an array.
+    /// Sets the count, and creates a new array if it is greater than 0.
+    /// @throws std::bad_alloc; count and array are then unchanged.
     void SetMaxIndex(std::int32_t count) { mIndices.SetCount(count); }
     /// Writes `i` to index `index`: any number.
-    /// @throws BoundsError outside the array, whatever the count says.
+    /// @throws BoundsError outside the array, whatever the count is.
     void SetIndex(std::int32_t index, std::int32_t i) { mIndices.Set(index, i); }
-    /// Index `index`: the number of a vertex from 0, or whatever the file has. A file has 16 bits for it,
-    /// signed: vertices from 32768 on come out as -32768 and above. -1 also outside the count.
-    /// @throws BoundsError within the count, where its array found no memory.
+    /// Index `index`: the number of a vertex from 0, or whatever the file has. Files store it as a signed
+    /// 16-bit number, so vertices from 32768 on are -32768 and above. Returns -1 outside the count.
     [[nodiscard]] std::int32_t GetIndex(std::int32_t index) const;
 
-    /// All vertices as they lie in memory, until `SetMaxVertices` or the end of the object; empty where the
-    /// count is 0 or less.
+    /// All vertices in memory, valid until `SetMaxVertices` or the end of the object. Empty if the count is 0
+    /// or less.
     [[nodiscard]] std::span<const Vertex> Vertices() const noexcept { return mVertices.Elements(); }
-    /// All vertex normals, until `SetMaxVertNormal`.
+    /// All vertex normals, valid until `SetMaxVertNormal`.
     [[nodiscard]] std::span<const Vector> VertexNormals() const noexcept { return mNormals.Elements(); }
-    /// All indices, until `SetMaxIndex`.
+    /// All indices, valid until `SetMaxIndex`.
     [[nodiscard]] std::span<const std::int32_t> Indices() const noexcept { return mIndices.Elements(); }
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     friend class Mesh;

@@ -3,7 +3,7 @@
 
 #include "zlmim/mesh/texture.h"
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/records.h"
 
 #include <cstdint>
@@ -48,8 +48,8 @@ public:
     /// Emissive colour.
     rgbColour Emissive;
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 };
 
 } // namespace ZLMIM

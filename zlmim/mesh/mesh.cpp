@@ -1,38 +1,42 @@
 #include "zlmim/mesh/mesh.h"
 
 #include "zlmim/reader/block.h"
+#include "zlmim/reader/container.h"
+#include "zlmim/reader/load_budget.h"
 
 namespace ZLMIM
 {
 namespace
 {
 
-constexpr std::int32_t kSignaturePos = 0;
-constexpr std::int32_t kFileKindPos = 8;
-constexpr std::int32_t kInfoSizePos = 16;
 /// Bytes of the info block between `Version` and `ChunkCount`.
 constexpr std::int32_t kInfoGap = 28;
-/// Bytes of a chunk without material and geometry.
-constexpr std::int32_t kSmallestChunk = 16;
 
 } // namespace
 
 bool Mesh::Load(std::u16string_view name)
 {
     FileNames names;
-    return Load(name, names);
+    LoadBudget budget;
+    return Load(name, names, budget);
 }
 
-bool Mesh::Load(std::u16string_view name, FileNames& names)
+bool Mesh::Load(std::u16string_view name, FileNames& names, LoadBudget& budget)
 {
     Begin(name);
-    return Finish(mCursor.LoadFile(FileName, names, FileSize, EmptyFile::Refused));
+    return Container::Load(
+        FileName, mCursor,
+        [&] { return mCursor.LoadFile(FileName, names, budget, FileSize, EmptyFile::Refused); },
+        [this] { return Parse(); });
 }
 
 bool Mesh::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
 {
     Begin(name);
-    return Finish(mCursor.LoadBytes(bytes, FileSize, EmptyFile::Refused));
+    LoadBudget budget;
+    return Container::Load(
+        FileName, mCursor, [&] { return mCursor.LoadBytes(bytes, budget, FileSize, EmptyFile::Refused); },
+        [this] { return Parse(); });
 }
 
 void Mesh::Begin(std::u16string_view name)
@@ -43,33 +47,25 @@ void Mesh::Begin(std::u16string_view name)
     FileName = std::u16string(name); // the name may be this very property
 }
 
-bool Mesh::Finish(bool isLoaded)
+bool Mesh::Parse()
 {
-    if (!isLoaded)
-    {
-        mCursor.Release();
-        return false;
-    }
     if (!ReadHeader() || !ReadChunks())
         return false;
     SkipInfluences();
     ReadAttachments();
     ReadSkeleton();
     BindBones();
-    mCursor.Release();
     return true;
 }
 
 bool Mesh::ReadHeader()
 {
-    mCursor.Pos = kSignaturePos;
-    if (!mCursor.TakesTag("JIRF"))
+    if (!Container::MatchSignature(mCursor))
     {
         ErrorMessage = u"Not a ZLM IM file - no JIRF";
         return false;
     }
-    mCursor.Pos = kFileKindPos;
-    if (!mCursor.TakesTag("IDXM"))
+    if (!Container::MatchKind(mCursor, "IDXM"))
     {
         ErrorMessage = u"Not a ZLM IM file - no IDXM";
         return false;
@@ -80,8 +76,7 @@ bool Mesh::ReadHeader()
 
 void Mesh::ReadInfo()
 {
-    mCursor.Pos = kInfoSizePos;
-    const auto info = Block::EnterBehindTag(mCursor);
+    const auto info = Container::EnterInfo(mCursor);
     Version = mCursor.GetLong();
     mCursor.Pos += kInfoGap;
     ChunkCount = mCursor.GetLong();
@@ -92,7 +87,6 @@ bool Mesh::ReadChunks()
 {
     Chunks = std::make_shared<Collection<Chunk>>();
     const std::int32_t count = ChunkCount;
-    Chunks->Reserve(mCursor.MostThatFit(count, kSmallestChunk));
     for (std::int32_t i = 0; i < count; ++i)
     {
         if (!ReadChunk())
@@ -103,13 +97,13 @@ bool Mesh::ReadChunks()
 
 bool Mesh::ReadChunk()
 {
-    // Unlike every other reader, this one doesn't step back from a foreign tag: the load ends there.
-    if (!mCursor.TakesTag("CHNK"))
+    if (!mCursor.MatchTag("CHNK"))
     {
         ErrorMessage = u"Not a ZLM IM file - CHNK missing";
         return false;
     }
-    const auto block = Block::EnterBehindTag(mCursor);
+    const auto block = Block::EnterAfterTag(mCursor);
+    mCursor.Budget().ChargeObjects<Chunk, Material, Geometry, Collection<Texture>, Collection<Vector>>();
     const auto chunk = std::make_shared<Chunk>();
     chunk->Version = mCursor.GetLong();
     chunk->Id = mCursor.GetLong();

@@ -5,8 +5,7 @@
 #include "zlmim/mesh/bone.h"
 #include "zlmim/mesh/chunk.h"
 #include "zlmim/model/collection.h"
-#include "zlmim/model/facade.h"
-#include "zlmim/reader/bone_tree.h"
+#include "zlmim/model/com_header.h"
 #include "zlmim/reader/file_cursor.h"
 #include "zlmim/reader/file_names.h"
 
@@ -19,6 +18,10 @@
 
 namespace ZLMIM
 {
+
+class BoneLimits;
+class BoneTree;
+class LoadBudget;
 
 /// The object representing one mesh file (`.im`): its chunks of material and geometry, its attachment points
 /// and its skeleton. A new mesh has no lists and no skeleton; `Load` makes them.
@@ -72,17 +75,16 @@ public:
     /// and `ChunkCount`; `Chunks`; `Attachments` and `AttVersion`; `RootBone` and `BoneCount`; each chunk's
     /// `Geometry::BoneObject`. After any failure the properties stay as far as they were filled, and the
     /// file's bytes may stay in memory until the next load or the end of the object.
-    /// @throws BoundsError where the file ends too early, or asks for more than a file of its size may (see
-    /// \ref limits).
+    /// @throws BoundsError where the file ends too early, or exceeds a limit (see \ref limits).
     /// @throws OverflowError where a size, a count or a sum of counts leads out of the 32-bit range.
     /// @throws std::bad_alloc where there is no memory for what the file holds.
     [[nodiscard]] bool Load(std::u16string_view name);
 
-    /// The same for one of many files: `names`, which remembers the folders that it has listed, is needed
-    /// during the call alone. Raises the same.
-    [[nodiscard]] bool Load(std::u16string_view name, FileNames& names);
+    /// The same for one of many files. `names` remembers the folders that it has listed, and `budget` what
+    /// all loads with it have cost together. Both are needed during the call alone.
+    [[nodiscard]] bool Load(std::u16string_view name, FileNames& names, LoadBudget& budget);
 
-    /// The same for the bytes of a file, which are copied; `name` only goes to `FileName`. Raises the same.
+    /// The same for the bytes of a file, which are copied. `name` goes to `FileName` and is not opened.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});
 
     /// Number of BONE blocks read by all loads of this object together: no load sets it back, so after the
@@ -94,12 +96,12 @@ public:
     /// and adds a material's count before it reads the textures.
     std::int32_t TextureCount = 0;
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     void Begin(std::u16string_view name);
-    bool Finish(bool isLoaded);
+    bool Parse();
     bool ReadHeader();
     void ReadInfo();
     bool ReadChunks();
@@ -110,7 +112,8 @@ private:
     void SkipInfluences();
     void ReadAttachments();
     void ReadSkeleton();
-    void ReadBone(BoneTree<Bone>& tree, const std::shared_ptr<Bone>& bone, std::int32_t level);
+    std::shared_ptr<Bone> MakeBone(BoneTree& tree, BoneLimits& limits, std::int32_t level);
+    void ReadBone(BoneTree& tree, BoneLimits& limits, const std::shared_ptr<Bone>& bone, std::int32_t level);
     void BindBones();
 
     FileCursor mCursor;

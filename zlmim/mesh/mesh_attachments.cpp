@@ -1,20 +1,14 @@
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/text.h"
 #include "zlmim/reader/block.h"
+#include "zlmim/reader/load_budget.h"
 
 namespace ZLMIM
 {
-namespace
-{
-
-/// Bytes of an attachment without a name.
-constexpr std::int32_t kSmallestAttachment = 52;
-
-} // namespace
 
 void Mesh::SkipInfluences()
 {
-    if (const auto block = Block::EnterBeforeEnd(mCursor, "INFL"))
+    if (const auto block = Block::EnterOptional(mCursor, "INFL"))
         block->Leave(mCursor);
 }
 
@@ -22,15 +16,15 @@ void Mesh::ReadAttachments()
 {
     // Replaced even if the file has no such block.
     Attachments = std::make_shared<Collection<Attachment>>();
-    const auto block = Block::EnterBeforeEnd(mCursor, "ATCH");
+    const auto block = Block::EnterOptional(mCursor, "ATCH");
     if (!block)
         return;
 
     AttVersion = mCursor.GetLong();
     const std::int32_t count = mCursor.GetLong();
-    Attachments->Reserve(mCursor.MostThatFit(count, kSmallestAttachment));
     for (std::int32_t i = 0; i < count; ++i)
     {
+        mCursor.Budget().ChargeObjects<Attachment>();
         const auto attachment = std::make_shared<Attachment>();
         attachment->Name = mCursor.GetString();
         MakeLowerCase(attachment->Name);

@@ -1,8 +1,10 @@
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/block.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <cstring>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -12,28 +14,34 @@ namespace
 /// GEOM blocks above this version have one field more.
 constexpr std::int32_t kLastGeometryWithoutExtraField = 200;
 
-/// @throws OverflowError for the one count that has no highest index, which is formed before any element is
-/// read.
-void TestHighestIndex(std::int32_t count) { static_cast<void>(CheckedSubtract(count, 1)); }
-
-template <class Record>
-RecordArray<Record> Copied(Run<Record> run)
+void Copy(UnalignedArray<std::int16_t> stored, RecordArray<std::int32_t>& indices)
 {
-    RecordArray<Record> records;
-    records.AppendBytes(run.bytes, run.count);
-    return records;
-}
-
-RecordArray<std::int32_t> Widened(Run<std::int16_t> run)
-{
-    auto indices = RecordArray<std::int32_t>::Uninitialised(run.count);
-    for (std::size_t i = 0; i < run.count; ++i)
+    indices = RecordArray<std::int32_t>::Uninitialised(stored.count);
+    for (std::size_t i = 0; i < stored.count; ++i)
     {
         std::int16_t index = 0;
-        std::memcpy(&index, run.bytes + i * sizeof(index), sizeof(index));
+        std::memcpy(&index, stored.bytes + i * sizeof(index), sizeof(index));
         indices[i] = index;
     }
-    return indices;
+}
+
+template <class Record>
+void Copy(UnalignedArray<Record> stored, RecordArray<Record>& records)
+{
+    records.AppendBytes(stored.bytes, stored.count);
+}
+
+/// Reads `count` elements, tested as a whole before memory is asked for.
+/// @throws OverflowError for INT32_MIN, whose last index overflows.
+template <class Stored, class Element>
+void ReadArray(FileCursor& cursor, ElementStore<Element>& store, std::int32_t count)
+{
+    static_cast<void>(CheckedSubtract(count, 1));
+    const auto stored = cursor.GetArray<Stored>(count);
+    cursor.Budget().ChargeMemory(static_cast<std::int64_t>(stored.count * sizeof(Element)));
+    RecordArray<Element> elements;
+    Copy(stored, elements);
+    store.Adopt(count, std::move(elements));
 }
 
 } // namespace
@@ -58,13 +66,11 @@ void Mesh::ReadGeometry(Geometry& geometry)
     geometry.MaxInfl = mCursor.GetLong();
     geometry.Bone = mCursor.GetString();
 
-    // Each run is tested as a whole before memory is asked for.
-    TestHighestIndex(vertexCount);
-    geometry.mVertices.Adopt(vertexCount, Copied(mCursor.GetRun<Vertex>(vertexCount)));
-    TestHighestIndex(indexCount);
-    geometry.mIndices.Adopt(indexCount, Widened(mCursor.GetRun<std::int16_t>(indexCount)));
-    geometry.mNormals.Adopt(vertexCount, Copied(mCursor.GetRun<Vector>(vertexCount)));
-    const auto faceNormals = mCursor.GetRun<Vector>(faceNormalCount);
+    ReadArray<Vertex>(mCursor, geometry.mVertices, vertexCount);
+    ReadArray<std::int16_t>(mCursor, geometry.mIndices, indexCount);
+    ReadArray<Vector>(mCursor, geometry.mNormals, vertexCount);
+    const auto faceNormals = mCursor.GetArray<Vector>(faceNormalCount);
+    mCursor.Budget().ChargeMemory(static_cast<std::int64_t>(faceNormals.count * sizeof(Vector)));
     geometry.FaceNormals->AppendBytes(faceNormals.bytes, faceNormals.count);
 
     block->Leave(mCursor);

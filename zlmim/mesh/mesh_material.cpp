@@ -1,6 +1,7 @@
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/block.h"
+#include "zlmim/reader/load_budget.h"
 
 namespace ZLMIM
 {
@@ -9,9 +10,6 @@ namespace
 
 /// MATL blocks above this version have the long form.
 constexpr std::int32_t kLastShortMaterial = 101;
-
-/// Bytes of a texture without a name.
-constexpr std::int32_t kSmallestTexture = 12;
 
 std::u16string StripPath(std::u16string text)
 {
@@ -46,7 +44,6 @@ void Mesh::ReadMaterial(Material& material)
     const std::int32_t count = mCursor.GetLong();
     // Counted first: a load that fails among the textures has counted them all.
     TextureCount = CheckedAdd(TextureCount, count);
-    material.Textures->Reserve(mCursor.MostThatFit(count, kSmallestTexture));
     for (std::int32_t i = 0; i < count; ++i)
         material.Textures->Add(ReadTexture());
 
@@ -55,6 +52,7 @@ void Mesh::ReadMaterial(Material& material)
 
 std::shared_ptr<Texture> Mesh::ReadTexture()
 {
+    mCursor.Budget().ChargeObjects<Texture>();
     auto texture = std::make_shared<Texture>();
     texture->TextureType = static_cast<txtype>(mCursor.GetLong());
     texture->Name = StripPath(mCursor.GetString());

@@ -1,29 +1,40 @@
 #include "zlmim/mesh/bone_finder.h"
+#include "zlmim/mesh/bone_tree.h"
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/block.h"
+#include "zlmim/reader/bone_limits.h"
+#include "zlmim/reader/load_budget.h"
 
 namespace ZLMIM
 {
 
 void Mesh::ReadSkeleton()
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, "SKEL");
+    const auto block = Block::EnterOptional(mCursor, "SKEL");
     if (!block)
         return;
 
-    static_cast<void>(mCursor.GetLong()); // a field without use
-    const auto tree = std::make_shared<BoneTree<Bone>>();
-    // In place before its own block is looked at: a root without one is an empty bone.
-    RootBone = tree->Make(1);
-    ReadBone(*tree, RootBone, 1);
+    static_cast<void>(mCursor.GetLong()); // not used
+    const auto tree = std::make_shared<BoneTree>();
+    BoneLimits limits;
+    // Set before its block is looked at: a root without a block is an empty bone.
+    RootBone = MakeBone(*tree, limits, 1);
+    ReadBone(*tree, limits, RootBone, 1);
 
     block->Leave(mCursor);
 }
 
-void Mesh::ReadBone(BoneTree<Bone>& tree, const std::shared_ptr<Bone>& bone, std::int32_t level)
+std::shared_ptr<Bone> Mesh::MakeBone(BoneTree& tree, BoneLimits& limits, std::int32_t level)
 {
-    const auto block = Block::EnterBeforeEnd(mCursor, "BONE");
+    limits.Count(level);
+    mCursor.Budget().ChargeObjects<Bone, Collection<Bone>>();
+    return tree.Make();
+}
+
+void Mesh::ReadBone(BoneTree& tree, BoneLimits& limits, const std::shared_ptr<Bone>& bone, std::int32_t level)
+{
+    const auto block = Block::EnterOptional(mCursor, "BONE");
     if (!block)
         return;
 
@@ -35,11 +46,11 @@ void Mesh::ReadBone(BoneTree<Bone>& tree, const std::shared_ptr<Bone>& bone, std
     const std::int32_t count = mCursor.GetLong();
     for (std::int32_t i = 0; i < count; ++i)
     {
-        // Linked before its block is looked at: a child without one stays as an empty bone.
-        const auto child = tree.Make(level + 1);
+        // Linked before its block is looked at: a child without a block stays as an empty bone.
+        const auto child = MakeBone(tree, limits, level + 1);
         bone->Children()->Add(child);
         child->SetParent(bone);
-        ReadBone(tree, child, level + 1);
+        ReadBone(tree, limits, child, level + 1);
     }
 
     block->Leave(mCursor);

@@ -1,8 +1,8 @@
 #ifndef ZLMIM_MESH_TEXTURE_H
 #define ZLMIM_MESH_TEXTURE_H
 
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/enumerations.h"
-#include "zlmim/model/facade.h"
 
 #include <string>
 
@@ -22,8 +22,8 @@ public:
     /// Influence over the material as a whole, as stored.
     float Amount = 0;
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 };
 
 } // namespace ZLMIM

@@ -1,8 +1,8 @@
 #ifndef ZLMIM_MODEL_COLLECTION_H
 #define ZLMIM_MODEL_COLLECTION_H
 
+#include "zlmim/model/com_header.h"
 #include "zlmim/model/errors.h"
-#include "zlmim/model/facade.h"
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
 #include "zlmim/model/whole.h"
@@ -128,8 +128,8 @@ public:
         mEntries.AppendBytes(bytes, count);
     }
 
-    /// What a host of the component holds; of no use to others.
-    ZLMIM::Facade Facade;
+    /// For component hosts; of no use to other callers.
+    ZLMIM::ComHeader ComHeader;
 
 private:
     using Storage = std::conditional_t<kHoldsRecords, RecordArray<T>, std::vector<Entry>>;

@@ -2,6 +2,8 @@
 
 #include "zlmim/model/text.h"
 
+#include <new>
+
 namespace ZLMIM
 {
 namespace
@@ -26,6 +28,27 @@ std::string Describe(FileSystemError::Code number)
 }
 
 } // namespace
+
+template <class StandardError>
+const std::u16string& ErrorInFile<StandardError>::File() const noexcept
+{
+    static const std::u16string kNoFile;
+    return mNamed ? mNamed->file : kNoFile;
+}
+
+template <class StandardError>
+void ErrorInFile<StandardError>::SetFile(const std::u16string& file) noexcept
+try
+{
+    if (!mNamed && !file.empty())
+        mNamed = std::make_shared<const Named>(Named{file, ToUtf8(file) + ": " + StandardError::what()});
+}
+catch (const std::bad_alloc&)
+{
+}
+
+template class ErrorInFile<std::out_of_range>;
+template class ErrorInFile<std::overflow_error>;
 
 FileSystemError::FileSystemError(Code number, const std::u16string& path)
     : std::runtime_error(ToUtf8(path) + ": " + Describe(number) + " (" +

@@ -10,33 +10,62 @@
 namespace ZLMIM
 {
 
-/// An index, or a read, outside of what is there, or of what a file may ask for. Ends the `Load` under way;
-/// the object stays as far as it was filled. \ingroup errors
-class BoundsError : public std::out_of_range
+/// A standard error that also names the file that was being read. `what` begins with that name.
+/// \ingroup errors
+template <class StandardError>
+class ErrorInFile : public StandardError
 {
 public:
-    /// `what` is the text, and `position` as below.
-    BoundsError(const std::string& what, std::int64_t position) : std::out_of_range(what), mPosition(position)
+    /// `text` says what went wrong.
+    explicit ErrorInFile(const std::string& text) : StandardError(text) {}
+
+    /// The name of the file, as it was given to `Load`; empty for an error outside of a load.
+    [[nodiscard]] const std::u16string& File() const noexcept;
+    /// Sets the name, unless the error has one: the load that failed first knows best. Without memory for it
+    /// the error stays without a name.
+    void SetFile(const std::u16string& file) noexcept;
+
+    /// The file's name, if there is one, and the text; in UTF-8.
+    [[nodiscard]] const char* what() const noexcept override
     {
+        return mNamed ? mNamed->text.c_str() : StandardError::what();
     }
 
+private:
+    struct Named
+    {
+        std::u16string file;
+        std::string text;
+    };
+    std::shared_ptr<const Named> mNamed; // shared, since copying an error must not throw
+};
+
+extern template class ErrorInFile<std::out_of_range>;
+extern template class ErrorInFile<std::overflow_error>;
+
+/// An index or a read outside of the data, or a limit that was exceeded (see \ref limits). Ends the `Load`
+/// under way; the object keeps what was filled. \ingroup errors
+class BoundsError : public ErrorInFile<std::out_of_range>
+{
+public:
+    /// `text` says what went wrong, `position` as below.
+    BoundsError(const std::string& text, std::int64_t position) : ErrorInFile(text), mPosition(position) {}
+
     /// The first index that lies outside: a byte of the file, from 0, for a read; an element, a slot or an
-    /// entry otherwise, numbered as in its array or list. Where a limit was reached, the number that reached
-    /// it.
+    /// entry otherwise, numbered as in its array or list. For a limit, the limit.
     [[nodiscard]] std::int64_t Position() const noexcept { return mPosition; }
 
 private:
     std::int64_t mPosition;
 };
 
-/// A sum on a read position, or on a total, that leaves the 32-bit signed range. Ends the `Load` under way;
-/// the object stays as far as it was filled.
-/// \ingroup errors
-class OverflowError : public std::overflow_error
+/// A read position or a total that leaves the 32-bit signed range. Ends the `Load` under way; the object
+/// keeps what was filled. \ingroup errors
+class OverflowError : public ErrorInFile<std::overflow_error>
 {
 public:
-    /// `what` is the text, and `sum` as below.
-    OverflowError(const std::string& what, std::int64_t sum) : std::overflow_error(what), mSum(sum) {}
+    /// `text` says what went wrong, `sum` as below.
+    OverflowError(const std::string& text, std::int64_t sum) : ErrorInFile(text), mSum(sum) {}
 
     /// The sum, as it would be without the limit.
     [[nodiscard]] std::int64_t Sum() const noexcept { return mSum; }
@@ -44,6 +73,25 @@ public:
 private:
     std::int64_t mSum;
 };
+
+/// Runs `load`, and adds the name of the file to a `BoundsError` or an `OverflowError` that leaves it.
+/// \ingroup inside
+template <class Load>
+auto NameFileInErrors(const std::u16string& file, const Load& load)
+try
+{
+    return load();
+}
+catch (BoundsError& error)
+{
+    error.SetFile(file);
+    throw;
+}
+catch (OverflowError& error)
+{
+    error.SetFile(file);
+    throw;
+}
 
 /// The file system could not do what it was asked for. Ends the `Load` of a `ZLMModel`, which stays as far as
 /// it was filled; a mesh or an animation that can't be read is no such failure, but an answer of false.

@@ -65,13 +65,12 @@ public:
         return records;
     }
 
-    /// Appends a copy.
+    /// Appends a copy of a record that isn't in this array.
     /// @throws std::bad_alloc
     void push_back(const T& record)
     {
-        const T copy = record; // the record may lie in this very array
         Grow(1);
-        mRecords.get()[mSize++] = copy;
+        mRecords.get()[mSize++] = record;
     }
 
     /// The first record.

@@ -40,6 +40,9 @@ public:
     {
     }
 
+    /// Whether this is the membership of a part.
+    [[nodiscard]] bool IsPart() const noexcept { return !IsSame(mWhole, {}); }
+
     /// An uncounted reference.
     template <class T>
     [[nodiscard]] static std::shared_ptr<T> Uncounted(T& object)
@@ -74,12 +77,13 @@ private:
     [[nodiscard]] bool Includes(const T& object) const
     {
         if constexpr (requires { object.Whole(); })
-            return !IsSame(mWhole, {}) && IsSame(mWhole, object.Whole().mWhole);
+            return IsPart() && IsSame(mWhole, object.Whole().mWhole);
         else
             return mOwner.lock().get() == static_cast<const void*>(&object);
     }
 
-    [[nodiscard]] static bool IsSame(const std::weak_ptr<const void>& a, const std::weak_ptr<const void>& b)
+    [[nodiscard]] static bool IsSame(const std::weak_ptr<const void>& a,
+                                     const std::weak_ptr<const void>& b) noexcept
     {
         return !a.owner_before(b) && !b.owner_before(a);
     }

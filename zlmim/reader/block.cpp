@@ -7,20 +7,17 @@ namespace ZLMIM
 
 std::optional<Block> Block::Enter(FileCursor& cursor, std::string_view tag)
 {
-    if (!cursor.TakesTag(tag))
-    {
-        cursor.Pos -= kTagSize;
+    if (!cursor.MatchTag(tag))
         return std::nullopt;
-    }
-    return EnterBehindTag(cursor);
+    return EnterAfterTag(cursor);
 }
 
-std::optional<Block> Block::EnterBeforeEnd(FileCursor& cursor, std::string_view tag)
+std::optional<Block> Block::EnterOptional(FileCursor& cursor, std::string_view tag)
 {
     return cursor.Pos < cursor.FileSize() ? Enter(cursor, tag) : std::nullopt;
 }
 
-Block Block::EnterBehindTag(FileCursor& cursor)
+Block Block::EnterAfterTag(FileCursor& cursor)
 {
     const std::int32_t sizePos = cursor.Pos;
     const std::int32_t size = cursor.GetLong();

@@ -13,25 +13,26 @@ namespace ZLMIM
 /// The frame that every block of both binary formats has:
 ///
 ///     offset 0  tag, four characters, compared with the one that is expected at that place
-///     offset 4  i32 size, the number of bytes behind the size field
+///     offset 4  i32 size, the number of bytes after the size field
 ///     offset 8  payload
 ///
 /// The size alone decides where the next block lies: a reader takes what it knows from the payload and calls
 /// `Leave`, which skips what it left and pulls it back if it read too far.
 ///
-/// The members read through `cursor`, and raise what its reads raise.
+/// The members read through `cursor`, and throw what its reads throw.
 /// \ingroup inside
 class Block
 {
 public:
-    /// Enters the block with that tag. If another tag stands there, none: `Pos` is on that tag again.
+    /// Enters the block with that tag. Returns `std::nullopt` for another tag, and leaves `Pos` on it.
     [[nodiscard]] static std::optional<Block> Enter(FileCursor& cursor, std::string_view tag);
 
-    /// The same, but also none, with nothing read, at or past the end of the file.
-    [[nodiscard]] static std::optional<Block> EnterBeforeEnd(FileCursor& cursor, std::string_view tag);
+    /// The same for a block that a file may end before: also returns `std::nullopt`, and reads nothing, at or
+    /// past the end of the file.
+    [[nodiscard]] static std::optional<Block> EnterOptional(FileCursor& cursor, std::string_view tag);
 
-    /// Enters a block behind its tag, which the caller has read.
-    [[nodiscard]] static Block EnterBehindTag(FileCursor& cursor);
+    /// Enters a block whose tag the caller has read.
+    [[nodiscard]] static Block EnterAfterTag(FileCursor& cursor);
 
     /// Moves `Pos` to the end of the block, by its size.
     /// @throws OverflowError where that leaves the 32-bit range.
@@ -47,10 +48,6 @@ private:
 /// Size in bytes of the size field.
 /// \ingroup inside
 inline constexpr std::int32_t kSizeFieldSize = 4;
-/// Size in bytes of a tag.
-/// \ingroup inside
-inline constexpr std::int32_t kTagSize = 4;
-
 } // namespace ZLMIM
 
 #endif

@@ -9,10 +9,10 @@ File File::Open(const std::u16string& name, FileNames& names)
 {
     if (auto file = OpenExact(ExactSystemName(name)))
         return *std::move(file);
-    const FoundFile* const found = names.Find(name);
-    if (!found || found->kind != FoundFile::Kind::File)
+    auto found = names.Find(name, FoundFile::Kind::File);
+    if (!found)
         throw FileSystemError(FileSystemError::Code::NoSuchFile, name);
-    if (auto file = OpenExact(found->systemName))
+    if (auto file = OpenExact(std::move(found->systemName)))
         return *std::move(file);
     throw FileSystemError(LastFailure(), name);
 }

@@ -2,57 +2,67 @@
 
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
-#include "zlmim/reader/allowances.h"
 #include "zlmim/reader/file.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <new>
 
 namespace ZLMIM
 {
 
-bool FileCursor::LoadFile(const std::u16string& name, FileNames& names, std::int32_t& fileSize,
-                          EmptyFile emptyFile) noexcept
+bool FileCursor::LoadFile(const std::u16string& name, FileNames& names, LoadBudget& budget,
+                          std::int32_t& fileSize, EmptyFile emptyFile)
 try
 {
+    budget.ChargeWork(LoadCost::FileQuestion);
     File file = File::Open(name, names);
-    if (!AdoptLength(file.Size(), fileSize, emptyFile))
+    if (!MakeData(file.Size(), budget, fileSize, emptyFile))
         return false;
     const std::size_t length = mData.size() - 1;
     mData[length] = 0;
     return file.Read({mData.data(), length}) == length;
 }
+catch (const BoundsError&) // a limit
+{
+    throw;
+}
 catch (const std::exception&)
 {
     return false;
 }
 
-bool FileCursor::LoadBytes(std::span<const std::byte> bytes, std::int32_t& fileSize,
-                           EmptyFile emptyFile) noexcept
+bool FileCursor::LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget, std::int32_t& fileSize,
+                           EmptyFile emptyFile)
 try
 {
-    if (!AdoptLength(static_cast<std::int64_t>(bytes.size()), fileSize, emptyFile))
+    if (!MakeData(static_cast<std::int64_t>(bytes.size()), budget, fileSize, emptyFile))
         return false;
     std::copy_n(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), mData.data());
     mData[bytes.size()] = 0;
     return true;
 }
-catch (const std::exception&)
+catch (const std::bad_alloc&)
 {
     return false;
 }
 
-bool FileCursor::AdoptLength(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile)
+bool FileCursor::MakeData(std::int64_t length, LoadBudget& budget, std::int32_t& fileSize,
+                          EmptyFile emptyFile)
 {
     if (length > kMaxFileSize)
         return false;
     fileSize = static_cast<std::int32_t>(length);
     if (length == 0 && emptyFile == EmptyFile::Refused)
         return false;
+    budget.ChargeWork(length);
+    budget.RequireMemory(length);
     Release();
     mData = RecordArray<unsigned char>::Uninitialised(static_cast<std::size_t>(length) + 1);
     mAllowance = ReadAllowance(length);
+    mBudget = &budget;
     return true;
 }
 
@@ -63,17 +73,20 @@ std::u16string FileCursor::GetTag(std::int32_t n)
     const std::int32_t last = CheckedSubtract(CheckedAdd(Pos, n), 1);
     std::u16string tag;
     if (last >= Pos)
-        tag = FromAnsi({reinterpret_cast<const char*>(Test(n)), static_cast<std::size_t>(n)});
+        tag = FromAnsi({reinterpret_cast<const char*>(Take(n)), static_cast<std::size_t>(n)});
     Pos = last + 1;
     return tag;
 }
 
-bool FileCursor::TakesTag(std::string_view tag)
+bool FileCursor::MatchTag(std::string_view tag)
 {
-    const std::int32_t next = CheckedAdd(Pos, static_cast<std::int32_t>(tag.size()));
-    const unsigned char* const bytes = Test(next - Pos);
+    const auto size = static_cast<std::int32_t>(tag.size());
+    const std::int32_t next = CheckedAdd(Pos, size);
+    if (std::memcmp(Test(size), tag.data(), tag.size()) != 0)
+        return false;
+    static_cast<void>(Take(size));
     Pos = next;
-    return std::memcmp(bytes, tag.data(), tag.size()) == 0;
+    return true;
 }
 
 std::u16string FileCursor::GetString()
@@ -85,11 +98,12 @@ std::u16string FileCursor::GetString()
     {
         const std::int64_t there = std::min<std::int64_t>(length, std::int64_t{FileSize()} + 1 - Pos);
         if (there <= 0)
-            RaiseBounds(length);
+            ThrowBounds(length);
         const unsigned char* const bytes = mData.data() + Pos;
         const void* const zero = std::memchr(bytes, 0, static_cast<std::size_t>(there));
         const std::int64_t size = zero ? static_cast<const unsigned char*>(zero) - bytes : there;
-        text = FromAnsi({reinterpret_cast<const char*>(Test(size)), static_cast<std::size_t>(size)});
+        mBudget->ChargeMemory(size * static_cast<std::int64_t>(sizeof(char16_t)));
+        text = FromAnsi({reinterpret_cast<const char*>(Take(size)), static_cast<std::size_t>(size)});
     }
     Pos = last + 1;
     return text;
@@ -101,21 +115,15 @@ bool FileCursor::CanRead(std::int64_t count, std::int64_t size) const noexcept
            count <= mAllowance / size;
 }
 
-std::size_t FileCursor::MostThatFit(std::int32_t count, std::int32_t size) const noexcept
-{
-    const std::int64_t left = Pos < 0 ? 0 : std::int64_t{FileSize()} + 1 - Pos;
-    return static_cast<std::size_t>(std::clamp<std::int64_t>(left / size, 0, std::max(count, 0)));
-}
-
-const unsigned char* FileCursor::TakeRun(std::int32_t count, std::size_t size)
+const unsigned char* FileCursor::TakeArray(std::int32_t count, std::size_t size)
 {
     const auto total = static_cast<std::int64_t>(count) * static_cast<std::int64_t>(size);
-    const unsigned char* const bytes = Test(total);
+    const unsigned char* const bytes = Take(total);
     Pos = static_cast<std::int32_t>(Pos + total);
     return bytes;
 }
 
-void FileCursor::RaiseBounds(std::int64_t size) const
+void FileCursor::ThrowBounds(std::int64_t size) const
 {
     const std::string read = std::to_string(size) + " bytes at " + std::to_string(Pos);
     if (Pos < 0 || Pos > FileSize() || size > std::int64_t{FileSize()} + 1 - Pos)

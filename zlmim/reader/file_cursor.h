@@ -15,6 +15,7 @@ namespace ZLMIM
 {
 
 class FileNames;
+class LoadBudget;
 
 /// What to make of a file without any byte.
 /// \ingroup inside
@@ -24,13 +25,12 @@ enum class EmptyFile : bool
     Accepted, ///< It is loaded, and its first read raises.
 };
 
-/// The bytes of a run of equal elements, as they lie in the file: without alignment, valid until the cursor's
-/// data goes.
+/// Consecutive elements as they lie in the file: without alignment, valid until the cursor's data goes.
 /// \ingroup inside
 template <class T>
-struct Run
+struct UnalignedArray
 {
-    /// The first byte of the first element; null where there are none.
+    /// The first byte of the first element; null for an empty array.
     const unsigned char* bytes = nullptr;
     /// Number of elements.
     std::size_t count = 0;
@@ -39,9 +39,9 @@ struct Run
 /// A whole file in memory and a read position in it. Knows bytes, numbers, records and text, but no blocks.
 ///
 /// L being the file's length, `Data` has the indices 0 to L: the file's bytes, and one more of value 0 at
-/// index L, which may be read like the others. A read that would leave these indices raises `BoundsError`, as
-/// does one that would pass the `ReadAllowance` of the file; a sum on `Pos` that leaves the 32-bit range
-/// raises `OverflowError`. A read that raises leaves `Pos` where it was (`GetString`: or on its text).
+/// index L, which may be read like the others. A read outside of these indices throws `BoundsError`, as
+/// does one that exceeds the `ReadAllowance` of the file; a sum on `Pos` that leaves the 32-bit range throws
+/// `OverflowError`. A read that throws leaves `Pos` where it was (`GetString`: or on its text).
 /// \ingroup inside
 class FileCursor
 {
@@ -49,15 +49,18 @@ public:
     /// Index of the next byte to read. May be set to anything; only a read tests it.
     std::int32_t Pos = 0;
 
-    /// Brings the file into `Data`, and its length into `fileSize`; `Pos` stays. False if the file is
-    /// missing, unreadable, no regular file, too long or, where that is asked, empty, or if there is no
-    /// memory for it. Raises nothing. `fileSize` changes only if the length was reached, and can be held.
-    [[nodiscard]] bool LoadFile(const std::u16string& name, FileNames& names, std::int32_t& fileSize,
-                                EmptyFile emptyFile) noexcept;
+    /// Reads the file into `Data`, and its length into `fileSize`; `Pos` stays. Returns false if the file is
+    /// missing, unreadable, no regular file, too long, empty where `emptyFile` refuses that, or if there is
+    /// no memory for it. `fileSize` changes only if the length was reached, and fits.
+    ///
+    /// `budget` is charged for the file and for what its readers make of it: it must outlive the load.
+    /// @throws BoundsError where a limit is exceeded, and nothing else.
+    [[nodiscard]] bool LoadFile(const std::u16string& name, FileNames& names, LoadBudget& budget,
+                                std::int32_t& fileSize, EmptyFile emptyFile);
 
-    /// As `LoadFile` does for a file with these bytes, which are copied.
-    [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::int32_t& fileSize,
-                                 EmptyFile emptyFile) noexcept;
+    /// The same for a file with these bytes, which are copied.
+    [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget, std::int32_t& fileSize,
+                                 EmptyFile emptyFile);
 
     /// Frees the file's bytes: there is no `Data` until the next load.
     void Release() noexcept;
@@ -76,9 +79,10 @@ public:
 
     /// `n` characters, zeroes included.
     [[nodiscard]] std::u16string GetTag(std::int32_t n);
-    /// Takes as many bytes as `tag` has, and answers whether they are this tag, which is ASCII: what
-    /// comparing with the answer of `GetTag` tells, without a text.
-    [[nodiscard]] bool TakesTag(std::string_view tag);
+    /// Reads `tag.size()` bytes; true if they equal `tag`. Otherwise `Pos` stays on them, for the next
+    /// reader.
+    /// @throws BoundsError, OverflowError as `GetTag`.
+    [[nodiscard]] bool MatchTag(std::string_view tag);
     /// An i32 length, and text of at most that many bytes: it ends at the first 0. `Pos` moves by the stored
     /// length wherever the text ended, so a negative one moves it back.
     [[nodiscard]] std::u16string GetString();
@@ -99,45 +103,52 @@ public:
     /// 48 bytes.
     [[nodiscard]] Matrix GetMatrix() { return GetFixed<Matrix>(); }
 
-    /// `count` elements of one kind at once, none if `count` is negative: all that as many single reads would
-    /// do, in one test.
+    /// Reads `count` elements at once, as that many single reads would; an empty array if `count` is
+    /// negative.
     template <class T>
-    [[nodiscard]] Run<T> GetRun(std::int32_t count)
+    [[nodiscard]] UnalignedArray<T> GetArray(std::int32_t count)
     {
         if (count <= 0)
             return {};
-        return {TakeRun(count, sizeof(T)), static_cast<std::size_t>(count)};
+        return {TakeArray(count, sizeof(T)), static_cast<std::size_t>(count)};
     }
 
-    /// Whether a run of `count` elements of `size` bytes can be read here.
+    /// Whether an array of `count` elements of `size` bytes can be read here.
     [[nodiscard]] bool CanRead(std::int64_t count, std::int64_t size) const noexcept;
 
-    /// How many of `count` elements of at least `size` bytes can follow: what a list may make room for.
-    [[nodiscard]] std::size_t MostThatFit(std::int32_t count, std::int32_t size) const noexcept;
+    /// What is left of the load's limits, while it lasts.
+    [[nodiscard]] LoadBudget& Budget() const noexcept { return *mBudget; }
 
 private:
-    bool AdoptLength(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile);
-    /// The one test of all reads: tests `size` bytes at `Pos`, and counts them as read.
-    const unsigned char* Test(std::int64_t size)
+    bool MakeData(std::int64_t length, LoadBudget& budget, std::int32_t& fileSize, EmptyFile emptyFile);
+    /// The one test of all reads: tests `size` bytes at `Pos`.
+    const unsigned char* Test(std::int64_t size) const
     {
         if (Pos < 0 || Pos > FileSize() || size > std::int64_t{FileSize()} + 1 - Pos || size > mAllowance)
-            RaiseBounds(size);
-        mAllowance -= size;
+            ThrowBounds(size);
         return mData.data() + Pos;
     }
-    const unsigned char* TakeRun(std::int32_t count, std::size_t size);
-    [[noreturn]] void RaiseBounds(std::int64_t size) const;
+    /// The same, and counts the bytes as read.
+    const unsigned char* Take(std::int64_t size)
+    {
+        const unsigned char* const bytes = Test(size);
+        mAllowance -= size;
+        return bytes;
+    }
+    const unsigned char* TakeArray(std::int32_t count, std::size_t size);
+    [[noreturn]] void ThrowBounds(std::int64_t size) const;
 
     template <class T>
     T GetFixed()
     {
         T value;
-        std::memcpy(&value, Test(sizeof(T)), sizeof(T));
+        std::memcpy(&value, Take(sizeof(T)), sizeof(T));
         Pos += static_cast<std::int32_t>(sizeof(T)); // at most L + 1, which an i32 holds
         return value;
     }
 
     RecordArray<unsigned char> mData;
+    LoadBudget* mBudget = nullptr;
     std::int64_t mAllowance = 0;
 };
 

@@ -1,32 +1,13 @@
 #include "zlmim/reader/file_names.h"
 
 #include "zlmim/model/text.h"
+#include "zlmim/reader/load_limits.h"
 
 #include <algorithm>
 #include <tuple>
 
 namespace ZLMIM
 {
-namespace
-{
-
-/// Bytes that the remembered folders may take, about, before all are forgotten.
-constexpr std::size_t kMaxRemembered = std::size_t{64} * 1'048'576;
-
-} // namespace
-
-const FoundFile* FileNames::Find(std::u16string_view name)
-{
-    mFound.reset();
-    mName = name;
-    mFound = LookUp(name);
-    return mFound ? &*mFound : nullptr;
-}
-
-const FoundFile* FileNames::FindAgain(std::u16string_view name)
-{
-    return mFound && name == mName ? &*mFound : Find(name);
-}
 
 std::span<const FolderEntry> FileNames::List(SystemName systemFolder)
 {
@@ -48,12 +29,11 @@ void FileNames::Forget()
     mListings.clear();
     mFolders.clear();
     mRemembered = 0;
-    mFound.reset();
 }
 
 void FileNames::Remember(std::size_t size)
 {
-    if (mRemembered + size > kMaxRemembered)
+    if (mRemembered + size > kMaxRememberedListings)
         Forget();
     mRemembered += size;
 }

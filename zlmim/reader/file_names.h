@@ -46,8 +46,10 @@ struct FolderEntry
     SystemName systemName;
     /// Whether it is a folder, or a link to one.
     bool isFolder = false;
-    /// Whether `lowerName` reads the name as Windows-1252, beside another entry that reads it as UTF-8.
+    /// Second entry for a non-ASCII name, decoded as Windows-1252.
     bool isOtherReading = false;
+    /// Whether the name's text leads back to it: it is UTF-8, and has no backslash.
+    bool isText = true;
 };
 
 /// What names in the object model's form (UTF-16, backslashes) are called by this system. The one place where
@@ -72,15 +74,14 @@ public:
     FileNames& operator=(const FileNames&) = delete;
     ~FileNames() = default;
 
-    /// What stands under `name`; nullptr if nothing does. Valid until the next call of any member.
-    [[nodiscard]] const FoundFile* Find(std::u16string_view name);
+    /// What `name` leads to, if it is of that kind: what is of another kind is passed over like another name.
+    /// @throws FileSystemError 57 if the system is out of file descriptors or memory.
+    [[nodiscard]] std::optional<FoundFile> Find(std::u16string_view name, FoundFile::Kind kind);
 
-    /// As `Find` does, for who has just asked: what was found may be as old as the last `Find`.
-    [[nodiscard]] const FoundFile* FindAgain(std::u16string_view name);
-
-    /// The entries of a folder, by its name in the system's form with a separator behind it (empty for the
-    /// working folder): sorted by name in lower case, then by the system's name; none if it can't be listed.
+    /// The entries of a folder, by its name in the system's form with a separator at its end (empty for the
+    /// working folder): sorted by name in lower case, then by the system's name; empty if it can't be listed.
     /// Valid until the next call of any member.
+    /// @throws FileSystemError 57 if the system is out of file descriptors or memory.
     [[nodiscard]] std::span<const FolderEntry> List(SystemName systemFolder);
 
     /// Forgets all folders, which are listed anew when they are needed.
@@ -91,7 +92,6 @@ private:
     void Remember(std::size_t size);
     /// In any order.
     [[nodiscard]] static std::optional<std::vector<FolderEntry>> ReadListing(const SystemName& folder);
-    [[nodiscard]] std::optional<FoundFile> LookUp(std::u16string_view name);
     // Only where the system doesn't ignore letter case by itself.
     [[nodiscard]] std::vector<SystemName> Matching(const SystemName& folder, std::u16string_view part);
     [[nodiscard]] std::vector<SystemName> Folders(const std::u16string& name);
@@ -99,9 +99,6 @@ private:
     std::unordered_map<SystemName, std::vector<FolderEntry>> mListings;
     std::unordered_map<std::u16string, std::vector<SystemName>> mFolders;
     std::size_t mRemembered = 0;
-    /// The last name asked for, and what was found.
-    std::u16string mName;
-    std::optional<FoundFile> mFound;
 };
 
 } // namespace ZLMIM

@@ -1,10 +1,13 @@
 #include "zlmim/reader/file_names.h"
 
+#include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <dirent.h>
+#include <filesystem>
 #include <memory>
 #include <set>
 #include <sys/stat.h>
@@ -17,11 +20,22 @@ namespace
 /// Parts that a name may have to be found in another letter case.
 constexpr std::ptrdiff_t kMaxParts = 64;
 
+/// @throws FileSystemError if the last call failed for want of descriptors or memory: nobody can say then
+/// what there is under that name.
+void TestResources(const std::string& systemName)
+{
+    if (errno == EMFILE || errno == ENFILE || errno == ENOMEM)
+        throw FileSystemError(FileSystemError::Code::ReadError, FromSystemPath(systemName));
+}
+
 std::optional<FoundFile> Look(std::string systemName)
 {
     struct stat status;
     if (::stat(systemName.c_str(), &status) != 0)
+    {
+        TestResources(systemName);
         return std::nullopt;
+    }
     const auto kind = S_ISREG(status.st_mode)   ? FoundFile::Kind::File
                       : S_ISDIR(status.st_mode) ? FoundFile::Kind::Folder
                                                 : FoundFile::Kind::Other;
@@ -43,6 +57,21 @@ std::u16string WithSlashes(std::u16string_view name)
     return slashed;
 }
 
+/// The absolute form of `path`. Links keep their names, but the system decides where `..` leads: to the
+/// folder above the one that a link leads to.
+std::filesystem::path Absolute(const std::filesystem::path& path)
+{
+    std::filesystem::path absolute;
+    for (const auto& part : std::filesystem::absolute(path))
+    {
+        if (part == "..")
+            absolute = std::filesystem::canonical(absolute).parent_path();
+        else if (part != "." && !part.empty())
+            absolute /= part;
+    }
+    return absolute;
+}
+
 } // namespace
 
 SystemName ExactSystemName(std::u16string_view name)
@@ -58,7 +87,10 @@ std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName&
     const auto close = [](DIR* listing) { ::closedir(listing); };
     const std::unique_ptr<DIR, decltype(close)> listing(::opendir(folder.empty() ? "." : folder.c_str()));
     if (!listing)
+    {
+        TestResources(folder);
         return std::nullopt;
+    }
     std::vector<FolderEntry> entries;
     while (const dirent* const entry = ::readdir(listing.get()))
     {
@@ -66,22 +98,25 @@ std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName&
         if (name == "." || name == "..")
             continue;
         const bool isFolder = IsFolder(*entry, folder);
-        std::u16string lowerName = FromSystemName(name);
-        MakeLowerCase(lowerName);
-        // Of a name in ASCII, and of one that isn't UTF-8, there is no other reading.
-        if (lowerName.size() != name.size())
-            entries.push_back({LowerCase(FromWindows1252(name)), std::string(name), isFolder, true});
-        entries.push_back({std::move(lowerName), std::string(name), isFolder, false});
+        auto utf8 = FromUtf8(name);
+        const bool isText = utf8 && name.find('\\') == std::string_view::npos;
+        if (!utf8 || utf8->size() != name.size())
+            entries.push_back(
+                {LowerCase(FromWindows1252(name)), std::string(name), isFolder, utf8.has_value(), isText});
+        if (!utf8)
+            continue;
+        MakeLowerCase(*utf8);
+        entries.push_back({*std::move(utf8), std::string(name), isFolder, false, isText});
     }
     return entries;
 }
 
-std::optional<FoundFile> FileNames::LookUp(std::u16string_view name)
+std::optional<FoundFile> FileNames::Find(std::u16string_view name, FoundFile::Kind kind)
 {
     std::string exact = ExactSystemName(name);
     if (exact.empty())
         return std::nullopt;
-    if (auto found = Look(std::move(exact)))
+    if (auto found = Look(std::move(exact)); found && found->kind == kind)
         return found;
     const std::u16string slashed = WithSlashes(name);
     if (std::count(slashed.begin(), slashed.end(), u'/') >= kMaxParts)
@@ -91,12 +126,27 @@ std::optional<FoundFile> FileNames::LookUp(std::u16string_view name)
     {
         for (const std::string& entry : Matching(folder, std::u16string_view(slashed).substr(leaf)))
         {
-            if (auto found = Look(folder + entry))
+            if (auto found = Look(folder + entry); found && found->kind == kind)
                 return found;
         }
     }
     return std::nullopt;
 }
+
+std::optional<SystemName> AbsoluteFolder(const SystemName& folder)
+try
+{
+    std::string absolute = Absolute(folder).string();
+    if (absolute == "/")
+        absolute.clear();
+    return absolute;
+}
+catch (const std::filesystem::filesystem_error&)
+{
+    return std::nullopt;
+}
+
+bool IsRoot(SystemNameView absoluteFolder) { return absoluteFolder.empty(); }
 
 /// The entries of a folder that `part` may mean, in their order; for no part, the folder itself.
 std::vector<std::string> FileNames::Matching(const std::string& folder, std::u16string_view part)

@@ -1,10 +1,12 @@
 #include "zlmim/reader/file_names.h"
 
+#include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 #include "zlmim/reader/windows_name.h"
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 #include <windows.h>
 
 namespace ZLMIM
@@ -21,6 +23,22 @@ FoundFile::Kind KindOf(HANDLE handle, DWORD attributes)
     return isRegular ? FoundFile::Kind::File : FoundFile::Kind::Other;
 }
 
+/// @throws FileSystemError if the last call failed for want of handles or memory: nobody can say then what
+/// there is under that name.
+void TestResources(const SystemName& systemName)
+{
+    switch (::GetLastError())
+    {
+    case ERROR_TOO_MANY_OPEN_FILES:
+    case ERROR_NOT_ENOUGH_MEMORY:
+    case ERROR_OUTOFMEMORY:
+    case ERROR_NO_SYSTEM_RESOURCES:
+        throw FileSystemError(FileSystemError::Code::ReadError, systemName);
+    default:
+        break;
+    }
+}
+
 std::optional<FoundFile> Look(SystemName systemName)
 {
     const std::wstring name = CallName(systemName);
@@ -31,7 +49,10 @@ std::optional<FoundFile> Look(SystemName systemName)
         name.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | SECURITY_SQOS_PRESENT | SECURITY_ANONYMOUS, nullptr);
     if (opened == INVALID_HANDLE_VALUE)
+    {
+        TestResources(systemName);
         return std::nullopt;
+    }
     const auto close = [](HANDLE handle) { ::CloseHandle(handle); };
     const std::unique_ptr<void, decltype(close)> handle(opened);
     BY_HANDLE_FILE_INFORMATION status;
@@ -50,6 +71,17 @@ std::u16string Text(const wchar_t* name)
     return {wide.begin(), wide.end()};
 }
 
+/// A path's last name as it is spelt on disk; `name` itself if its folder doesn't list it.
+std::u16string Spelt(const std::u16string& path, std::u16string_view name)
+{
+    WIN32_FIND_DATAW entry;
+    const HANDLE found = ::FindFirstFileW(CallName(path).c_str(), &entry);
+    if (found == INVALID_HANDLE_VALUE)
+        return std::u16string(name);
+    ::FindClose(found);
+    return Text(entry.cFileName);
+}
+
 } // namespace
 
 std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName& folder)
@@ -60,7 +92,10 @@ std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName&
     const HANDLE first = ::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch,
                                             nullptr, FIND_FIRST_EX_LARGE_FETCH);
     if (first == INVALID_HANDLE_VALUE)
+    {
+        TestResources(folder);
         return std::nullopt;
+    }
     const auto close = [](HANDLE listing) { ::FindClose(listing); };
     const std::unique_ptr<void, decltype(close)> listing(first);
     do
@@ -76,7 +111,30 @@ std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName&
 
 SystemName ExactSystemName(std::u16string_view name) { return ToSystemName(name); }
 
-std::optional<FoundFile> FileNames::LookUp(std::u16string_view name) { return Look(ToSystemName(name)); }
+std::optional<FoundFile> FileNames::Find(std::u16string_view name, FoundFile::Kind kind)
+{
+    auto found = Look(ToSystemName(name));
+    return found && found->kind == kind ? std::move(found) : std::nullopt;
+}
+
+std::optional<SystemName> AbsoluteFolder(const SystemName& folder)
+{
+    const std::u16string absolute = AbsoluteName(folder);
+    if (absolute.empty())
+        return std::nullopt;
+    const std::size_t root = RootLength(absolute);
+    SystemName path = absolute.substr(0, root);
+    for (std::size_t next = root + 1; next < absolute.size();)
+    {
+        const std::size_t end = std::min(absolute.find(u'\\', next), absolute.size());
+        const auto name = std::u16string_view(absolute).substr(next, end - next);
+        path += u'\\' + Spelt(absolute.substr(0, end), name);
+        next = end + 1;
+    }
+    return path;
+}
+
+bool IsRoot(SystemNameView absoluteFolder) { return RootLength(absoluteFolder) == absoluteFolder.size(); }
 
 SystemName ToSystemName(std::u16string_view name)
 {

@@ -1,6 +1,7 @@
 #ifndef ZLMIM_READER_SYSTEM_NAME_H
 #define ZLMIM_READER_SYSTEM_NAME_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,12 @@ using SystemNameView = std::basic_string_view<SystemName::value_type>;
 
 /// Whether a name in the object model's form doesn't count from a folder.
 [[nodiscard]] bool IsAbsoluteName(std::u16string_view name);
+/// The absolute path of an existing folder, its names spelt as on disk, without a separator at its end: a
+/// root's is empty, or `C:` or `\\server\share` on Windows. `std::nullopt` if the folder can't be found.
+[[nodiscard]] std::optional<SystemName> AbsoluteFolder(const SystemName& folder);
+
+/// Whether an absolute path is a root's.
+[[nodiscard]] bool IsRoot(SystemNameView absoluteFolder);
 
 /// The text of a path that the system gave, with backslashes.
 [[nodiscard]] std::u16string FromSystemPath(SystemNameView systemPath);

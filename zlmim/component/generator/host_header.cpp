@@ -1,6 +1,4 @@
 #include "zlmim/component/generator/generate.h"
-#include "zlmim/component/generator/names.h"
-#include "zlmim/component/guid_text.h"
 
 #include <string_view>
 
@@ -10,8 +8,7 @@ namespace
 {
 
 constexpr const char* kHead =
-    R"(// Made by zlmim_component_files from the tables of the classes: change those.
-// clang-format off
+    R"(// clang-format off
 #ifndef ZLMIM_COMPONENT_HOST_H
 #define ZLMIM_COMPONENT_HOST_H
 
@@ -22,23 +19,30 @@ constexpr const char* kHead =
 #include "zlmim/model/records.h"
 
 /// For hosts of the component: the interfaces of its classes, their identifiers, records and enumerations, and
-/// holders for texts, variants and counted references. A host needs no library for them: it loads the module
-/// and asks it for `DllGetClassObject`.
+/// holders for texts, variants and counted references. A host links no library: it loads the module and gets
+/// `DllGetClassObject` from it.
 ///
-/// An interface has the members of the class that bears its name: they hold the same, in the same units, and
-/// change in the same way. Every member answers a status, `S_OK` where all went well; its result travels as the
-/// last argument and belongs to the host. Lists are numbered from 1, what `Geometry` and `BoneAnim` hold by
-/// index from 0. What the classes raise comes as a status:
+/// An interface has the members of the class of the same name, with the same meaning and units. Every member returns
+/// a status, `S_OK` on success. A member's result is its last argument, and the host owns it. Lists count from 1, the
+/// elements of `Geometry` and `BoneAnim` from 0. Exceptions of the classes become a status:
 ///
-/// | Raised | Status |
+/// | Exception | Status |
 /// |---|---|
 /// | `BoundsError` | `DISP_E_BADINDEX` |
 /// | `OverflowError` | `DISP_E_OVERFLOW` |
 /// | `FileSystemError` | 0x800A0000 + its number |
 /// | `std::bad_alloc` | `E_OUTOFMEMORY` |
-/// | `std::invalid_argument`, and an object of another class or another module | `E_INVALIDARG` |
-/// | a null place for a result | `E_POINTER` |
-/// | all else | `E_FAIL` |
+/// | `std::invalid_argument`, also for an object of another class or another module | `E_INVALIDARG` |
+/// | a null pointer for an argument or result | `E_POINTER` |
+/// | any other | `E_FAIL` |
+///
+/// Every failure of a member has a text: `TakeError` gets it after a call by slot, `EXCEPINFO` has it after a call
+/// by name. There the status is 0x800A0000 + the number that scripts know, if it has one: 5 for `E_INVALIDARG`, 6 for
+/// `DISP_E_OVERFLOW`, 7 for `E_OUTOFMEMORY`, 9 for `DISP_E_BADINDEX`, 13 for `DISP_E_TYPEMISMATCH`.
+///
+/// Objects refer to one another by counted references, so a host that links them in a ring must break the ring.
+/// `MeshEntry.Load` makes one: the model's `MeshTable` holds the entry, and the entry's `Parent` holds the model.
+/// `entry->putref_Parent(nullptr)` breaks it.
 namespace ZLMIM::Host
 {
 
@@ -56,17 +60,27 @@ inline constexpr GUID kInterfaceId{};
 template <class I>
 inline constexpr GUID kClassId{};
 
-/// What the module exports under the name "DllGetClassObject".
+/// The module's exported function "DllGetClassObject".
 using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID classId, REFIID iid, void** object);
 
-/// A new object of the class whose interface is `I`, which the host owns a reference to. Answers what the
-/// module or its class factory answers.
+/// Creates an object of the class whose interface is `I`. Returns the status of the module or its class factory.
 template <class I>
 [[nodiscard]] HRESULT Create(GetClassObject getClassObject, Pointer<I>& object)
 {
     Pointer<IClassFactory> factory;
     const HRESULT status = getClassObject(kClassId<I>, Component::kIClassFactory, factory.OutAny());
     return FAILED(status) ? status : factory->CreateInstance(nullptr, kInterfaceId<I>, object.OutAny());
+}
+
+/// Gets the text of the thread's last failed call by slot, and clears it. `S_FALSE` if there is none. The error's
+/// source is the class's ProgID.
+[[nodiscard]] inline HRESULT TakeError([[maybe_unused]] GetClassObject getClassObject, Pointer<IErrorInfo>& error)
+{
+#ifdef _WIN32
+    return ::GetErrorInfo(0, error.Out());
+#else
+    return getClassObject(Component::kIErrorInfo, Component::kIErrorInfo, error.OutAny());
+#endif
 }
 
 )";
@@ -80,10 +94,9 @@ template <class I>
         type = "LONG";
     else if (type == "IUnknown")
         type = "IUnknown*";
-    return parameter.how == How::In ? type : type + "*";
+    return parameter.passing == Passing::In ? type : type + "*";
 }
 
-/// Comments say how an argument by reference is used where its type doesn't.
 [[nodiscard]] std::string ArgumentsOf(const Member& member)
 {
     std::string text;
@@ -108,24 +121,23 @@ template <class I>
     return std::string(prefix) + member.name;
 }
 
-/// The class of the model whose members an interface has.
+/// The class of the model that an interface belongs to.
 [[nodiscard]] std::string ModelClass(const ClassInfo& info)
 {
     const std::string name = info.name;
     return "ZLMIM::" + (name == "anim" ? "Anim" : name);
 }
 
-/// What a member does is told once, at the class of the model; but lists of the model have no keys to refuse.
+/// Members are documented in the model's classes, except for what only lists of the component have.
 [[nodiscard]] std::string CommentOf(const ClassInfo& info, const Member& member)
 {
     const std::string name = member.name;
     if (member.kind == DISPATCH_PROPERTYPUT || member.kind == DISPATCH_PROPERTYPUTREF)
-        return "Writes what `get_" + name + "` gives.";
+        return "Sets what `get_" + name + "` returns.";
     if (!info.create && name == "Add")
-        return "Appends a copy of `Item`, or a reference to it, which must be what the list holds. The rest "
-               "must be left out.";
+        return "Appends `Item`, which must be of the type that the list holds. Omit the other arguments.";
     if (!info.create && name == "_NewEnum")
-        return "A new `IEnumVARIANT` over the entries, in their order.";
+        return "Returns a new `IEnumVARIANT` over the entries, in their order.";
     return "\\copydoc " + ModelClass(info) + "::" + name;
 }
 
@@ -133,26 +145,25 @@ template <class I>
 
 std::string GenerateHostHeader()
 {
-    std::string text = kHead;
+    std::string text = std::string("// ") + kGenerated + "\n" + kHead;
     const auto interfaces = Interfaces();
     for (const ClassInfo* const info : interfaces)
         text += std::string("struct ") + info->Interface().name + ";\n";
     for (const ClassInfo* const info : interfaces)
     {
-        text += "\n/// A `" + ModelClass(*info) + "` as hosts hold it.\n";
+        text += "\n/// Interface of `" + ModelClass(*info) + "`.\n";
         text += std::string("struct ") + info->Interface().name + " : IDispatch\n{\n";
         for (const Member& member : info->members)
         {
-            text += "    /// " + CommentOf(*info, member) + "\n";
             text += "    virtual HRESULT STDMETHODCALLTYPE " + NameOf(member) + "(" + ArgumentsOf(member) +
-                    ") = 0;\n";
+                    ") = 0; ///< " + CommentOf(*info, member) + "\n";
         }
         text += "};\n";
     }
     text += "\n/// @}\n/// \\cond IDENTIFIERS\n";
     const auto putId = [&](const char* variable, const ClassInfo& info, const GUID& guid)
     {
-        text += std::string("template <>\ninline constexpr GUID ") + variable + "<" + info.Interface().name +
+        text += std::string("template <> inline constexpr GUID ") + variable + "<" + info.Interface().name +
                 "> = Component::ParseGuid(\"" + ToString(guid) + "\");\n";
     };
     for (const ClassInfo* const info : interfaces)

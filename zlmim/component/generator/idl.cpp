@@ -1,17 +1,15 @@
 #include "zlmim/component/generator/generate.h"
-#include "zlmim/component/generator/names.h"
-#include "zlmim/component/guid_text.h"
+#include "zlmim/component/types.h"
 
 namespace ZLMIM::Component
 {
 namespace
 {
 
-/// The few names of the system that the library needs: the compiler of type libraries knows them by name. The
-/// numbers of methods of the two interfaces decide the slots of all others.
+/// Declares the system's names that the library needs, which the type-library compiler knows. The two
+/// interfaces need all their methods, whose number determines the slots of other interfaces.
 constexpr const char* kHead =
-    R"(/* Made by zlmim_component_files from the tables of the classes: change those. */
-typedef long HRESULT;
+    R"(typedef long HRESULT;
 typedef short VARIANT_BOOL;
 typedef wchar_t *BSTR;
 typedef struct tagVARIANT VARIANT;
@@ -48,6 +46,11 @@ interface IDispatch : IUnknown
     return help ? ", helpstring(" + Quoted(help) + ")" : std::string();
 }
 
+[[nodiscard]] std::string Version(const InterfaceId& id)
+{
+    return "version(1." + std::to_string(id.minorVersion) + ")";
+}
+
 [[nodiscard]] std::string Uuid(const GUID& guid) { return "uuid(" + ToString(guid) + ")"; }
 
 [[nodiscard]] std::string ParameterText(const Parameter& parameter, const std::string& attributes)
@@ -57,7 +60,7 @@ interface IDispatch : IUnknown
         type = "_" + type + "*";
     else if (type == "IUnknown")
         type += "*";
-    if (parameter.how != How::In)
+    if (parameter.passing != Passing::In)
         type += "*";
     return "[" + attributes + "] " + type + " " + parameter.name;
 }
@@ -71,12 +74,12 @@ interface IDispatch : IUnknown
         text += ", propput";
     else if (member.kind == DISPATCH_PROPERTYPUTREF)
         text += ", propputref";
-    text += Help(member.help) + "]\n    HRESULT " + member.name + "(";
+    text += Help(member.help) + "] HRESULT " + member.name + "(";
     const char* separator = "";
     std::size_t left = member.count;
     for (const Parameter& parameter : member.Parameters())
     {
-        const std::string direction = parameter.how == How::InOut ? "in, out" : "in";
+        const std::string direction = parameter.passing == Passing::InOut ? "in, out" : "in";
         text += separator +
                 ParameterText(parameter, direction + (left-- <= member.optionalCount ? ", optional" : ""));
         separator = ", ";
@@ -88,33 +91,33 @@ interface IDispatch : IUnknown
 
 [[nodiscard]] std::string EnumerationText(const EnumerationType& type)
 {
-    std::string text = "typedef [" + Uuid(type.guid) + Help(type.help) + "] enum " + type.name + "\n{\n";
+    std::string text = "typedef [" + Uuid(type.guid) + Help(type.help) + "] enum " + type.name + "\n{\n   ";
     for (const Enumerator& enumerator : type.enumerators)
-        text += std::string("    ") + enumerator.name + " = " + std::to_string(enumerator.value) + ",\n";
-    text.replace(text.size() - 2, 1, "");
+        text += std::string(" ") + enumerator.name + " = " + std::to_string(enumerator.value) + ",";
+    text.back() = '\n';
     return text + "} " + type.name + ";\n\n";
 }
 
 [[nodiscard]] std::string RecordText(const RecordType& type)
 {
-    std::string text = "typedef [" + Uuid(type.guid) + Help(type.help) + "] struct " + type.name + "\n{\n";
+    std::string text = "typedef [" + Uuid(type.guid) + Help(type.help) + "] struct " + type.name + "\n{\n   ";
     for (const Field& field : type.fields)
-        text += std::string("    ") + field.type + " " + field.name + ";\n";
-    return text + "} " + type.name + ";\n\n";
+        text += std::string(" ") + field.type + " " + field.name + ";";
+    return text + "\n} " + type.name + ";\n\n";
 }
 
 [[nodiscard]] std::string InterfaceText(const ClassInfo& info)
 {
     const InterfaceId& own = info.Interface();
-    std::string text = "[odl, " + Uuid(own.guid) + ", version(" + Version(own) +
-                       "), hidden, dual, nonextensible, oleautomation]\ninterface " + own.name +
+    std::string text = "[odl, " + Uuid(own.guid) + ", " + Version(own) +
+                       ", hidden, dual, nonextensible, oleautomation]\ninterface " + own.name +
                        " : IDispatch\n{\n";
     for (const Member& member : info.members)
         text += MemberText(member);
     text += "}\n\n";
     for (const InterfaceId& older : info.interfaces.first(info.interfaces.size() - 1))
-        text += "typedef [" + Uuid(older.guid) + ", version(" + Version(older) + "), hidden, public] " +
-                own.name + " " + older.name + ";\n\n";
+        text += "typedef [" + Uuid(older.guid) + ", " + Version(older) + ", hidden, public] " + own.name +
+                " " + older.name + ";\n\n";
     return text;
 }
 
@@ -122,7 +125,7 @@ interface IDispatch : IUnknown
 
 std::string GenerateIdl()
 {
-    std::string text = kHead;
+    std::string text = std::string("/* ") + kGenerated + " */\n" + kHead;
     text += "[" + Uuid(kLibrary.guid) + ", version(" + std::to_string(kLibrary.majorVersion) + "." +
             std::to_string(kLibrary.minorVersion) + "), lcid(0x409)" + Help(kLibrary.help) + "]\nlibrary " +
             kLibrary.name + "\n{\n\nimportlib(\"stdole2.tlb\");\n\n";
@@ -138,9 +141,9 @@ std::string GenerateIdl()
     {
         text += InterfaceText(*info);
         if (info->create)
-            text += "[" + Uuid(info->classId) + ", version(" + Version(info->Interface()) + ")" +
-                    Help(info->help) + "]\ncoclass " + info->name + "\n{\n    [default] interface " +
-                    info->Interface().name + ";\n}\n\n";
+            text += "[" + Uuid(info->classId) + ", " + Version(info->Interface()) + Help(info->help) +
+                    "]\ncoclass " + info->name + "\n{\n    [default] interface " + info->Interface().name +
+                    ";\n}\n\n";
     }
     return text + "}\n";
 }

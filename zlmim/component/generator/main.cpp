@@ -8,16 +8,17 @@
 namespace
 {
 
-/// Writes a file, or only looks whether it stands there as it should.
-bool Settle(const std::filesystem::path& file, const std::string& text, bool isCheck)
+/// Writes a file, or only checks that it has this text.
+bool WriteOrCheck(const std::filesystem::path& file, const std::string& text, bool isCheck)
 {
     std::ifstream old(file, std::ios::binary);
-    const std::string standing{std::istreambuf_iterator<char>(old), {}};
-    if (standing == text)
+    const std::string present{std::istreambuf_iterator<char>(old), {}};
+    if (present == text)
         return true;
     if (isCheck)
     {
-        std::cerr << file << " isn't what the tables of the classes make; run the target component_files\n";
+        std::cerr << file
+                  << " differs from what class_tables.h generates: build the target component_files\n";
         return false;
     }
     std::ofstream stream(file, std::ios::binary);
@@ -35,8 +36,8 @@ int main(int argc, char** argv)
         return 2;
     }
     const std::filesystem::path folder = argv[argc - 1];
-    bool isDone = Settle(folder / "host.h", ZLMIM::Component::GenerateHostHeader(), isCheck);
-    isDone &= Settle(folder / "ZLMIM.idl", ZLMIM::Component::GenerateIdl(), isCheck);
-    isDone &= Settle(folder / "ZLMIMFile.rc", ZLMIM::Component::GenerateResources(), isCheck);
+    bool isDone = WriteOrCheck(folder / "host.h", ZLMIM::Component::GenerateHostHeader(), isCheck);
+    isDone &= WriteOrCheck(folder / "ZLMIM.idl", ZLMIM::Component::GenerateIdl(), isCheck);
+    isDone &= WriteOrCheck(folder / "ZLMIMFile.rc", ZLMIM::Component::GenerateResources(), isCheck);
     return isDone ? 0 : 1;
 }

@@ -1,5 +1,4 @@
 #include "zlmim/component/generator/generate.h"
-#include "zlmim/component/generator/names.h"
 
 #include <cctype>
 #include <iomanip>
@@ -36,24 +35,24 @@ BEGIN
 END
 )";
 
-/// A list of identifiers: the number of bytes that follow, then 16 for each.
+/// A list of identifiers: the number of bytes that follow, then 16 bytes for each.
 [[nodiscard]] std::string IdentifierResource(const ClassInfo& info)
 {
     std::ostringstream text;
-    text << "\n1 _IID_";
+    text << "1 _IID_";
     for (const char* c = info.name; *c; ++c)
         text << static_cast<char>(std::toupper(static_cast<unsigned char>(*c)));
-    text << "\nBEGIN\n    " << info.interfaces.size() * sizeof(GUID) << "L";
+    text << " BEGIN " << info.interfaces.size() * sizeof(GUID) << "L";
     text << std::uppercase << std::hex << std::setfill('0');
     for (const InterfaceId& interface : info.interfaces)
     {
         const GUID& guid = interface.guid;
-        text << ",\n    0x" << std::setw(8) << guid.Data1 << "L, 0x" << std::setw(4) << guid.Data2 << ", 0x"
+        text << ", 0x" << std::setw(8) << guid.Data1 << "L, 0x" << std::setw(4) << guid.Data2 << ", 0x"
              << std::setw(4) << guid.Data3;
         for (int i = 0; i < 8; i += 2)
             text << ", 0x" << std::setw(4) << (guid.Data4[i + 1] << 8 | guid.Data4[i]);
     }
-    text << "\nEND\n";
+    text << " END\n";
     return text.str();
 }
 
@@ -61,9 +60,8 @@ END
 
 std::string GenerateResources()
 {
-    std::string text = "// Made by zlmim_component_files from the tables of the classes: change those.\n\n"
-                       "1 TYPELIB \"ZLMIM.tlb\"\n\n";
-    text += kVersion;
+    std::string text = std::string("// ") + kGenerated + "\n\n1 TYPELIB \"ZLMIM.tlb\"\n\n";
+    text += kVersion + std::string("\n");
     for (const ClassInfo* const info : Classes())
         text += IdentifierResource(*info);
     return text;

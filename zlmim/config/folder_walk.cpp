@@ -1,0 +1,43 @@
+#include "zlmim/config/folder_walk.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace ZLMIM
+{
+
+std::shared_ptr<Folder> StartFolder(std::shared_ptr<Folder> folder)
+{
+    for (int level = 0; level < 2 && !folder->IsRootFolder(); ++level)
+        folder = folder->ParentFolder();
+    return folder;
+}
+
+FolderWalk::FolderWalk(const Folder& start, LoadBudget& budget)
+    : mBudget(&budget), mFolders(SubFolders(start))
+{
+}
+
+std::shared_ptr<Folder> FolderWalk::Next()
+{
+    mBudget->ChargeWork(LoadCost::FolderVisit);
+    if (mParent)
+    {
+        mChildren = SubFolders(*std::exchange(mParent, nullptr));
+        mNextChild = 0;
+    }
+    if (mNextChild < mChildren.size())
+        return std::move(mChildren[mNextChild++]);
+    if (mNext == mFolders.size())
+        return nullptr;
+    return mParent = std::move(mFolders[mNext++]);
+}
+
+FolderWalk::Folders FolderWalk::SubFolders(const Folder& folder)
+{
+    Folders folders = folder.SubFolders();
+    mBudget->RequireMemory(static_cast<std::int64_t>(folders.size()) * kFolderMemory);
+    return folders;
+}
+
+} // namespace ZLMIM

@@ -1,0 +1,42 @@
+#ifndef ZLMIM_MESH_BONE_TREE_H
+#define ZLMIM_MESH_BONE_TREE_H
+
+#include "zlmim/mesh/bone.h"
+#include "zlmim/model/collection.h"
+#include "zlmim/model/whole.h"
+
+#include <deque>
+#include <memory>
+
+namespace ZLMIM
+{
+
+/// All bones that a load makes for one skeleton: the whole (see `Membership`) that its bones and their lists
+/// of children are parts of.
+/// \ingroup inside
+class BoneTree : public std::enable_shared_from_this<BoneTree>
+{
+public:
+    /// A new bone, not yet in any list of children. The result holds the tree.
+    [[nodiscard]] std::shared_ptr<Bone> Make()
+    {
+        auto self = shared_from_this();
+        Bone& bone = mNodes.emplace_back(Membership(self)).bone;
+        return {std::move(self), &bone};
+    }
+
+private:
+    struct Node
+    {
+        explicit Node(const Membership& membership) : children(membership), bone(membership, children) {}
+
+        Collection<Bone> children;
+        Bone bone;
+    };
+
+    std::deque<Node> mNodes;
+};
+
+} // namespace ZLMIM
+
+#endif

@@ -1,0 +1,46 @@
+#ifndef ZLMIM_READER_BONE_LIMITS_H
+#define ZLMIM_READER_BONE_LIMITS_H
+
+#include "zlmim/model/errors.h"
+#include "zlmim/reader/load_limits.h"
+
+#include <cstdint>
+#include <string>
+
+namespace ZLMIM
+{
+
+/// Tests the level of a bone, the root's being 1.
+/// @throws BoundsError past `kMaxBoneDepth`.
+/// \ingroup inside
+inline void TestBoneLevel(std::int32_t level)
+{
+    if (level > kMaxBoneDepth)
+        throw BoundsError("a skeleton with more than " + std::to_string(kMaxBoneDepth) +
+                              " levels (kMaxBoneDepth)",
+                          kMaxBoneDepth);
+}
+
+/// Counts the bones of one skeleton.
+/// \ingroup inside
+class BoneLimits
+{
+public:
+    /// Counts one more bone, at `level`.
+    /// @throws BoundsError past `kMaxBones` or `kMaxBoneDepth`.
+    void Count(std::int32_t level)
+    {
+        TestBoneLevel(level);
+        if (mCount == kMaxBones)
+            throw BoundsError("a skeleton with more than " + std::to_string(kMaxBones) + " bones (kMaxBones)",
+                              kMaxBones);
+        ++mCount;
+    }
+
+private:
+    std::int32_t mCount = 0;
+};
+
+} // namespace ZLMIM
+
+#endif

@@ -1,0 +1,69 @@
+#ifndef ZLMIM_READER_CONTAINER_H
+#define ZLMIM_READER_CONTAINER_H
+
+#include "zlmim/model/errors.h"
+#include "zlmim/reader/block.h"
+#include "zlmim/reader/file_cursor.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace ZLMIM
+{
+
+/// The JIRF container, with which every mesh and animation begins:
+///
+///     offset  0  the signature "JIRF"
+///     offset  8  the kind of file: "IDXM" for a mesh, "ANIM" for an animation
+///     offset 16  the info block, without a tag: its size, then the fields of the kind
+///
+/// The bytes between are not read.
+/// \ingroup inside
+namespace Container
+{
+
+/// True if the file begins with the signature.
+[[nodiscard]] inline bool MatchSignature(FileCursor& cursor)
+{
+    cursor.Pos = 0;
+    return cursor.MatchTag("JIRF");
+}
+
+/// True if the file is of that kind.
+[[nodiscard]] inline bool MatchKind(FileCursor& cursor, std::string_view kind)
+{
+    cursor.Pos = 8;
+    return cursor.MatchTag(kind);
+}
+
+/// Enters the info block.
+[[nodiscard]] inline Block EnterInfo(FileCursor& cursor)
+{
+    cursor.Pos = 16;
+    return Block::EnterAfterTag(cursor);
+}
+
+/// One load: `readFile` brings the file into `cursor`, `parse` reads its blocks; both return false to end the
+/// load. The file's bytes are freed after a success and where there is no file. After any other failure they
+/// stay until the next load. Errors get the file's name.
+template <class ReadFile, class Parse>
+[[nodiscard]] bool Load(const std::u16string& fileName, FileCursor& cursor, const ReadFile& readFile,
+                        const Parse& parse)
+{
+    return NameFileInErrors(fileName,
+                            [&]
+                            {
+                                const bool isThere = readFile();
+                                if (isThere && !parse())
+                                    return false;
+                                cursor.Release();
+                                return isThere;
+                            });
+}
+
+} // namespace Container
+
+} // namespace ZLMIM
+
+#endif
