@@ -124,7 +124,7 @@ Case MeshTable(const TempFolder& folder)
     {
         const std::string number = std::to_string(i);
         folder.Write("table/part" + number + ".im", made.file);
-        names.push_back(folder.Name(u"table\\part" + ZLMIM::FromSystemName(number) + u".im"));
+        names.push_back(folder.Name(u"table\\part" + ZLMIM::FromNativeName(number) + u".im"));
         config.append("  entry")
             .append(number)
             .append("\r\n  {\r\n    mesh part")

@@ -1,35 +1,42 @@
 #ifndef ZLMIM_BENCH_HOSTILE_H
 #define ZLMIM_BENCH_HOSTILE_H
 
+#include "zlmim/config/file_system.h"
+
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace Bench
 {
 
-/// A file, or a tree of files, that is made to cost much.
+/// A file, or a tree of files, that is made to cost much; or an honest asset that no limit may touch.
 struct Hostile
 {
     enum class Kind
     {
         Mesh,
         Animation,
-        Asset,
+        Asset,       ///< Loaded with `kUntrustedLimits`.
+        HonestAsset, ///< Loaded with the default limits.
     };
 
     std::string name;
     Kind kind = Kind::Mesh;
-    /// How the load ends: "true", "false", "done", or the name of what is raised.
+    /// How the load ends: "true", "false", "done", the name of the error, or for an honest asset "whole".
     std::string outcome;
-    /// Writes what is loaded into an empty folder, and answers the path of the file to load, from there. The
-    /// working folder will be the one that the file lies in.
+    /// Writes what is loaded into an empty folder, and returns the path of the file to load, from there. The
+    /// working folder will be the file's own.
     std::function<std::string(const std::filesystem::path&)> write;
+    /// The host's service, null for the disk.
+    std::function<std::shared_ptr<ZLMIM::FileSystem>()> files = [] { return nullptr; };
 };
 
 [[nodiscard]] std::vector<Hostile> HostileFiles();
 [[nodiscard]] std::vector<Hostile> HostileAssets();
+[[nodiscard]] std::vector<Hostile> HonestAssets();
 
 } // namespace Bench
 

@@ -95,7 +95,7 @@ std::vector<Hostile> HostileAssets()
         Levels("lattice of references, 8 wide", 12, 8),
         Levels("lattice of references, 2 wide", 40, 2),
         Asset("4,096 references to nothing", "done", [](const path&) { return MissingReferences(kMissing); }),
-        Asset("20,000 keys of references", kBounds, [](const path&) { return MissingReferences(20'000); }),
+        Asset("20,000 keys of references", "done", [](const path&) { return MissingReferences(20'000); }),
         Asset("the same among 50,000 folders", "done",
               [](const path& folder)
               {
@@ -103,7 +103,7 @@ std::vector<Hostile> HostileAssets()
                       Write(folder.parent_path() / std::to_string(i) / "config.txt", "kuid <x>\n");
                   return MissingReferences(kMissing);
               }),
-        Asset("a reference among 300 configs of 8 MiB", "done",
+        Asset("a reference among 300 configs of 8 MiB", kBounds,
               [](const path& folder)
               {
                   const path longFile = folder.parent_path() / "0/config.txt";
@@ -121,19 +121,28 @@ std::vector<Hostile> HostileAssets()
                   return "description \"" +
                          Lines(1'000'000, [](const std::string&) { return "and so on, and so on"; });
               }),
-        OneLine("a line of 100 MB", "done", ""),
-        OneLine("a value of 100 MB", "done", "description "),
-        OneLine("a kuid of 100 MB", "done", "kuid "),
-        OneLine("a quoted value of 100 MB", "FileSystemError", "description \""),
+        Asset("a neighbour's config of 1 GiB of zeroes", kBounds,
+              [](const path& folder)
+              {
+                  Write(folder.parent_path() / "b/config.txt", "");
+                  resize_file(folder.parent_path() / "b/config.txt", std::uintmax_t{1} << 30U);
+                  return MissingReferences(1);
+              }),
+        Asset("100,000,000 line feeds in quotation marks", kBounds,
+              [](const path&) { return "description \"" + std::string(100'000'000, '\n') + "\"\n"; }),
+        OneLine("a line of 100 MB", std::string(kBounds), ""),
+        OneLine("a value of 100 MB", std::string(kBounds), "description "),
+        OneLine("a kuid of 100 MB", std::string(kBounds), "kuid "),
+        OneLine("a quoted value of 100 MB", std::string(kBounds), "description \""),
         Asset("1,000,000 entries of a mesh table", kBounds,
               [](const path&) { return MeshTable(1'000'000, ""); }),
-        Asset("16,000 entries with 65,536 bones each", "done",
+        Asset("16,000 entries with 65,536 bones each", kBounds,
               [](const path& folder)
               {
                   Write(folder / "m.im", MeshWith(MeshBone("r", 65'535)).Str());
                   return MeshTable(16'000, "mesh m.im\n");
               }),
-        Asset("500 entries with a mesh of 32 MiB", "done",
+        Asset("500 entries with a mesh of 32 MiB", kBounds,
               [](const path& folder)
               {
                   const std::array<std::int32_t, 5> counts = {1'600'000, 0, 0, 0, 0};
@@ -143,7 +152,7 @@ std::vector<Hostile> HostileAssets()
                         MeshHeader(1).Block("CHNK", Bytes().Long(1).Long(1).Block("GEOM", geometry)).Str());
                   return MeshTable(500, "mesh m.im\n");
               }),
-        Asset("16,000 attachments sought among 100,000", "done",
+        Asset("16,000 attachments sought among 100,000", kBounds,
               [](const path& folder)
               {
                   auto payload = Bytes().Long(100).Long(100'000);
@@ -155,14 +164,14 @@ std::vector<Hostile> HostileAssets()
                                { return "e" + i + "\n{\natt-parent p\natt a.point.with.a.mark\n}"; }) +
                          "}\n";
               }),
-        Asset("16,000 level-of-detail lists of 1 MB", "done",
+        Asset("16,000 level-of-detail lists of 1 MB", kBounds,
               [](const path& folder)
               {
                   Write(folder / "l.lm.txt",
                         Lines(50'000, [](const std::string&) { return "mesh(\"2\") and more"; }));
                   return MeshTable(16'000, "mesh l.lm\n");
               }),
-        Asset("4,096 references to 1 MB without a kuid", "done",
+        Asset("4,096 references to 1 MB without a kuid", kBounds,
               [](const path& folder)
               {
                   Write(folder.parent_path() / "b/config.txt",

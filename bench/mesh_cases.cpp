@@ -60,7 +60,7 @@ Case SmallMeshes(const TempFolder& folder)
         const std::string entry = "small/" + std::to_string(i) + ".im";
         folder.Write(entry, made.file);
         paths.push_back(folder.Path() / entry);
-        names.push_back(folder.Name(u"small\\" + ZLMIM::FromSystemName(std::to_string(i)) + u".im"));
+        names.push_back(folder.Name(u"small\\" + ZLMIM::FromNativeName(std::to_string(i)) + u".im"));
     }
 
     const auto library = [names]

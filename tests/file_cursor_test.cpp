@@ -2,8 +2,8 @@
 #include "outcome.h"
 #include "temp_folder.h"
 #include "zlmim/reader/file_cursor.h"
-#include "zlmim/reader/file_names.h"
 #include "zlmim/reader/load_budget.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <filesystem>
 #include <functional>
@@ -209,7 +209,7 @@ TEST(FileCursorLoadFile, LoadsOnlyRegularFilesOfAnAllowedLength)
     for (const auto& c : cases)
     {
         SCOPED_TRACE(std::string(c.name.begin(), c.name.end()));
-        FileNames names;
+        PathResolver names;
         FileCursor cursor;
         cursor.Pos = 5;
         std::int32_t fileSize = 77;

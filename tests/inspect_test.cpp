@@ -54,7 +54,7 @@ TEST(Inspect, FindsWhatAPathMeans)
         .Write("empty/x.tga", "")
         .Write("wrong/config.txt.txt", "")
         .Write("wagon/a.IM", "");
-    FileNames names;
+    PathResolver names;
     const struct
     {
         const char16_t* path;
@@ -79,7 +79,7 @@ TEST(Inspect, FindsWhatAPathMeans)
 /// The tree of an asset, and how its load ended.
 std::string Tree(const std::u16string& path, const Inspect::TreeForm& form = {})
 {
-    const auto names = std::make_shared<FileNames>();
+    const auto names = std::make_shared<PathResolver>();
     const Input input = std::get<Input>(FindInput(path, *names));
     return Inspect::TreeText(input, LoadAsset(input, names), form, *names);
 }
@@ -96,7 +96,7 @@ TEST(Inspect, LoadsAnAssetAsInItsOwnFolder)
     {
         const auto here = std::filesystem::current_path();
         std::filesystem::current_path(from);
-        const std::string tree = Tree(FromSystemPath(SystemName((here / "").native())));
+        const std::string tree = Tree(FromNativePath(NativePath((here / "").native())));
         std::filesystem::current_path(here);
         EXPECT_NE(tree.find("config.txt: asset, loaded"), std::string::npos) << tree;
         for (const char* const file :

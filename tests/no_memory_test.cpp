@@ -181,7 +181,7 @@ TEST(NoMemory, IsWhatStopsALoadOfTheLongestAllowedFile)
     std::filesystem::resize_file(folder.Path() / "longest", 2'147'483'646);
     const std::u16string name = folder.Name(u"longest");
     FileCursor cursor;
-    FileNames names;
+    PathResolver names;
     LoadBudget budget;
     std::int32_t fileSize = 0;
     bool hasFailed = true;

@@ -48,7 +48,7 @@ Bytes ChunkOf(PrimFlag type, const std::vector<Vector>& points, const std::vecto
 template <class Object>
 Scene SceneOf(const Object& object, const SceneRequest& request = {})
 {
-    FileNames names;
+    PathResolver names;
     TextureCache textures;
     return SceneMaker(request, names, textures).Make(object);
 }

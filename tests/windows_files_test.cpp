@@ -19,7 +19,7 @@ namespace
 std::string Bytes(const std::u16string& name)
 try
 {
-    FileNames names;
+    PathResolver names;
     File file = File::Open(name, names);
     EXPECT_TRUE(DiskFileSystem().FileExists(name));
     std::string bytes(static_cast<std::size_t>(file.Size()), '\0');

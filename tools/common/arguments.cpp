@@ -1,6 +1,6 @@
 #include "tools/common/arguments.h"
 
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <algorithm>
 
@@ -9,7 +9,7 @@ namespace ZLMIM::Tools
 
 std::u16string FileName(const std::string& path)
 {
-    std::u16string name = FromSystemName(path);
+    std::u16string name = FromNativeName(path);
     std::replace(name.begin(), name.end(), u'/', u'\\');
     return name;
 }

@@ -27,14 +27,14 @@ Asset Fill(std::shared_ptr<Object> object, Load load)
 }
 
 /// Why a load that found nothing wrong with the content returned false.
-std::string FileProblem(std::u16string_view name, FileNames& names)
+std::string FileProblem(std::u16string_view name, PathResolver& names)
 {
     const auto found = names.Find(name, FoundFile::Kind::File);
     if (!found)
         return names.Find(name, FoundFile::Kind::Folder)  ? "it is a folder"
                : names.Find(name, FoundFile::Kind::Other) ? "it isn't a regular file"
                                                           : "there is no such file";
-    const std::filesystem::path path = ToPath(found->systemName);
+    const std::filesystem::path path = ToPath(found->nativePath);
     std::error_code failure;
     const std::uintmax_t size = std::filesystem::file_size(path, failure);
     if (!failure && size == 0)
@@ -70,7 +70,7 @@ Kind KindOf(std::u16string_view name)
     return lowerName.ends_with(u".kin") ? Kind::Anim : Kind::Model;
 }
 
-std::variant<Input, std::string> FindInput(const std::u16string& name, FileNames& names)
+std::variant<Input, std::string> FindInput(const std::u16string& name, PathResolver& names)
 {
     if (names.Find(name, FoundFile::Kind::File))
     {
@@ -121,7 +121,7 @@ catch (const std::exception& error)
     return {false, "failure", {}, error.what()};
 }
 
-Asset LoadAsset(const Input& input, const std::shared_ptr<FileNames>& names, References references)
+Asset LoadAsset(const Input& input, const std::shared_ptr<PathResolver>& names, References references)
 {
     LoadBudget budget;
     if (input.Kind == Kind::Mesh)
@@ -168,7 +168,7 @@ std::string Told(const Outcome& outcome)
     return what;
 }
 
-std::string Failure(const Mesh& mesh, const Outcome& outcome, FileNames& names)
+std::string Failure(const Mesh& mesh, const Outcome& outcome, PathResolver& names)
 {
     if (outcome.IsLoaded)
         return {};
@@ -182,7 +182,7 @@ std::string Failure(const Mesh& mesh, const Outcome& outcome, FileNames& names)
     return mesh.ErrorMessage.empty() ? FileProblem(mesh.FileName, names) : Printable(mesh.ErrorMessage);
 }
 
-std::string Failure(const Anim& anim, const Outcome& outcome, FileNames& names)
+std::string Failure(const Anim& anim, const Outcome& outcome, PathResolver& names)
 {
     if (outcome.IsLoaded)
         return {};
@@ -201,7 +201,7 @@ std::string Failure(const Anim& anim, const Outcome& outcome, FileNames& names)
     return "cut short: it has fewer frames than the " + Number(anim.FrameCount) + " that it announces";
 }
 
-std::string Failure(const ZLMModel&, const Outcome& outcome, FileNames&)
+std::string Failure(const ZLMModel&, const Outcome& outcome, PathResolver&)
 {
     if (outcome.IsLoaded)
         return {};

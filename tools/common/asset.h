@@ -6,7 +6,7 @@
 #include "zlmim/anim/anim.h"
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/mesh/mesh.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <functional>
 #include <memory>
@@ -35,7 +35,7 @@ struct Input
 
 /// The file that a path leads to, or why there is none: a file by its ending (`.im`, `.kin`, `.txt`), a
 /// folder by its `config.txt`.
-[[nodiscard]] std::variant<Input, std::string> FindInput(const std::u16string& name, FileNames& names);
+[[nodiscard]] std::variant<Input, std::string> FindInput(const std::u16string& name, PathResolver& names);
 
 /// How a load ended.
 struct Outcome
@@ -61,16 +61,16 @@ struct Asset
 };
 
 /// Loads a file; a config as by a host whose working folder is the asset's.
-[[nodiscard]] Asset LoadAsset(const Input& input, const std::shared_ptr<FileNames>& names,
+[[nodiscard]] Asset LoadAsset(const Input& input, const std::shared_ptr<PathResolver>& names,
                               References references = References::Follow);
 
 /// Loads a name as it is given, relative to the working folder, into the class that its ending asks for.
 [[nodiscard]] Asset LoadAsGiven(const std::u16string& name);
 
 /// Why a load failed, for people; empty if it didn't.
-[[nodiscard]] std::string Failure(const Mesh& mesh, const Outcome& outcome, FileNames& names);
-[[nodiscard]] std::string Failure(const Anim& anim, const Outcome& outcome, FileNames& names);
-[[nodiscard]] std::string Failure(const ZLMModel& model, const Outcome& outcome, FileNames& names);
+[[nodiscard]] std::string Failure(const Mesh& mesh, const Outcome& outcome, PathResolver& names);
+[[nodiscard]] std::string Failure(const Anim& anim, const Outcome& outcome, PathResolver& names);
+[[nodiscard]] std::string Failure(const ZLMModel& model, const Outcome& outcome, PathResolver& names);
 
 /// What was thrown, for people.
 [[nodiscard]] std::string Told(const Outcome& outcome);

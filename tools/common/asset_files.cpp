@@ -26,7 +26,7 @@ public:
 
 } // namespace
 
-AssetFiles::AssetFiles(std::u16string config, std::shared_ptr<FileNames> names, References references)
+AssetFiles::AssetFiles(std::u16string config, std::shared_ptr<PathResolver> names, References references)
     : mConfig(std::move(config)), mDisk(std::move(names)), mReferences(references)
 {
 }

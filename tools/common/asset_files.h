@@ -3,7 +3,7 @@
 
 #include "zlmim/config/disk_file_system.h"
 #include "zlmim/config/file_system.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <memory>
 #include <string>
@@ -24,7 +24,7 @@ class AssetFiles : public FileSystem
 {
 public:
     /// `config` is the name under which the asset is loaded.
-    AssetFiles(std::u16string config, std::shared_ptr<FileNames> names, References references);
+    AssetFiles(std::u16string config, std::shared_ptr<PathResolver> names, References references);
 
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
     [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;

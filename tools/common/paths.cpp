@@ -8,29 +8,29 @@
 namespace ZLMIM::Tools
 {
 
-std::u16string ShownName(const SystemName& systemName)
+std::u16string ShownName(const NativePath& nativePath)
 {
-    std::filesystem::path path = ToPath(systemName).lexically_normal();
+    std::filesystem::path path = ToPath(nativePath).lexically_normal();
     std::error_code failure;
     auto folder = std::filesystem::current_path(failure).native();
     folder += std::filesystem::path::preferred_separator;
     if (!failure && path.native().starts_with(folder))
         path = path.native().substr(folder.size());
     std::u16string shown = ToName(path);
-    std::replace(shown.begin(), shown.end(), u'\\', static_cast<char16_t>(kSystemSeparator));
+    std::replace(shown.begin(), shown.end(), u'\\', static_cast<char16_t>(kNativeSeparator));
     return shown;
 }
 
-std::string ShownFile(std::u16string_view name) { return Printable(ShownName(ToSystemName(name))); }
+std::string ShownFile(std::u16string_view name) { return Printable(ShownName(ToNativePath(name))); }
 
-std::filesystem::path ToPath(SystemNameView systemName)
+std::filesystem::path ToPath(NativePathView nativePath)
 {
-    return std::filesystem::path::string_type(systemName.begin(), systemName.end());
+    return std::filesystem::path::string_type(nativePath.begin(), nativePath.end());
 }
 
 std::u16string ToName(const std::filesystem::path& path)
 {
-    return FromSystemPath(SystemName(path.native().begin(), path.native().end()));
+    return FromNativePath(NativePath(path.native().begin(), path.native().end()));
 }
 
 std::u16string FolderOf(std::u16string_view name)

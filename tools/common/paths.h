@@ -1,7 +1,7 @@
 #ifndef ZLMIM_TOOLS_COMMON_PATHS_H
 #define ZLMIM_TOOLS_COMMON_PATHS_H
 
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <filesystem>
 #include <string>
@@ -12,12 +12,12 @@ namespace ZLMIM::Tools
 
 /// A path for people: the system's separators, without detours such as `a/../`, and relative to the working
 /// folder if it lies below that.
-[[nodiscard]] std::u16string ShownName(const SystemName& systemName);
+[[nodiscard]] std::u16string ShownName(const NativePath& nativePath);
 
 /// The same for a name in the object model's form (backslashes), as printable UTF-8.
 [[nodiscard]] std::string ShownFile(std::u16string_view name);
 
-[[nodiscard]] std::filesystem::path ToPath(SystemNameView systemName);
+[[nodiscard]] std::filesystem::path ToPath(NativePathView nativePath);
 /// A path in the object model's form.
 [[nodiscard]] std::u16string ToName(const std::filesystem::path& path);
 

@@ -58,11 +58,11 @@ bool IsTgaCutShort(const Beginning& file)
 
 } // namespace
 
-std::vector<SystemName> TextureFiles(const SystemName& meshFolder, std::u16string_view texture,
-                                     FileNames& names)
+std::vector<NativePath> TextureFiles(const NativePath& meshFolder, std::u16string_view texture,
+                                     PathResolver& names)
 {
     const std::u16string stem = LowerCase(texture.substr(0, texture.rfind(u'.')));
-    std::vector<SystemName> files;
+    std::vector<NativePath> files;
     const auto entries = names.List(meshFolder);
     auto entry =
         std::lower_bound(entries.begin(), entries.end(), stem,
@@ -72,12 +72,12 @@ std::vector<SystemName> TextureFiles(const SystemName& meshFolder, std::u16strin
         const auto ending = std::u16string_view(entry->lowerName).substr(stem.size());
         const bool isAlike = ending.empty() || ending.front() == u'.';
         if (isAlike && !entry->isFolder && ending != u".im" && ending != u".kin")
-            files.push_back(meshFolder + entry->systemName);
+            files.push_back(meshFolder + entry->nativePath);
     }
     return files;
 }
 
-std::string PictureDamage(const SystemName& name)
+std::string PictureDamage(const NativePath& name)
 {
     const std::filesystem::path path = ToPath(name);
     std::ifstream stream(path, std::ios::binary);

@@ -37,7 +37,7 @@ int PrintAsGiven(const std::string& path)
 /// Prints one file. Returns the exit status.
 int Print(const std::string& path, const CommandLine& commandLine, const Inspect::TreeForm& form)
 {
-    const auto names = std::make_shared<FileNames>();
+    const auto names = std::make_shared<PathResolver>();
     const auto input = FindInput(FileName(path), *names);
     if (const auto* const why = std::get_if<std::string>(&input))
     {

@@ -119,7 +119,7 @@ std::string Draw(const Node& root, const TreeForm& form)
 }
 
 std::string TreeText(const Tools::Input& input, const Tools::Asset& asset, const TreeForm& form,
-                     FileNames& names)
+                     PathResolver& names)
 {
     const std::string failure = std::visit(
         [&](const auto& object) { return Tools::Failure(*object, asset.Outcome, names); }, asset.Object);

@@ -53,11 +53,11 @@ struct TreeForm
 [[nodiscard]] Node ToTree(const Anim& anim);
 /// `outcome` is that of the model's load. Files that didn't load are shown with the reason.
 [[nodiscard]] Node ToTree(const ZLMModel& model, const Tools::Outcome& outcome, const TreeForm& form,
-                          FileNames& names);
+                          PathResolver& names);
 
 /// The file and how its load ended, then the object's tree.
 [[nodiscard]] std::string TreeText(const Tools::Input& input, const Tools::Asset& asset, const TreeForm& form,
-                                   FileNames& names);
+                                   PathResolver& names);
 
 } // namespace ZLMIM::Inspect
 

@@ -40,7 +40,7 @@ constexpr int kMaxLevels = 16;
 class ModelTree
 {
 public:
-    ModelTree(const Tools::Outcome& outcome, const TreeForm& form, FileNames& names)
+    ModelTree(const Tools::Outcome& outcome, const TreeForm& form, PathResolver& names)
         : mHasThrown(!outcome.Thrown.empty()), mForm(form), mNames(names)
     {
     }
@@ -181,13 +181,13 @@ private:
 
     bool mHasThrown;
     const TreeForm& mForm;
-    FileNames& mNames;
+    PathResolver& mNames;
     const MeshEntry* mLast = nullptr;
 };
 
 } // namespace
 
-Node ToTree(const ZLMModel& model, const Tools::Outcome& outcome, const TreeForm& form, FileNames& names)
+Node ToTree(const ZLMModel& model, const Tools::Outcome& outcome, const TreeForm& form, PathResolver& names)
 {
     return ModelTree(outcome, form, names).ModelNode(model, "Asset");
 }

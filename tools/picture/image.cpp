@@ -98,7 +98,7 @@ glm::vec4 Texture::At(glm::dvec2 uv) const
            255.0F;
 }
 
-std::optional<Texture> ReadTexture(const SystemName& file)
+std::optional<Texture> ReadTexture(const NativePath& file)
 {
     std::ifstream stream(Tools::ToPath(file), std::ios::binary);
     std::string bytes;

@@ -1,7 +1,7 @@
 #ifndef ZLMIM_TOOLS_PICTURE_IMAGE_H
 #define ZLMIM_TOOLS_PICTURE_IMAGE_H
 
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <cstddef>
 #include <glm/glm.hpp>
@@ -36,7 +36,7 @@ struct Texture
 };
 
 /// Reads a TGA, BMP, PNG or JPEG file, if it is one and not too large.
-[[nodiscard]] std::optional<Texture> ReadTexture(const SystemName& file);
+[[nodiscard]] std::optional<Texture> ReadTexture(const NativePath& file);
 
 /// The bytes of a PNG file.
 /// @throws std::runtime_error if it can't be made.

@@ -205,7 +205,7 @@ private:
 
     std::optional<Asset> Load(const std::string& path)
     {
-        mNames = std::make_shared<FileNames>();
+        mNames = std::make_shared<PathResolver>();
         const auto input = FindInput(FileName(path), *mNames);
         if (const auto* const why = std::get_if<std::string>(&input))
         {
@@ -334,7 +334,7 @@ private:
     {
         std::error_code failure;
         std::filesystem::path file =
-            std::filesystem::absolute(ToPath(ToSystemName(name)), failure).lexically_normal();
+            std::filesystem::absolute(ToPath(ToNativePath(name)), failure).lexically_normal();
         const std::string stem =
             ToUtf8(ToName(mInput.Kind == Kind::Model ? file.parent_path().filename() : file.stem()));
         std::string output = (stem.empty() ? "picture" : stem) + ".png";
@@ -359,7 +359,7 @@ private:
     double mZoom;
     std::array<int, 2> mSize = {};
     SceneRequest mRequest;
-    std::shared_ptr<FileNames> mNames;
+    std::shared_ptr<PathResolver> mNames;
     TextureCache mTextures;
     Input mInput;
     int mFramesPerSecond = 0;

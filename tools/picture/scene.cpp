@@ -309,9 +309,9 @@ std::shared_ptr<const Texture> SceneMaker::FindTexture(const Material& material,
     const auto meshFile = mNames.Find(mesh.FileName, FoundFile::Kind::File);
     if (!meshFile)
         return nullptr;
-    const SystemName folder =
-        meshFile->systemName.substr(0, meshFile->systemName.rfind(kSystemSeparator) + 1);
-    for (const SystemName& file : Tools::TextureFiles(folder, (*found)->Name, mNames))
+    const NativePath folder =
+        meshFile->nativePath.substr(0, meshFile->nativePath.rfind(kNativeSeparator) + 1);
+    for (const NativePath& file : Tools::TextureFiles(folder, (*found)->Name, mNames))
     {
         const auto [cached, isNew] = mTextures.try_emplace(file);
         if (isNew)

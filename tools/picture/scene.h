@@ -7,7 +7,7 @@
 
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/mesh/mesh.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <array>
 #include <cstddef>
@@ -86,12 +86,12 @@ constexpr std::size_t kMaxTriangles = 2'000'000;
 constexpr std::size_t kMaxReferences = 64;
 
 /// Textures that have been read, by their files.
-using TextureCache = std::map<SystemName, std::shared_ptr<const Texture>>;
+using TextureCache = std::map<NativePath, std::shared_ptr<const Texture>>;
 
 class SceneMaker
 {
 public:
-    SceneMaker(const SceneRequest& request, FileNames& names, TextureCache& textures)
+    SceneMaker(const SceneRequest& request, PathResolver& names, TextureCache& textures)
         : mRequest(request), mNames(names), mTextures(textures)
     {
     }
@@ -128,7 +128,7 @@ private:
     [[nodiscard]] std::size_t Admit(std::size_t count);
 
     const SceneRequest& mRequest;
-    FileNames& mNames;
+    PathResolver& mNames;
     TextureCache& mTextures;
     Scene mScene;
 };

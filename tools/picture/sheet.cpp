@@ -57,7 +57,7 @@ std::vector<std::string> AssetsBelow(const std::u16string& folder)
     namespace fs = std::filesystem;
     std::vector<std::string> configs;
     std::error_code failure;
-    const fs::path start = Tools::ToPath(ToSystemName(folder));
+    const fs::path start = Tools::ToPath(ToNativePath(folder));
     if (!fs::is_directory(start, failure))
         return {};
     for (fs::recursive_directory_iterator entry(start, fs::directory_options::skip_permission_denied,

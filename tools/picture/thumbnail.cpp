@@ -13,7 +13,7 @@ namespace ZLMIM::Picture
 
 std::string Thumbnail(const std::u16string& config, int width, int height)
 {
-    const auto names = std::make_shared<FileNames>();
+    const auto names = std::make_shared<PathResolver>();
     const Tools::Asset asset = Tools::LoadAsset({Tools::Kind::Model, config}, names);
     TextureCache textures;
     const SceneRequest request;

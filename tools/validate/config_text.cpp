@@ -48,7 +48,7 @@ std::u16string ConfigText::ReadLine()
     return mLines[mNext++];
 }
 
-std::string ReadBytes(const SystemName& file, const std::u16string& name)
+std::string ReadBytes(const NativePath& file, const std::u16string& name)
 {
     std::ifstream stream(Tools::ToPath(file), std::ios::binary);
     std::string bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());

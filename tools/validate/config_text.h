@@ -4,7 +4,7 @@
 #include "finding.h"
 
 #include "zlmim/config/file_system.h"
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <string>
 #include <string_view>
@@ -40,7 +40,7 @@ private:
 
 /// The bytes of a config.
 /// @throws FileSystemError if it can't be read.
-[[nodiscard]] std::string ReadBytes(const SystemName& file, const std::u16string& name);
+[[nodiscard]] std::string ReadBytes(const NativePath& file, const std::u16string& name);
 
 /// Checks whether a file is text of the format at all: not empty, binary or in another encoding. Returns
 /// false if it makes no sense to look further.

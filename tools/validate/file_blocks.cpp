@@ -35,7 +35,7 @@ struct Header
 class Walk
 {
 public:
-    Walk(const SystemName& file, std::int64_t size)
+    Walk(const NativePath& file, std::int64_t size)
         : mFile(Tools::ToPath(file), std::ios::binary), mSize(size)
     {
     }
@@ -107,13 +107,13 @@ private:
 
 } // namespace
 
-void CheckLength(const Mesh& mesh, const SystemName& file, Report& report)
+void CheckLength(const Mesh& mesh, const NativePath& file, Report& report)
 {
     Walk(file, mesh.FileSize)
         .Check({{"CHNK", mesh.ChunkCount, "chunks"}, {"INFL"}, {"ATCH"}, {"SKEL"}}, report);
 }
 
-void CheckLength(const Anim& anim, const SystemName& file, Report& report)
+void CheckLength(const Anim& anim, const NativePath& file, Report& report)
 {
     Walk(file, anim.FileSize).Check({{"EVNT"}, {"SKEL"}, {"FRAM", anim.FrameCount, "frames"}}, report);
 }

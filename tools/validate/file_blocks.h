@@ -5,15 +5,15 @@
 
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 namespace ZLMIM::Validate
 {
 
 /// Compare the length of a file that has been loaded with the sizes that its blocks give: what follows its
 /// last block isn't read.
-void CheckLength(const Mesh& mesh, const SystemName& file, Report& report);
-void CheckLength(const Anim& anim, const SystemName& file, Report& report);
+void CheckLength(const Mesh& mesh, const NativePath& file, Report& report);
+void CheckLength(const Anim& anim, const NativePath& file, Report& report);
 
 } // namespace ZLMIM::Validate
 

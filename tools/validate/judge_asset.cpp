@@ -28,7 +28,7 @@ namespace
 Place EntryPlace(std::int64_t line, const std::u16string& name) { return {line, name}; }
 
 /// The names of the files in a folder, which is named with a separator at its end.
-std::vector<std::u16string> FilesIn(const SystemName& folder, FileNames& names)
+std::vector<std::u16string> FilesIn(const NativePath& folder, PathResolver& names)
 {
     std::vector<std::u16string> files;
     for (const FolderEntry& entry : names.List(folder))
@@ -38,16 +38,16 @@ std::vector<std::u16string> FilesIn(const SystemName& folder, FileNames& names)
 }
 
 /// A hint at a file that may be meant by a name in the object model's form.
-std::string FileHint(const std::u16string& name, FileNames& names)
+std::string FileHint(const std::u16string& name, PathResolver& names)
 {
     const std::u16string folder = Tools::FolderOf(name);
     const auto found = names.Find(folder, FoundFile::Kind::Folder);
     if (!found)
         return "; there is no folder " + QuotedFile(folder);
-    const SystemName systemFolder = found->systemName;
+    const NativePath systemFolder = found->nativePath;
     return DidYouMean(
         Tools::BaseName(name),
-        FilesIn(systemFolder.ends_with(kSystemSeparator) ? systemFolder : systemFolder + kSystemSeparator,
+        FilesIn(systemFolder.ends_with(kNativeSeparator) ? systemFolder : systemFolder + kNativeSeparator,
                 names));
 }
 
@@ -55,7 +55,7 @@ std::string FileHint(const std::u16string& name, FileNames& names)
 class EntryJudge
 {
 public:
-    EntryJudge(const ConfigKeys& keys, FileNames& names, JudgedFiles& judged, Report& report)
+    EntryJudge(const ConfigKeys& keys, PathResolver& names, JudgedFiles& judged, Report& report)
         : mKeys(keys), mNames(names), mJudged(judged), mReport(report)
     {
     }
@@ -114,7 +114,8 @@ private:
     }
 
     /// `file` is what the model has made of the value of `mesh`.
-    static std::string MissingMesh(const std::u16string& value, const std::u16string& file, FileNames& names)
+    static std::string MissingMesh(const std::u16string& value, const std::u16string& file,
+                                   PathResolver& names)
     {
         if (!LowerCase(value).ends_with(u".lm"))
             return "no mesh " + QuotedFile(file) + FileHint(file, names);
@@ -216,14 +217,14 @@ private:
     }
 
     const ConfigKeys& mKeys;
-    FileNames& mNames;
+    PathResolver& mNames;
     JudgedFiles& mJudged;
     Report& mReport;
 };
 
 /// Checks the model as far as it was loaded.
 void JudgeModel(const ZLMModel& model, const Tools::Outcome& outcome, const ConfigKeys& keys,
-                FileNames& names, JudgedFiles& judged, Report& report)
+                PathResolver& names, JudgedFiles& judged, Report& report)
 {
     const auto table = model.MeshTable();
     // Meshes and animations throw these; then the last entry is the one that was being loaded.
@@ -247,7 +248,7 @@ void JudgeModel(const ZLMModel& model, const Tools::Outcome& outcome, const Conf
                    "the file ends before its closing }");
 }
 
-void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, FileNames& names, Report& report)
+void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, PathResolver& names, Report& report)
 {
     const ConfigLine& fallback = keys.AssetFileName;
     if (!keys.Entries.empty() || fallback.Value.empty())
@@ -285,7 +286,7 @@ void AddBefore(std::int64_t mistake, Report& from, Report& report)
 } // namespace
 
 std::vector<std::u16string> JudgeAsset(const std::u16string& name, const LocatedFile& file,
-                                       const std::shared_ptr<FileNames>& names, JudgedFiles& judged,
+                                       const std::shared_ptr<PathResolver>& names, JudgedFiles& judged,
                                        KuidSearch& search)
 {
     Report report;

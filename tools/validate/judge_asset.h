@@ -5,7 +5,7 @@
 #include "kuid_search.h"
 #include "located_file.h"
 
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <memory>
 #include <string>
@@ -14,10 +14,11 @@
 namespace ZLMIM::Validate
 {
 
-/// Checks the asset of a config that has been claimed, with its meshes and animations, as a host loads it whose
-/// working folder is the asset's. Returns the configs of the assets that it refers to, which aren't checked here.
+/// Checks the asset of a config that has been claimed, with its meshes and animations, as a host loads it
+/// whose working folder is the asset's. Returns the configs of the assets that it refers to, which aren't
+/// checked here.
 [[nodiscard]] std::vector<std::u16string> JudgeAsset(const std::u16string& name, const LocatedFile& file,
-                                                     const std::shared_ptr<FileNames>& names,
+                                                     const std::shared_ptr<PathResolver>& names,
                                                      JudgedFiles& judged, KuidSearch& search);
 
 } // namespace ZLMIM::Validate

@@ -17,7 +17,7 @@ namespace
 
 using Tools::Outcome;
 
-Report ReportOn(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, FileNames& names)
+Report ReportOn(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, PathResolver& names)
 {
     Report report;
     if (!outcome.IsLoaded)
@@ -37,7 +37,7 @@ Report ReportOn(const Mesh& mesh, const Outcome& outcome, const LocatedFile& fil
     return report;
 }
 
-Report ReportOn(const Anim& anim, const Outcome& outcome, const LocatedFile& file, FileNames& names)
+Report ReportOn(const Anim& anim, const Outcome& outcome, const LocatedFile& file, PathResolver& names)
 {
     Report report;
     if (outcome.IsLoaded)
@@ -52,21 +52,22 @@ Report ReportOn(const Anim& anim, const Outcome& outcome, const LocatedFile& fil
 
 } // namespace
 
-void JudgeMesh(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, FileNames& names,
+void JudgeMesh(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, PathResolver& names,
                JudgedFiles& judged)
 {
     if (judged.Claim(file))
         judged.Store(file.Key, ReportOn(mesh, outcome, file, names));
 }
 
-void JudgeAnim(const Anim& anim, const Outcome& outcome, const LocatedFile& file, FileNames& names,
+void JudgeAnim(const Anim& anim, const Outcome& outcome, const LocatedFile& file, PathResolver& names,
                JudgedFiles& judged)
 {
     if (judged.Claim(file))
         judged.Store(file.Key, ReportOn(anim, outcome, file, names));
 }
 
-void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, FileNames& names, JudgedFiles& judged)
+void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
+                   JudgedFiles& judged)
 {
     if (!judged.Claim(file))
         return;
@@ -76,7 +77,8 @@ void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, FileName
     judged.Store(file.Key, ReportOn(mesh, outcome, file, names));
 }
 
-void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, FileNames& names, JudgedFiles& judged)
+void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
+                   JudgedFiles& judged)
 {
     if (!judged.Claim(file))
         return;
@@ -86,7 +88,7 @@ void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, FileName
     judged.Store(file.Key, ReportOn(anim, outcome, file, names));
 }
 
-Outcome OutcomeOf(const Anim& anim, FileNames& names)
+Outcome OutcomeOf(const Anim& anim, PathResolver& names)
 {
     if (!anim.RootBone || UnfilledSlots(anim).Count() == 0)
         return {anim.RootBone != nullptr, {}, {}, {}};

@@ -13,7 +13,7 @@ namespace ZLMIM::Validate
 namespace
 {
 
-bool IsShorter(const SystemName& name, const SystemName& other)
+bool IsShorter(const NativePath& name, const NativePath& other)
 {
     return name.size() != other.size() ? name.size() < other.size() : name < other;
 }

@@ -38,7 +38,7 @@ public:
 private:
     struct File
     {
-        SystemName Name;
+        NativePath Name;
         Validate::Report Report;
     };
 

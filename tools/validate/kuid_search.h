@@ -25,8 +25,8 @@ struct FoundConfig
     std::string Failure;
 };
 
-/// All configs in the two levels of folders below a start folder, in the order of a model's search for a kuid. A
-/// model stops at the first match; this index knows the others as well.
+/// All configs in the two levels of folders below a start folder, in the order of a model's search for a
+/// kuid. A model stops at the first match; this index knows the others as well.
 class KuidIndex
 {
 public:

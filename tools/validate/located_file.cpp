@@ -5,15 +5,15 @@
 namespace ZLMIM::Validate
 {
 
-std::optional<LocatedFile> Locate(std::u16string_view name, FileNames& names)
+std::optional<LocatedFile> Locate(std::u16string_view name, PathResolver& names)
 {
     const auto found = names.Find(name, FoundFile::Kind::File);
     if (!found)
         return std::nullopt;
-    LocatedFile file = {{found->identity, {}}, found->systemName};
-    const SystemName folderName = file.Folder();
+    LocatedFile file = {{found->identity, {}}, found->nativePath};
+    const NativePath folderName = file.Folder();
     if (const auto folder =
-            names.Find(folderName.empty() ? u"." : FromSystemPath(folderName), FoundFile::Kind::Folder))
+            names.Find(folderName.empty() ? u"." : FromNativePath(folderName), FoundFile::Kind::Folder))
         file.Key.Folder = folder->identity;
     return file;
 }

@@ -1,8 +1,8 @@
 #ifndef VALIDATE_LOCATED_FILE_H
 #define VALIDATE_LOCATED_FILE_H
 
-#include "zlmim/reader/file_names.h"
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <cstdint>
 #include <optional>
@@ -32,14 +32,14 @@ struct LocatedFile
 {
     FileKey Key;
     /// Its name in the system's form.
-    SystemName Name;
+    NativePath Name;
 
     /// Its folder, with a separator at its end; empty for the working folder.
-    [[nodiscard]] SystemName Folder() const { return Name.substr(0, Name.rfind(kSystemSeparator) + 1); }
+    [[nodiscard]] NativePath Folder() const { return Name.substr(0, Name.rfind(kNativeSeparator) + 1); }
 };
 
 /// The file with a name in the object model's form, if there is one.
-[[nodiscard]] std::optional<LocatedFile> Locate(std::u16string_view name, FileNames& names);
+[[nodiscard]] std::optional<LocatedFile> Locate(std::u16string_view name, PathResolver& names);
 
 /// The name to show in a message for one in the object model's form.
 [[nodiscard]] std::string QuotedFile(std::u16string_view name);

@@ -52,7 +52,7 @@ void JudgeNumbers(const Material& material, std::int32_t chunk, Report& report)
 
 Place ChunkPlace(std::int32_t number, std::string detail) { return {0, {}, number, std::move(detail)}; }
 
-void JudgeMaterials(const Mesh& mesh, const SystemName& folder, FileNames& names, Report& report)
+void JudgeMaterials(const Mesh& mesh, const NativePath& folder, PathResolver& names, Report& report)
 {
     struct Use
     {
@@ -89,7 +89,7 @@ void JudgeMaterials(const Mesh& mesh, const SystemName& folder, FileNames& names
             report.Add(Code::TextureMissing, place,
                        "no file called " + Quoted(texture) + ", with any ending, beside the mesh" +
                            count.AndMore());
-        for (const SystemName& file : files)
+        for (const NativePath& file : files)
         {
             const std::string damage = Tools::PictureDamage(file);
             if (!damage.empty())

@@ -4,8 +4,8 @@
 #include "finding.h"
 
 #include "zlmim/mesh/mesh.h"
-#include "zlmim/reader/file_names.h"
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <cstdint>
 #include <string>
@@ -15,7 +15,7 @@ namespace ZLMIM::Validate
 
 /// Checks the materials of a mesh, and that its textures' files are in the mesh's folder, which is named with
 /// a separator at its end.
-void JudgeMaterials(const Mesh& mesh, const SystemName& folder, FileNames& names, Report& report);
+void JudgeMaterials(const Mesh& mesh, const NativePath& folder, PathResolver& names, Report& report);
 
 /// A place in the chunk with that number.
 [[nodiscard]] Place ChunkPlace(std::int32_t number, std::string detail = {});

@@ -5,7 +5,7 @@
 #include "tools/common/text.h"
 
 #include "zlmim/model/text.h"
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <algorithm>
 #include <set>
@@ -15,7 +15,7 @@ namespace ZLMIM::Validate
 namespace
 {
 
-constexpr auto kSeparator = static_cast<char16_t>(kSystemSeparator);
+constexpr auto kSeparator = static_cast<char16_t>(kNativeSeparator);
 
 std::string Severities(const Counts& counts)
 {

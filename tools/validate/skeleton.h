@@ -18,12 +18,12 @@ void JudgeSkeleton(const Mesh& mesh, Report& report);
 /// Checks the key frames of an animation that has a tree of bones.
 void JudgeFrames(const Anim& anim, Report& report);
 
-/// Slots that no frame has filled. A table has one slot more than there are frames, so an empty last or first one
-/// doesn't count. The rotation in a filled slot isn't all zero.
+/// Slots that no frame has filled. A table has one slot more than there are frames, so an empty last or first
+/// one doesn't count. The rotation in a filled slot isn't all zero.
 [[nodiscard]] Tally UnfilledSlots(const Anim& anim);
 
-/// The first difference between an animation's bones and a mesh's, in the order of both trees; empty if there is
-/// none.
+/// The first difference between an animation's bones and a mesh's, in the order of both trees; empty if there
+/// is none.
 [[nodiscard]] std::string TreeDifference(const Bone& skeleton, const BoneAnim& animation);
 
 } // namespace ZLMIM::Validate

@@ -25,13 +25,13 @@ constexpr std::u16string_view kConfigName = u"config.txt";
 class Finder
 {
 public:
-    explicit Finder(FileNames& names) : mNames(names) {}
+    explicit Finder(PathResolver& names) : mNames(names) {}
 
     void Take(const std::u16string& name, bool isRecursive)
     {
         const auto folder = mNames.Find(name, FoundFile::Kind::Folder);
         if (folder && isRecursive)
-            return Walk(Tools::ToPath(folder->systemName));
+            return Walk(Tools::ToPath(folder->nativePath));
         auto input = Tools::FindInput(name, mNames);
         if (auto* const why = std::get_if<std::string>(&input))
             Fail(name, *why + (folder ? "; --recursive looks into the folders below" : ""));
@@ -88,7 +88,7 @@ private:
         if (misnamed && !hasConfig)
             mSubjects.Findings.push_back(
                 {Code::ConfigName,
-                 Tools::ShownName(SystemName(misnamed->native().begin(), misnamed->native().end())),
+                 Tools::ShownName(NativePath(misnamed->native().begin(), misnamed->native().end())),
                  {},
                  "there is no config.txt in this folder; rename this file",
                  {}});
@@ -98,16 +98,16 @@ private:
     void Fail(const std::u16string& name, std::string message)
     {
         mSubjects.Findings.push_back(
-            {Code::NotLoaded, Tools::ShownName(ToSystemName(name)), {}, std::move(message), {}});
+            {Code::NotLoaded, Tools::ShownName(ToNativePath(name)), {}, std::move(message), {}});
     }
 
-    FileNames& mNames;
+    PathResolver& mNames;
     Subjects mSubjects;
 };
 
 } // namespace
 
-Subjects FindSubjects(const std::vector<std::string>& paths, bool isRecursive, FileNames& names)
+Subjects FindSubjects(const std::vector<std::string>& paths, bool isRecursive, PathResolver& names)
 {
     Finder finder(names);
     for (const std::string& path : paths)

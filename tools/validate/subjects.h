@@ -4,7 +4,7 @@
 #include "finding.h"
 
 #include "tools/common/asset.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <string>
 #include <vector>
@@ -23,7 +23,7 @@ struct Subjects
 /// three kinds in them and below, sorted; links to folders aren't followed below the path itself. What
 /// doesn't exist or can't be read becomes a finding.
 [[nodiscard]] Subjects FindSubjects(const std::vector<std::string>& paths, bool isRecursive,
-                                    FileNames& names);
+                                    PathResolver& names);
 
 } // namespace ZLMIM::Validate
 

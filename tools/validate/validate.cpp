@@ -29,7 +29,7 @@ public:
           mThreads(request.Threads > 0 ? request.Threads : std::max(std::thread::hardware_concurrency(), 1U))
     {
         for (unsigned i = 0; i < mThreads; ++i)
-            mNames.push_back(std::make_shared<FileNames>());
+            mNames.push_back(std::make_shared<PathResolver>());
     }
 
     Result Judge()
@@ -97,7 +97,7 @@ private:
                        [&](std::size_t index, std::size_t worker)
                        {
                            const Tools::Input& subject = subjects[index];
-                           FileNames& names = *mNames[worker];
+                           PathResolver& names = *mNames[worker];
                            const auto file = Locate(subject.Name, names);
                            if (file && subject.Kind == Tools::Kind::Mesh)
                                JudgeMeshFile(subject.Name, *file, names, mJudged);
@@ -118,7 +118,7 @@ private:
     const Request& mRequest;
     unsigned mThreads;
     /// One for each worker. They cache the folders that they have listed.
-    std::vector<std::shared_ptr<FileNames>> mNames;
+    std::vector<std::shared_ptr<PathResolver>> mNames;
     JudgedFiles mJudged;
     KuidSearch mSearch;
     std::mutex mMutex;

@@ -9,17 +9,17 @@ namespace ZLMIM
 
 bool Anim::Load(std::u16string_view name)
 {
-    FileNames names;
+    PathResolver paths;
     LoadBudget budget;
-    return Load(name, names, budget);
+    return Load(name, paths, budget);
 }
 
-bool Anim::Load(std::u16string_view name, FileNames& names, LoadBudget& budget)
+bool Anim::Load(std::u16string_view name, PathResolver& paths, LoadBudget& budget)
 {
     FileName = std::u16string(name); // the name may be this very property
     return Container::Load(
         FileName, mCursor,
-        [&] { return mCursor.LoadFile(FileName, names, budget, FileSize, EmptyFile::Accepted); },
+        [&] { return mCursor.LoadFile(FileName, paths, budget, FileSize, EmptyFile::Accepted); },
         [this] { return Parse(); });
 }
 

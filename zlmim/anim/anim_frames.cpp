@@ -133,7 +133,7 @@ bool Anim::ReadFrames(const BoneOrder& bones)
     if (mCursor.CanRead(count, static_cast<std::int64_t>(bones.size() * sizeof(Keyframe))))
     {
         for (BoneAnim* const bone : bones)
-            bone->mFrames.LayOut();
+            bone->mFrames.Prefault();
     }
     WaitingFrames waiting(bones);
     for (std::int32_t i = 0; i < count; ++i)

@@ -2,8 +2,8 @@
 #define ZLMIM_COMPONENT_ABI_H
 
 /// \file
-/// The types and functions of the component interface: the system's own on Windows, elsewhere the same names
-/// with the same layouts, from `zlmim/component/abi_posix.h`.
+/// The types and functions of the component interface: on Windows the system's, elsewhere the same names and
+/// layouts from `zlmim/component/abi_posix.h`.
 /// \ingroup hosts
 
 #ifdef _WIN32

@@ -133,9 +133,6 @@ struct IUnknown
     virtual HRESULT QueryInterface(REFIID iid, void** object) = 0;
     virtual ULONG AddRef() = 0;
     virtual ULONG Release() = 0;
-
-protected:
-    ~IUnknown() = default;
 };
 
 struct VARIANT
@@ -206,18 +203,12 @@ struct IDispatch : IUnknown
     virtual HRESULT GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) = 0;
     virtual HRESULT Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* arguments,
                            VARIANT* result, EXCEPINFO* exception, UINT* badArgument) = 0;
-
-protected:
-    ~IDispatch() = default;
 };
 
 struct IClassFactory : IUnknown
 {
     virtual HRESULT CreateInstance(IUnknown* outer, REFIID iid, void** object) = 0;
     virtual HRESULT LockServer(BOOL lock) = 0;
-
-protected:
-    ~IClassFactory() = default;
 };
 
 struct IEnumVARIANT : IUnknown
@@ -226,17 +217,11 @@ struct IEnumVARIANT : IUnknown
     virtual HRESULT Skip(ULONG count) = 0;
     virtual HRESULT Reset() = 0;
     virtual HRESULT Clone(IEnumVARIANT** copy) = 0;
-
-protected:
-    ~IEnumVARIANT() = default;
 };
 
 struct ISupportErrorInfo : IUnknown
 {
     virtual HRESULT InterfaceSupportsErrorInfo(REFIID iid) = 0;
-
-protected:
-    ~ISupportErrorInfo() = default;
 };
 
 struct IErrorInfo : IUnknown
@@ -246,9 +231,6 @@ struct IErrorInfo : IUnknown
     virtual HRESULT GetDescription(BSTR* description) = 0;
     virtual HRESULT GetHelpFile(BSTR* file) = 0;
     virtual HRESULT GetHelpContext(DWORD* context) = 0;
-
-protected:
-    ~IErrorInfo() = default;
 };
 
 struct IRecordInfo : IUnknown
@@ -269,9 +251,6 @@ struct IRecordInfo : IUnknown
     virtual void* RecordCreate() = 0;
     virtual HRESULT RecordCreateCopy(void* from, void** copy) = 0;
     virtual HRESULT RecordDestroy(void* record) = 0;
-
-protected:
-    ~IRecordInfo() = default;
 };
 
 /// A text of `length` characters, copied from `text`, or zeros if that is null. Null if there is no memory.

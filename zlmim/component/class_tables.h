@@ -42,8 +42,7 @@ inline constexpr void (MeshEntry::*kLoadEntry)(const std::shared_ptr<ZLMModel>&,
 inline constexpr const char* kErrorMessageHelp = "Text if Load() fails";
 inline constexpr const char* kChildrenHelp = "Child Bone Objects";
 
-template <>
-struct Interface<Anim>
+template <> struct Interface<Anim>
 {
     static constexpr InterfaceId kIds[] = {{"_anim", ParseGuid("8CA1AFC4-963D-4111-912E-ED20800DE670")}};
     static constexpr auto kRows = Table(
@@ -57,26 +56,22 @@ struct Interface<Anim>
         Property<&Anim::RootBone>("RootBone"),
         Property<&Anim::FileName>("FileName"),
         Method<kLoadAnim, Passing::In>("Load", {"Name"}));
-    static constexpr ClassInfo kInfo{
-        kClassName<Anim>, ParseGuid("DF1AD90E-EBD4-4BBF-8DEF-55B7DD3D9BB4"),
-        kMeshHelp, kIds, kRows.members, &Create<Anim>};
+    static constexpr ClassInfo kInfo{kClassName<Anim>, ParseGuid("DF1AD90E-EBD4-4BBF-8DEF-55B7DD3D9BB4"), kMeshHelp,
+                                     kIds, kRows.members, &Create<Anim>};
 };
 
-template <>
-struct Interface<Attachment>
+template <> struct Interface<Attachment>
 {
     static constexpr InterfaceId kIds[] = {{"_Attachment", ParseGuid("30E49CD5-F82D-4ABE-A3A4-3EA91B6E75D7")}};
     static constexpr auto kRows = Table(
         Property<&Attachment::Version>("Version", "Normally 100"),
         Property<&Attachment::Name>("Name"),
         Property<&Attachment::Matrix>("Matrix", "4x3 matrix for rotation/position of the attachment"));
-    static constexpr ClassInfo kInfo{
-        kClassName<Attachment>, ParseGuid("1420EE45-71E3-4AB1-8819-4F1FBE6439DD"),
-        "ZLM Attachment point definition", kIds, kRows.members, &Create<Attachment>};
+    static constexpr ClassInfo kInfo{kClassName<Attachment>, ParseGuid("1420EE45-71E3-4AB1-8819-4F1FBE6439DD"), "ZLM Attachment point definition",
+                                     kIds, kRows.members, &Create<Attachment>};
 };
 
-template <>
-struct Interface<Chunk>
+template <> struct Interface<Chunk>
 {
     static constexpr InterfaceId kIds[] = {{"_Chunk", ParseGuid("5AB1D67C-2E99-4E4A-856D-AF147F91D608")}};
     static constexpr auto kRows = Table(
@@ -84,13 +79,11 @@ struct Interface<Chunk>
         Property<&Chunk::Geometry>("Geometry"),
         Property<&Chunk::Version>("Version"),
         Property<&Chunk::Id>("Id"));
-    static constexpr ClassInfo kInfo{
-        kClassName<Chunk>, ParseGuid("AAE8BE13-C65E-4DCA-86E0-6EB02F0169E3"),
-        "The material and geometry for part of the mesh", kIds, kRows.members, &Create<Chunk>};
+    static constexpr ClassInfo kInfo{kClassName<Chunk>, ParseGuid("AAE8BE13-C65E-4DCA-86E0-6EB02F0169E3"), "The material and geometry for part of the mesh",
+                                     kIds, kRows.members, &Create<Chunk>};
 };
 
-template <>
-struct Interface<Material>
+template <> struct Interface<Material>
 {
     static constexpr InterfaceId kIds[] = {{"_Material", ParseGuid("32749DEA-FB00-44D6-9676-9EFA99D54657")}};
     static constexpr auto kRows = Table(
@@ -105,13 +98,11 @@ struct Interface<Material>
         PropertyPutFirst<&Material::Diffuse>("Diffuse"),
         PropertyPutFirst<&Material::Specular>("Specular"),
         PropertyPutFirst<&Material::Emissive>("Emissive"));
-    static constexpr ClassInfo kInfo{
-        kClassName<Material>, ParseGuid("53ED60C5-839C-45B7-8475-FA37BF611D27"),
-        "Material used by a chunk", kIds, kRows.members, &Create<Material>};
+    static constexpr ClassInfo kInfo{kClassName<Material>, ParseGuid("53ED60C5-839C-45B7-8475-FA37BF611D27"), "Material used by a chunk",
+                                     kIds, kRows.members, &Create<Material>};
 };
 
-template <>
-struct Interface<Geometry>
+template <> struct Interface<Geometry>
 {
     static constexpr InterfaceId kIds[] = {{"_Geometry", ParseGuid("DE26527F-A37B-4FF5-831D-E36F575C80E4")}};
     static constexpr auto kRows = Table(
@@ -132,26 +123,22 @@ struct Interface<Geometry>
         Property<&Geometry::MaxIndex, &Geometry::SetMaxIndex>("MaxIndex"),
         Method<&Geometry::SetIndex, Passing::Ref, Passing::In>("SetIndex", {"index", "i"}),
         Method<&Geometry::GetIndex, Passing::Ref>("GetIndex", {"index"}));
-    static constexpr ClassInfo kInfo{
-        kClassName<Geometry>, ParseGuid("82012617-A6B0-4C04-B9E6-E47327ECFDD8"),
-        kGeometryHelp, kIds, kRows.members, &Create<Geometry>};
+    static constexpr ClassInfo kInfo{kClassName<Geometry>, ParseGuid("82012617-A6B0-4C04-B9E6-E47327ECFDD8"), kGeometryHelp,
+                                     kIds, kRows.members, &Create<Geometry>};
 };
 
-template <>
-struct Interface<Texture>
+template <> struct Interface<Texture>
 {
     static constexpr InterfaceId kIds[] = {{"_Texture", ParseGuid("1E9A2082-879C-428A-B726-FE65F2B92EA1")}};
     static constexpr auto kRows = Table(
         Property<&Texture::TextureType>("TextureType"),
         Property<&Texture::Name>("Name"),
         Property<&Texture::Amount>("Amount", "Influence over the material as a whole."));
-    static constexpr ClassInfo kInfo{
-        kClassName<Texture>, ParseGuid("B11F155D-9B04-4C00-857B-C8902EF329C6"),
-        nullptr, kIds, kRows.members, &Create<Texture>};
+    static constexpr ClassInfo kInfo{kClassName<Texture>, ParseGuid("B11F155D-9B04-4C00-857B-C8902EF329C6"), nullptr,
+                                     kIds, kRows.members, &Create<Texture>};
 };
 
-template <>
-struct Interface<BoneAnim>
+template <> struct Interface<BoneAnim>
 {
     static constexpr InterfaceId kIds[] = {{"_BoneAnim", ParseGuid("6A0629D7-A83A-494D-88E2-EBDB23345A6F")}};
     static constexpr auto kRows = Table(
@@ -161,13 +148,11 @@ struct Interface<BoneAnim>
         Method<&BoneAnim::InitFrames, Passing::In>("InitFrames", {"i"}),
         Method<&BoneAnim::GetFrame, Passing::In>("GetFrame", {"i"}),
         Method<&BoneAnim::SetFrame, Passing::In, Passing::Ref>("SetFrame", {"i", "k"}));
-    static constexpr ClassInfo kInfo{
-        kClassName<BoneAnim>, ParseGuid("ED5B541C-FEBF-43AA-A8D5-33372B88BFC5"),
-        kBoneHelp, kIds, kRows.members, &Create<BoneAnim>};
+    static constexpr ClassInfo kInfo{kClassName<BoneAnim>, ParseGuid("ED5B541C-FEBF-43AA-A8D5-33372B88BFC5"), kBoneHelp,
+                                     kIds, kRows.members, &Create<BoneAnim>};
 };
 
-template <>
-struct Interface<ZLMModel>
+template <> struct Interface<ZLMModel>
 {
     static constexpr InterfaceId kIds[] = {{"_ZLMModel", ParseGuid("A83B6793-68EE-4E0E-A23C-4D656B037322")}};
     static constexpr auto kRows = Table(
@@ -183,13 +168,11 @@ struct Interface<ZLMModel>
         Property<&ZLMModel::Pantograph>("Pantograph"),
         Property<&ZLMModel::kuid, &ZLMModel::SetKuid>("kuid"),
         Method<kLoadModel, Passing::Ref>("Load", {"ConfigFileName"}, "Load up the Config File"));
-    static constexpr ClassInfo kInfo{
-        kClassName<ZLMModel>, ParseGuid("EA4DAF51-E7AC-4BED-8395-E29AD2C93E1F"),
-        "The object representing a CONFIG.TXT file from ZLM", kIds, kRows.members, &Create<ZLMModel>};
+    static constexpr ClassInfo kInfo{kClassName<ZLMModel>, ParseGuid("EA4DAF51-E7AC-4BED-8395-E29AD2C93E1F"), "The object representing a CONFIG.TXT file from ZLM",
+                                     kIds, kRows.members, &Create<ZLMModel>};
 };
 
-template <>
-struct Interface<MeshEntry>
+template <> struct Interface<MeshEntry>
 {
     static constexpr InterfaceId kIds[] = {{"_MeshEntry", ParseGuid("F378CA53-C077-487F-A055-F7ED91947255")}};
     static constexpr auto kRows = Table(
@@ -200,13 +183,11 @@ struct Interface<MeshEntry>
         Property<&MeshEntry::Att>("Att"),
         Property<&MeshEntry::Parent, &MeshEntry::SetParent>("Parent"),
         Method<kLoadEntry, Passing::Ref, Passing::Ref, Passing::Ref, Passing::Ref, Passing::InOut, Passing::InOut>("Load", {"Model", "sName", "MeshFile", "AnimFile", "AttPar", "AttName"}));
-    static constexpr ClassInfo kInfo{
-        kClassName<MeshEntry>, ParseGuid("A82C949E-A450-47AF-A52E-D44800E70FFA"),
-        nullptr, kIds, kRows.members, &Create<MeshEntry>};
+    static constexpr ClassInfo kInfo{kClassName<MeshEntry>, ParseGuid("A82C949E-A450-47AF-A52E-D44800E70FFA"), nullptr,
+                                     kIds, kRows.members, &Create<MeshEntry>};
 };
 
-template <>
-struct Interface<Mesh>
+template <> struct Interface<Mesh>
 {
     static constexpr InterfaceId kIds[] = {
         {"Mesh___v0", ParseGuid("8FEEE349-8D59-450E-87CE-ECA64FC6C4CB"), 0},
@@ -228,13 +209,11 @@ struct Interface<Mesh>
         Property<&Mesh::BoneCount>("BoneCount"),
         Property<&Mesh::VertexCount>("VertexCount"),
         Property<&Mesh::TextureCount>("TextureCount"));
-    static constexpr ClassInfo kInfo{
-        kClassName<Mesh>, ParseGuid("5EC8E051-39D2-469F-AD68-CEEC1A0E7729"),
-        kMeshHelp, kIds, kRows.members, &Create<Mesh>};
+    static constexpr ClassInfo kInfo{kClassName<Mesh>, ParseGuid("5EC8E051-39D2-469F-AD68-CEEC1A0E7729"), kMeshHelp,
+                                     kIds, kRows.members, &Create<Mesh>};
 };
 
-template <>
-struct Interface<Bone>
+template <> struct Interface<Bone>
 {
     static constexpr InterfaceId kIds[] = {{"_Bone", ParseGuid("B8C0DE3C-1C82-4C2B-AFB7-820026A49CDE")}};
     static constexpr auto kRows = Table(
@@ -245,9 +224,8 @@ struct Interface<Bone>
         Property<&Bone::Position>("Position"),
         Property<&Bone::Rotation>("Rotation"),
         Method<&Bone::ToMatrix>("ToMatrix"));
-    static constexpr ClassInfo kInfo{
-        kClassName<Bone>, ParseGuid("93EA3F7B-D773-40A5-A5EC-714D91248041"),
-        kBoneHelp, kIds, kRows.members, &Create<Bone>};
+    static constexpr ClassInfo kInfo{kClassName<Bone>, ParseGuid("93EA3F7B-D773-40A5-A5EC-714D91248041"), kBoneHelp,
+                                     kIds, kRows.members, &Create<Bone>};
 };
 
 // clang-format on

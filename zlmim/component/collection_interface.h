@@ -71,7 +71,7 @@ void Remove(Collection<T>& list, const VARIANT& index)
 template <class T>
 [[nodiscard]] IUnknown* NewEnum(Collection<T>& list)
 {
-    return ListEnumerator::Make(
+    return new ListEnumerator(
         std::static_pointer_cast<Collection<T>>(list.ComHeader.Self),
         [](const void* object, std::int32_t number)
         { return EntryAt(*static_cast<const Collection<T>*>(object), number); },

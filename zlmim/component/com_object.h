@@ -37,7 +37,7 @@ protected:
     virtual ~ComObject() { --LiveCount; }
 
     /// Implements `QueryInterface`: hands out this object if `isOffered`.
-    [[nodiscard]] HRESULT HandOut(void** object, bool isOffered) noexcept
+    [[nodiscard]] HRESULT Share(void** object, bool isOffered) noexcept
     {
         if (!object)
             return E_POINTER;

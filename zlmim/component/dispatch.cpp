@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 namespace ZLMIM::Component
 {
@@ -46,7 +47,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) noexcept override
     {
-        return IsSame(iid, kISupportErrorInfo) ? HandOut(result, true)
+        return IsSame(iid, kISupportErrorInfo) ? Share(result, true)
                                                : Component::QueryInterface(mInfo, mObject, iid, result);
     }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) noexcept override
@@ -71,24 +72,19 @@ private:
 }
 
 /// The status in `EXCEPINFO`. If it has a text, script hosts see a classic error number only in this form.
-[[nodiscard]] constexpr SCODE ClassicStatus(HRESULT status)
+[[nodiscard]] SCODE ClassicStatus(HRESULT status)
 {
-    constexpr auto kClassic = static_cast<SCODE>(0x800A0000);
-    switch (status)
+    constexpr std::pair<HRESULT, int> kNumbers[] = {{E_INVALIDARG, 5},
+                                                    {DISP_E_OVERFLOW, 6},
+                                                    {E_OUTOFMEMORY, 7},
+                                                    {DISP_E_BADINDEX, 9},
+                                                    {DISP_E_TYPEMISMATCH, 13}};
+    for (const auto& [known, number] : kNumbers)
     {
-    case E_INVALIDARG:
-        return kClassic + 5;
-    case DISP_E_OVERFLOW:
-        return kClassic + 6;
-    case E_OUTOFMEMORY:
-        return kClassic + 7;
-    case DISP_E_BADINDEX:
-        return kClassic + 9;
-    case DISP_E_TYPEMISMATCH:
-        return kClassic + 13;
-    default:
-        return status;
+        if (status == known)
+            return static_cast<SCODE>(0x800A0000) + number;
     }
+    return status;
 }
 
 /// Passes the arguments on to the list that the property `member` holds.

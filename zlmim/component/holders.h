@@ -16,17 +16,17 @@ namespace ZLMIM::Component
 /// \addtogroup hosts
 /// @{
 
-/// Owns a text of the component interface; null, which is the empty text, to begin with.
+/// Owns a text. Initially null, which is the empty text.
 class Text
 {
 public:
     Text() = default;
-    /// A copy.
+    /// A copy of `text`.
     /// @throws std::bad_alloc
     explicit Text(std::u16string_view text) : mText(Allocate(text)) {}
     /// Takes over the text of `other`.
     Text(Text&& other) noexcept : mText(std::exchange(other.mText, nullptr)) {}
-    /// Takes over the text of `other`, which gets this one.
+    /// Exchanges the texts.
     Text& operator=(Text&& other) noexcept
     {
         std::swap(mText, other.mText);
@@ -36,7 +36,7 @@ public:
     Text& operator=(const Text&) = delete;
     ~Text() { SysFreeString(mText); }
 
-    /// Owns a text that a call has given.
+    /// Owns a text that a call returned.
     [[nodiscard]] static Text Adopt(BSTR given) noexcept
     {
         Text text;
@@ -44,13 +44,13 @@ public:
         return text;
     }
 
-    /// A text that the caller must free.
+    /// Returns a copy that the caller must free.
     /// @throws std::bad_alloc
     [[nodiscard]] static BSTR Allocate(std::u16string_view text)
     {
         if (text.size() > std::numeric_limits<UINT>::max() / 4)
             throw std::bad_alloc();
-        // The characters of some systems are a type of their own, with 16 bits as well.
+        // On some systems OLECHAR is another type of 16 bits.
         auto* const allocated = SysAllocStringLen(nullptr, static_cast<UINT>(text.size()));
         if (!allocated)
             throw std::bad_alloc();
@@ -64,34 +64,34 @@ public:
         return text ? std::u16string(text, text + SysStringLen(text)) : std::u16string();
     }
 
-    /// Its characters.
+    /// The characters.
     [[nodiscard]] std::u16string Copy() const { return Copy(mText); }
-    /// For a call that reads it; stays owned here.
+    /// For a call that reads the text, which stays owned here.
     [[nodiscard]] BSTR Get() const noexcept { return mText; }
-    /// Gives the text away.
+    /// Releases ownership to the caller.
     [[nodiscard]] BSTR Detach() noexcept { return std::exchange(mText, nullptr); }
-    /// Where a call leaves its result; what was held before is freed.
+    /// For a call that returns a text. Frees the present one.
     [[nodiscard]] BSTR* Out() noexcept
     {
         SysFreeString(std::exchange(mText, nullptr));
         return &mText;
     }
-    /// Where a call finds a text and may leave another.
+    /// For a call that reads the text and may replace it.
     [[nodiscard]] BSTR* InOut() noexcept { return &mText; }
 
 private:
     BSTR mText = nullptr;
 };
 
-/// Owns a counted reference to an interface; null to begin with.
+/// Owns a counted reference to an interface. Initially null.
 template <class T>
 class Pointer
 {
 public:
     Pointer() = default;
-    /// Takes over a reference that has been counted already.
-    explicit Pointer(T* counted) noexcept : mPointer(counted) {}
-    /// Counts a reference of its own.
+    /// Takes over a reference that the caller owns.
+    explicit Pointer(T* owned) noexcept : mPointer(owned) {}
+    /// Adds a reference.
     Pointer(const Pointer& other) noexcept : mPointer(other.mPointer)
     {
         if (mPointer)
@@ -99,7 +99,7 @@ public:
     }
     /// Takes over the reference of `other`.
     Pointer(Pointer&& other) noexcept : mPointer(std::exchange(other.mPointer, nullptr)) {}
-    /// Takes over the reference of `other`, and releases the former one.
+    /// Takes over the reference of `other` and releases the present one.
     Pointer& operator=(Pointer other) noexcept
     {
         std::swap(mPointer, other.mPointer);
@@ -113,33 +113,33 @@ public:
         if (T* const pointer = std::exchange(mPointer, nullptr))
             pointer->Release();
     }
-    /// Stays owned here.
+    /// The pointer, still owned here.
     [[nodiscard]] T* Get() const noexcept { return mPointer; }
-    /// Calls a member; the pointer must not be null.
+    /// Calls a member. The pointer must not be null.
     [[nodiscard]] T* operator->() const noexcept { return mPointer; }
     /// Whether it isn't null.
     [[nodiscard]] explicit operator bool() const noexcept { return mPointer != nullptr; }
-    /// Gives the reference away.
+    /// Releases ownership to the caller.
     [[nodiscard]] T* Detach() noexcept { return std::exchange(mPointer, nullptr); }
-    /// Where a call leaves its result; what was held before is released.
+    /// For a call that returns an interface. Releases the present one.
     [[nodiscard]] T** Out() noexcept
     {
         Reset();
         return &mPointer;
     }
-    /// The same for calls that don't tell the interface's type.
+    /// The same for calls that return any interface.
     [[nodiscard]] void** OutAny() noexcept { return reinterpret_cast<void**>(Out()); }
 
 private:
     T* mPointer = nullptr;
 };
 
-/// A variant that owns what it holds; empty to begin with.
+/// A variant that owns what it holds. Initially empty.
 class Variant : public VARIANT
 {
 public:
     Variant() noexcept : VARIANT() { VariantInit(this); }
-    /// A whole number, such as that of an entry of a list.
+    /// An integer, such as the index of an entry.
     explicit Variant(LONG number) noexcept : Variant()
     {
         vt = VT_I4;
@@ -158,7 +158,7 @@ public:
         bstrVal = Text::Allocate(text);
         vt = VT_BSTR;
     }
-    /// An object, of which it counts a reference of its own.
+    /// An object, to which it adds a reference.
     explicit Variant(IDispatch* object) noexcept : Variant()
     {
         vt = VT_DISPATCH;
@@ -170,7 +170,7 @@ public:
     Variant& operator=(const Variant&) = delete;
     ~Variant() { VariantClear(this); }
 
-    /// Where a call leaves its result; what was held before is freed.
+    /// For a call that returns a variant. Frees the present value.
     [[nodiscard]] VARIANT* Out() noexcept
     {
         VariantClear(this);

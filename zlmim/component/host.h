@@ -74,22 +74,10 @@ template <class I>
 #endif
 }
 
-struct _Collection;
-struct _anim;
-struct _Attachment;
-struct _Chunk;
-struct _Material;
-struct _Geometry;
-struct _Texture;
-struct _BoneAnim;
-struct _ZLMModel;
-struct _MeshEntry;
-struct _Mesh;
-struct _Bone;
+struct _Collection; struct _anim; struct _Attachment; struct _Chunk; struct _Material; struct _Geometry; struct _Texture; struct _BoneAnim; struct _ZLMModel; struct _MeshEntry; struct _Mesh; struct _Bone; 
 
 /// Interface of `ZLMIM::Collection`.
-struct _Collection : IDispatch
-{
+struct _Collection : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE Item(VARIANT* index, VARIANT* result) = 0; ///< \copydoc ZLMIM::Collection::Item
     virtual HRESULT STDMETHODCALLTYPE Add(VARIANT* Item, VARIANT* Key, VARIANT* Before, VARIANT* After) = 0; ///< Appends `Item`, which must be of the type that the list holds. Omit the other arguments.
     virtual HRESULT STDMETHODCALLTYPE Count(LONG* result) = 0; ///< \copydoc ZLMIM::Collection::Count
@@ -98,8 +86,7 @@ struct _Collection : IDispatch
 };
 
 /// Interface of `ZLMIM::Anim`.
-struct _anim : IDispatch
-{
+struct _anim : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_ErrorMessage(BSTR* value) = 0; ///< \copydoc ZLMIM::Anim::ErrorMessage
     virtual HRESULT STDMETHODCALLTYPE put_ErrorMessage(BSTR value) = 0; ///< Sets what `get_ErrorMessage` returns.
     virtual HRESULT STDMETHODCALLTYPE get_FrameCount(LONG* value) = 0; ///< \copydoc ZLMIM::Anim::FrameCount
@@ -122,8 +109,7 @@ struct _anim : IDispatch
 };
 
 /// Interface of `ZLMIM::Attachment`.
-struct _Attachment : IDispatch
-{
+struct _Attachment : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Version(LONG* value) = 0; ///< \copydoc ZLMIM::Attachment::Version
     virtual HRESULT STDMETHODCALLTYPE put_Version(LONG value) = 0; ///< Sets what `get_Version` returns.
     virtual HRESULT STDMETHODCALLTYPE get_Name(BSTR* value) = 0; ///< \copydoc ZLMIM::Attachment::Name
@@ -133,8 +119,7 @@ struct _Attachment : IDispatch
 };
 
 /// Interface of `ZLMIM::Chunk`.
-struct _Chunk : IDispatch
-{
+struct _Chunk : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Material(_Material** value) = 0; ///< \copydoc ZLMIM::Chunk::Material
     virtual HRESULT STDMETHODCALLTYPE putref_Material(_Material* value) = 0; ///< Sets what `get_Material` returns.
     virtual HRESULT STDMETHODCALLTYPE get_Geometry(_Geometry** value) = 0; ///< \copydoc ZLMIM::Chunk::Geometry
@@ -146,8 +131,7 @@ struct _Chunk : IDispatch
 };
 
 /// Interface of `ZLMIM::Material`.
-struct _Material : IDispatch
-{
+struct _Material : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Version(LONG* value) = 0; ///< \copydoc ZLMIM::Material::Version
     virtual HRESULT STDMETHODCALLTYPE put_Version(LONG value) = 0; ///< Sets what `get_Version` returns.
     virtual HRESULT STDMETHODCALLTYPE get_NumProperties(LONG* value) = 0; ///< \copydoc ZLMIM::Material::NumProperties
@@ -173,8 +157,7 @@ struct _Material : IDispatch
 };
 
 /// Interface of `ZLMIM::Geometry`.
-struct _Geometry : IDispatch
-{
+struct _Geometry : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Version(LONG* value) = 0; ///< \copydoc ZLMIM::Geometry::Version
     virtual HRESULT STDMETHODCALLTYPE put_Version(LONG value) = 0; ///< Sets what `get_Version` returns.
     virtual HRESULT STDMETHODCALLTYPE get_Area(float* value) = 0; ///< \copydoc ZLMIM::Geometry::Area
@@ -206,8 +189,7 @@ struct _Geometry : IDispatch
 };
 
 /// Interface of `ZLMIM::Texture`.
-struct _Texture : IDispatch
-{
+struct _Texture : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_TextureType(txtype* value) = 0; ///< \copydoc ZLMIM::Texture::TextureType
     virtual HRESULT STDMETHODCALLTYPE put_TextureType(txtype value) = 0; ///< Sets what `get_TextureType` returns.
     virtual HRESULT STDMETHODCALLTYPE get_Name(BSTR* value) = 0; ///< \copydoc ZLMIM::Texture::Name
@@ -217,8 +199,7 @@ struct _Texture : IDispatch
 };
 
 /// Interface of `ZLMIM::BoneAnim`.
-struct _BoneAnim : IDispatch
-{
+struct _BoneAnim : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Children(_Collection** value) = 0; ///< \copydoc ZLMIM::BoneAnim::Children
     virtual HRESULT STDMETHODCALLTYPE putref_Children(_Collection* value) = 0; ///< Sets what `get_Children` returns.
     virtual HRESULT STDMETHODCALLTYPE get_Name(BSTR* value) = 0; ///< \copydoc ZLMIM::BoneAnim::Name
@@ -231,8 +212,7 @@ struct _BoneAnim : IDispatch
 };
 
 /// Interface of `ZLMIM::ZLMModel`.
-struct _ZLMModel : IDispatch
-{
+struct _ZLMModel : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_MeshTable(_Collection** value) = 0; ///< \copydoc ZLMIM::ZLMModel::MeshTable
     virtual HRESULT STDMETHODCALLTYPE putref_MeshTable(_Collection* value) = 0; ///< Sets what `get_MeshTable` returns.
     virtual HRESULT STDMETHODCALLTYPE get_AssetFileName(BSTR* value) = 0; ///< \copydoc ZLMIM::ZLMModel::AssetFileName
@@ -259,8 +239,7 @@ struct _ZLMModel : IDispatch
 };
 
 /// Interface of `ZLMIM::MeshEntry`.
-struct _MeshEntry : IDispatch
-{
+struct _MeshEntry : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Mesh(_Mesh** value) = 0; ///< \copydoc ZLMIM::MeshEntry::Mesh
     virtual HRESULT STDMETHODCALLTYPE putref_Mesh(_Mesh* value) = 0; ///< Sets what `get_Mesh` returns.
     virtual HRESULT STDMETHODCALLTYPE get_anim(_anim** value) = 0; ///< \copydoc ZLMIM::MeshEntry::anim
@@ -277,8 +256,7 @@ struct _MeshEntry : IDispatch
 };
 
 /// Interface of `ZLMIM::Mesh`.
-struct _Mesh : IDispatch
-{
+struct _Mesh : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_ErrorMessage(BSTR* value) = 0; ///< \copydoc ZLMIM::Mesh::ErrorMessage
     virtual HRESULT STDMETHODCALLTYPE put_ErrorMessage(BSTR value) = 0; ///< Sets what `get_ErrorMessage` returns.
     virtual HRESULT STDMETHODCALLTYPE get_ChunkCount(LONG* value) = 0; ///< \copydoc ZLMIM::Mesh::ChunkCount
@@ -309,8 +287,7 @@ struct _Mesh : IDispatch
 };
 
 /// Interface of `ZLMIM::Bone`.
-struct _Bone : IDispatch
-{
+struct _Bone : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Children(_Collection** value) = 0; ///< \copydoc ZLMIM::Bone::Children
     virtual HRESULT STDMETHODCALLTYPE putref_Children(_Collection* value) = 0; ///< Sets what `get_Children` returns.
     virtual HRESULT STDMETHODCALLTYPE get_Name(BSTR* value) = 0; ///< \copydoc ZLMIM::Bone::Name

@@ -19,12 +19,6 @@ ListEnumerator* firstEnumerator = nullptr;
 
 } // namespace
 
-ListEnumerator* ListEnumerator::Make(std::shared_ptr<const void> list, Entry entry, Count count,
-                                     std::int32_t passed)
-{
-    return new ListEnumerator(std::move(list), entry, count, passed);
-}
-
 ListEnumerator::ListEnumerator(std::shared_ptr<const void> list, Entry entry, Count count,
                                std::int32_t passed)
     : mList(std::move(list)), mEntry(entry), mCount(count), mPassed(passed)
@@ -55,7 +49,7 @@ void ListEnumerator::EntryRemoved(const void* list, std::int32_t number) noexcep
 
 HRESULT ListEnumerator::QueryInterface(REFIID iid, void** object) noexcept
 {
-    return HandOut(object, IsSame(iid, kIUnknown) || IsSame(iid, kIEnumVariant));
+    return Share(object, IsSame(iid, kIUnknown) || IsSame(iid, kIEnumVariant));
 }
 
 HRESULT ListEnumerator::Next(ULONG count, VARIANT* entries, ULONG* fetched) noexcept
@@ -99,7 +93,7 @@ HRESULT ListEnumerator::Clone(IEnumVARIANT** copy) noexcept
     if (!copy)
         return E_POINTER;
     *copy = nullptr;
-    return Guarded([&] { *copy = Make(mList, mEntry, mCount, mPassed); });
+    return Guarded([&] { *copy = new ListEnumerator(mList, mEntry, mCount, mPassed); });
 }
 
 } // namespace ZLMIM::Component

@@ -18,15 +18,13 @@ public:
     using Entry = VARIANT (*)(const void* list, std::int32_t number);
     using Count = std::int32_t (*)(const void* list);
 
-    /// An enumerator after the first `passed` entries, with one reference.
-    [[nodiscard]] static ListEnumerator* Make(std::shared_ptr<const void> list, Entry entry, Count count,
-                                              std::int32_t passed = 0);
+    /// An enumerator after the first `passed` entries.
+    ListEnumerator(std::shared_ptr<const void> list, Entry entry, Count count, std::int32_t passed = 0);
+    ListEnumerator(const ListEnumerator&) = delete;
+    ListEnumerator& operator=(const ListEnumerator&) = delete;
 
     /// To be called after a host has removed entry `number` of `list`.
     static void EntryRemoved(const void* list, std::int32_t number) noexcept;
-
-    ListEnumerator(const ListEnumerator&) = delete;
-    ListEnumerator& operator=(const ListEnumerator&) = delete;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override;
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* entries, ULONG* fetched) noexcept override;
@@ -35,7 +33,6 @@ public:
     HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) noexcept override;
 
 private:
-    ListEnumerator(std::shared_ptr<const void> list, Entry entry, Count count, std::int32_t passed);
     ~ListEnumerator() override;
 
     std::shared_ptr<const void> mList;

@@ -22,7 +22,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override
     {
-        return HandOut(object, IsSame(iid, kIUnknown) || IsSame(iid, kIClassFactory));
+        return Share(object, IsSame(iid, kIUnknown) || IsSame(iid, kIClassFactory));
     }
 
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) noexcept override

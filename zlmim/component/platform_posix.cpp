@@ -253,7 +253,7 @@ public:
 
     HRESULT QueryInterface(REFIID iid, void** object) noexcept override
     {
-        return HandOut(object, IsSame(iid, kIUnknown) || IsSame(iid, kIErrorInfo));
+        return Share(object, IsSame(iid, kIUnknown) || IsSame(iid, kIErrorInfo));
     }
     HRESULT GetGUID(GUID* guid) noexcept override { return Store(guid, mError.guid); }
     HRESULT GetSource(BSTR* source) noexcept override { return StoreText(source, mError.source); }

@@ -1,7 +1,5 @@
-#include "zlmim/component/classes.h"
 #include "zlmim/component/holders.h"
 #include "zlmim/component/platform.h"
-#include "zlmim/component/proxy_factory_windows.h"
 #include "zlmim/component/registration.h"
 #include "zlmim/component/status.h"
 #include "zlmim/model/text.h"
@@ -173,18 +171,6 @@ void TakeError(EXCEPINFO& exception) noexcept
         return;
     error->GetSource(&exception.bstrSource);
     error->GetDescription(&exception.bstrDescription);
-}
-
-HRESULT GetSystemClassObject(REFCLSID classId, REFIID iid, void** object) noexcept
-{
-    for (const ClassInfo* const info : Classes())
-    {
-        const GUID* const marshaller = OlderMarshaller(*info);
-        if (marshaller && IsSame(*marshaller, classId))
-            return Guarded([&]
-                           { Check(GetProxyFactory(FindTypeInfo(info->Interface().guid), iid, object)); });
-    }
-    return CLASS_E_CLASSNOTAVAILABLE;
 }
 
 HRESULT Register() noexcept

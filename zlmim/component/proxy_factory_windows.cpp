@@ -1,7 +1,9 @@
-#include "zlmim/component/proxy_factory_windows.h"
-
+#include "zlmim/component/classes.h"
 #include "zlmim/component/com_object.h"
-#include "zlmim/component/guid.h"
+#include "zlmim/component/holders.h"
+#include "zlmim/component/platform.h"
+#include "zlmim/component/registration.h"
+#include "zlmim/component/status.h"
 
 #include <utility>
 
@@ -18,6 +20,7 @@ namespace
 
 constexpr GUID kIPSFactoryBuffer = ParseGuid("D5F569D0-593B-101A-B569-08002B2DBF7A");
 
+/// Marshals older identifiers of an interface between apartments, with the members of its present one.
 class ProxyFactory final : public ComObject<IPSFactoryBuffer>
 {
 public:
@@ -25,7 +28,7 @@ public:
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) noexcept override
     {
-        return HandOut(object, IsSame(iid, kIUnknown) || IsSame(iid, kIPSFactoryBuffer));
+        return Share(object, IsSame(iid, kIUnknown) || IsSame(iid, kIPSFactoryBuffer));
     }
     HRESULT STDMETHODCALLTYPE CreateProxy(IUnknown* outer, REFIID iid, IRpcProxyBuffer** proxy,
                                           void** object) noexcept override
@@ -42,20 +45,37 @@ private:
     Pointer<ITypeInfo> mInfo;
 };
 
-} // namespace
-
-HRESULT GetProxyFactory(const Pointer<ITypeInfo>& info, REFIID iid, void** object)
+[[nodiscard]] Pointer<ITypeInfo> SlotsOf(const ClassInfo& info)
 {
     // A dual interface has two descriptions. This number gets the one of the slots.
     constexpr auto kSlots = static_cast<UINT>(-1);
-    HREFTYPE reference = 0;
-    HRESULT status = info->GetRefTypeOfImplType(kSlots, &reference);
+    Pointer<ITypeInfo> both;
     Pointer<ITypeInfo> slots;
-    if (SUCCEEDED(status))
-        status = info->GetRefTypeInfo(reference, slots.Out());
-    if (FAILED(status))
-        return status;
-    return Pointer<ProxyFactory>(new ProxyFactory(std::move(slots)))->QueryInterface(iid, object);
+    HREFTYPE reference = 0;
+    if (FAILED(GetTypeInfoOf(info.Interface().guid, both.Out())) ||
+        FAILED(both->GetRefTypeOfImplType(kSlots, &reference)) ||
+        FAILED(both->GetRefTypeInfo(reference, slots.Out())))
+        throw Failure{E_FAIL, "the type library can't be read"};
+    return slots;
+}
+
+} // namespace
+
+HRESULT GetSystemClassObject(REFCLSID classId, REFIID iid, void** object) noexcept
+{
+    HRESULT status = CLASS_E_CLASSNOTAVAILABLE;
+    for (const ClassInfo* const info : Classes())
+    {
+        const GUID* const marshaller = OlderMarshaller(*info);
+        if (!marshaller || !IsSame(*marshaller, classId))
+            continue;
+        const HRESULT failure = Guarded(
+            [&] {
+                status = Pointer<ProxyFactory>(new ProxyFactory(SlotsOf(*info)))->QueryInterface(iid, object);
+            });
+        return FAILED(failure) ? failure : status;
+    }
+    return status;
 }
 
 } // namespace ZLMIM::Component

@@ -90,14 +90,13 @@ template <> inline constexpr EnumerationType kEnumerationType<PrimFlag>{
     "PrimFlag", ParseGuid("2A8932AF-6CF4-487E-BA0B-0568FA902E76"), kGeometryHelp, kPrimFlags};
 template <> inline constexpr EnumerationType kEnumerationType<txtype>{
     "txtype", ParseGuid("781BD505-4624-46DB-8EB0-213B0B05353A"), nullptr, kTextureTypes};
-// clang-format on
 
 /// All of them, each after the types of its fields.
-inline constexpr const EnumerationType* kEnumerationTypes[] = {&kEnumerationType<PrimFlag>,
-                                                               &kEnumerationType<txtype>};
-inline constexpr const RecordType* kRecordTypes[] = {&kRecordType<Vector>,   &kRecordType<Quaternion>,
-                                                     &kRecordType<Vertex>,   &kRecordType<Matrix>,
-                                                     &kRecordType<Keyframe>, &kRecordType<rgbColour>};
+inline constexpr const EnumerationType* kEnumerationTypes[] = {&kEnumerationType<PrimFlag>, &kEnumerationType<txtype>};
+inline constexpr const RecordType* kRecordTypes[] = {
+    &kRecordType<Vector>, &kRecordType<Quaternion>, &kRecordType<Vertex>,
+    &kRecordType<Matrix>, &kRecordType<Keyframe>, &kRecordType<rgbColour>};
+// clang-format on
 
 } // namespace ZLMIM::Component
 

@@ -1,9 +1,9 @@
-# What makes the module an in-process component of Windows: exports by number, the type library, the resources.
+# Makes the module an in-process component of Windows: exports by number, type library, resources.
 target_sources(zlmim_component PRIVATE platform_windows.cpp proxy_factory_windows.cpp)
 target_link_libraries(zlmim_component PUBLIC oleaut32 ole32 rpcrt4 advapi32)
 
 find_program(ZLMIM_WIDL ${MINGW_W64_PROCESSOR}-w64-mingw32-widl REQUIRED)
-# The library that defines `IDispatch`, which Wine brings.
+# The library that defines `IDispatch`, a part of Wine.
 find_path(ZLMIM_STDOLE stdole2.tlb REQUIRED NO_CMAKE_FIND_ROOT_PATH
     PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows)
 
@@ -11,7 +11,7 @@ set(type_library ${CMAKE_CURRENT_BINARY_DIR}/ZLMIM.tlb)
 math(EXPR bits "8 * ${CMAKE_SIZEOF_VOID_P}")
 add_custom_command(
     OUTPUT ${type_library}
-    # The time of the build isn't a part of it.
+    # Keeps the time of the build out of the file.
     COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=0
         ${ZLMIM_WIDL} -m${bits} -t -L ${ZLMIM_STDOLE} -o ${type_library} ${CMAKE_CURRENT_SOURCE_DIR}/ZLMIM.idl
     DEPENDS ZLMIM.idl

@@ -3,8 +3,8 @@
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/reference_search.h"
-#include "zlmim/reader/file_names.h"
 #include "zlmim/reader/load_budget.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <cstdint>
 #include <map>
@@ -25,7 +25,7 @@ public:
     explicit AssetLoad(const LoadLimits& limits) : mBudget(limits) {}
     AssetLoad(const AssetLoad&) = delete;
     AssetLoad& operator=(const AssetLoad&) = delete;
-    ~AssetLoad() { mNames->Forget(); }
+    ~AssetLoad() { mPaths->Forget(); }
 
     /// Marks a file as open while in scope.
     class OpenFileScope
@@ -51,16 +51,16 @@ public:
     [[nodiscard]] LoadBudget& Budget() noexcept { return mBudget; }
 
     /// The folders that have been listed.
-    [[nodiscard]] FileNames& Names() noexcept { return *mNames; }
+    [[nodiscard]] PathResolver& Paths() noexcept { return *mPaths; }
     /// The same, for a service object, which may outlive the load.
-    [[nodiscard]] const std::shared_ptr<FileNames>& SharedNames() const noexcept { return mNames; }
+    [[nodiscard]] const std::shared_ptr<PathResolver>& SharedPaths() const noexcept { return mPaths; }
 
     /// The search for references that starts at a folder.
     [[nodiscard]] ReferenceSearch& SearchFrom(const Folder& start);
 
 private:
     LoadBudget mBudget;
-    std::shared_ptr<FileNames> mNames = std::make_shared<FileNames>();
+    std::shared_ptr<PathResolver> mPaths = std::make_shared<PathResolver>();
     KuidCache mKuids;
     /// By the paths of their start folders.
     std::map<std::u16string, ReferenceSearch> mSearches;

@@ -2,7 +2,7 @@
 #define ZLMIM_CONFIG_DISK_FILE_SYSTEM_H
 
 #include "zlmim/config/file_system.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <memory>
 
@@ -15,7 +15,7 @@ namespace ZLMIM
 /// is opened without blocking, and closed unread. Bytes of text become characters through Windows-1252. A
 /// line ends at CR LF, LF, or CR alone; the last one needs no end.
 ///
-/// A folder's path is absolute, its names spelt as on disk. The root's is empty text; on Windows a drive's is
+/// A folder's path is absolute, its paths spelt as on disk. The root's is empty text; on Windows a drive's is
 /// `C:` and a share's `\\server\share`. Subfolders are sorted by name in lower case, then by exact name. A
 /// folder without the right to list it has no subfolders. \ingroup files
 class DiskFileSystem final : public FileSystem
@@ -23,8 +23,8 @@ class DiskFileSystem final : public FileSystem
 public:
     /// Lists folders anew for each call. A folder that it returned remembers what it lists.
     DiskFileSystem() = default;
-    /// `names` remembers the folders that have been listed, and may be shared.
-    explicit DiskFileSystem(std::shared_ptr<FileNames> names);
+    /// `paths` remembers the folders that have been listed, and may be shared.
+    explicit DiskFileSystem(std::shared_ptr<PathResolver> paths);
 
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
     [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;
@@ -32,10 +32,10 @@ public:
     [[nodiscard]] std::u16string FileIdentity(const std::u16string& path) override;
 
 private:
-    [[nodiscard]] std::shared_ptr<FileNames> Names() const;
+    [[nodiscard]] std::shared_ptr<PathResolver> Paths() const;
 
     /// Null where nothing is to be remembered.
-    std::shared_ptr<FileNames> mNames;
+    std::shared_ptr<PathResolver> mPaths;
 };
 
 } // namespace ZLMIM

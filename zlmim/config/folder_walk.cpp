@@ -1,10 +1,21 @@
 #include "zlmim/config/folder_walk.h"
 
+#include "zlmim/model/text.h"
+
+#include <algorithm>
 #include <cstdint>
 #include <utility>
 
 namespace ZLMIM
 {
+
+std::u16string KuidFolderName(const std::u16string& kuid)
+{
+    std::u16string name = LowerCase(kuid);
+    std::replace(name.begin(), name.end(), u':', u' ');
+    std::erase_if(name, [](char16_t c) { return c == u'<' || c == u'>'; });
+    return name;
+}
 
 std::shared_ptr<Folder> StartFolder(std::shared_ptr<Folder> folder)
 {

@@ -6,10 +6,15 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace ZLMIM
 {
+
+/// The name of the folder in which the asset with this kuid is looked for first: in lower case, with blanks
+/// for the colons, and without angle brackets. \ingroup inside
+[[nodiscard]] std::u16string KuidFolderName(const std::u16string& kuid);
 
 /// The folder where the search for an asset starts: two levels above the folder that refers to it, or the
 /// root where that comes first.

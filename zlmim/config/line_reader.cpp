@@ -14,8 +14,8 @@ std::u16string LineReader::ReadLine()
         isWhole = mStream.ReadPiece(line);
         mBudget.ChargeWork(static_cast<std::int64_t>(line.size() - before) + 1);
         Shorten(line);
-        // Twice: a string that grows is in memory twice for a moment.
-        mBudget.RequireMemory(static_cast<std::int64_t>(2 * line.size() * sizeof(char16_t)));
+        // A string that grows is in memory twice for a moment, with room to grow further.
+        mBudget.RequireMemory(static_cast<std::int64_t>(3 * line.size() * sizeof(char16_t)));
     }
     ++mLineCount;
     return line;

@@ -24,18 +24,18 @@ MeshEntry::~MeshEntry()
     mParent.reset();
 }
 
-std::shared_ptr<MeshEntry> MeshEntry::AttParent() const { return mMembership.HandOut(mAttParent); }
+std::shared_ptr<MeshEntry> MeshEntry::AttParent() const { return mMembership.Share(mAttParent); }
 
 void MeshEntry::SetAttParent(std::shared_ptr<MeshEntry> attParent)
 {
-    mAttParent = mMembership.TakeIn(std::move(attParent));
+    mAttParent = mMembership.Store(std::move(attParent));
 }
 
-std::shared_ptr<ZLMModel> MeshEntry::Parent() const { return mMembership.HandOut(mParent); }
+std::shared_ptr<ZLMModel> MeshEntry::Parent() const { return mMembership.Share(mParent); }
 
 void MeshEntry::SetParent(std::shared_ptr<ZLMModel> parent)
 {
-    mParent = mMembership.TakeIn(std::move(parent));
+    mParent = mMembership.Store(std::move(parent));
 }
 
 void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16string& sName,
@@ -52,7 +52,7 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
 {
     // An entry is held by a `std::shared_ptr`, or is a part of its model's table.
     const auto self =
-        mMembership.IsPart() ? mMembership.HandOut(Membership::Uncounted(*this)) : shared_from_this();
+        mMembership.IsPart() ? mMembership.Share(Membership::Uncounted(*this)) : shared_from_this();
     Name = LowerCase(sName);
     AttPar = LowerCase(AttPar);
     AttName = LowerCase(AttName);
@@ -65,9 +65,9 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
     if (!Mesh || (!AnimFile.empty() && !anim))
         throw std::invalid_argument("an entry is loaded into its mesh and its animation");
     static_cast<void>(
-        Mesh->Load(MeshFile, load.Names(), load.Budget())); // a mesh that doesn't load stops nothing
+        Mesh->Load(MeshFile, load.Paths(), load.Budget())); // a mesh that doesn't load stops nothing
     if (!AnimFile.empty())
-        static_cast<void>(anim->Load(AnimFile, load.Names(), load.Budget())); // nor does an animation
+        static_cast<void>(anim->Load(AnimFile, load.Paths(), load.Budget())); // nor does an animation
     if (!AttPar.empty())
         Attach(*table, AttPar, AttName, load);
 }
@@ -82,7 +82,7 @@ void MeshEntry::Attach(const Collection<MeshEntry>& table, const std::u16string&
                      [&](const auto& candidate) { return candidate && candidate->Name == attPar; });
     if (entry == entries.end())
         return;
-    SetAttParent(table.Whole().HandOut(*entry));
+    SetAttParent(table.Group().Share(*entry));
     // A mesh that failed early has no list of attachments.
     if (!(*entry)->Mesh || !(*entry)->Mesh->Attachments)
         return;

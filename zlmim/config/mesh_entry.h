@@ -5,7 +5,7 @@
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/collection.h"
 #include "zlmim/model/com_header.h"
-#include "zlmim/model/whole.h"
+#include "zlmim/model/membership.h"
 
 #include <memory>
 #include <string>
@@ -36,7 +36,7 @@ public:
     ~MeshEntry();
 
     /// The whole that the entry is a part of.
-    [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
+    [[nodiscard]] const Membership& Group() const noexcept { return mMembership; }
 
     /// The entry's mesh, made with it, loaded or not; none only if a host writes none. Whether it is loaded
     /// shows in what it holds, and in its `ErrorMessage` for those failures that have one.

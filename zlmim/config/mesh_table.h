@@ -3,7 +3,7 @@
 
 #include "zlmim/config/mesh_entry.h"
 #include "zlmim/model/collection.h"
-#include "zlmim/model/whole.h"
+#include "zlmim/model/membership.h"
 
 #include <deque>
 #include <memory>
@@ -30,7 +30,7 @@ public:
     [[nodiscard]] Collection<MeshEntry>& List() { return *mList; }
 
     /// A new entry, that isn't in the list yet.
-    [[nodiscard]] MeshEntry& MakeEntry() { return mEntries.emplace_back(mList->Whole()); }
+    [[nodiscard]] MeshEntry& MakeEntry() { return mEntries.emplace_back(mList->Group()); }
 
 private:
     std::optional<Collection<MeshEntry>> mList;

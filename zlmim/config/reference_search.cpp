@@ -4,7 +4,6 @@
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <string_view>
 #include <utility>
@@ -19,14 +18,6 @@ constexpr std::u16string_view kConfigName = u"config.txt";
 std::u16string ConfigPath(const Folder& folder) { return (folder.Path() += u'\\') += kConfigName; }
 
 } // namespace
-
-std::u16string KuidFolderName(const std::u16string& kuid)
-{
-    std::u16string name = LowerCase(kuid);
-    std::replace(name.begin(), name.end(), u':', u' ');
-    std::erase_if(name, [](char16_t c) { return c == u'<' || c == u'>'; });
-    return name;
-}
 
 ReferenceSearch::ReferenceSearch(const Folder& start, LoadBudget& budget, KuidCache* cache)
     : mBudget(&budget), mCache(cache), mWalk(start, budget)

@@ -13,10 +13,6 @@
 namespace ZLMIM
 {
 
-/// The name of the folder in which the asset with this kuid is looked for first: in lower case, with blanks
-/// for the colons, and without angle brackets. \ingroup inside
-[[nodiscard]] std::u16string KuidFolderName(const std::u16string& kuid);
-
 /// The kuids of config files, in lower case, by the paths of their folders; `std::nullopt` where a folder has
 /// no config file, or this one no kuid.
 /// \ingroup inside

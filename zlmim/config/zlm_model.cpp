@@ -38,7 +38,7 @@ constexpr std::array<TextKey, 6> kTextKeys = {{
 
 ZLMModel::ZLMModel(std::shared_ptr<FileSystem> files) : mHostFiles(std::move(files))
 {
-    ResetModel(std::make_shared<FileNames>());
+    ResetModel(std::make_shared<PathResolver>());
 }
 
 ZLMModel::~ZLMModel()
@@ -54,12 +54,12 @@ ZLMModel::~ZLMModel()
 
 std::shared_ptr<Collection<MeshEntry>> ZLMModel::MeshTable() const
 {
-    return mOwnTable->List().Whole().HandOut(mMeshTable);
+    return mOwnTable->List().Group().Share(mMeshTable);
 }
 
 void ZLMModel::SetMeshTable(std::shared_ptr<Collection<MeshEntry>> meshTable)
 {
-    mMeshTable = mOwnTable->List().Whole().TakeIn(std::move(meshTable));
+    mMeshTable = mOwnTable->List().Group().Store(std::move(meshTable));
 }
 
 void ZLMModel::SetKuid(const std::u16string& kuid) { mKuid = LowerCase(Trim(kuid)); }
@@ -80,7 +80,7 @@ void ZLMModel::LoadConfig(const std::u16string& configFileName, AssetLoad& load)
 {
     const std::size_t backslash = configFileName.rfind(u'\\');
     mPath = backslash == std::u16string::npos ? std::u16string() : configFileName.substr(0, backslash + 1);
-    ResetModel(load.SharedNames());
+    ResetModel(load.SharedPaths());
     if (!FileExists(configFileName, load))
         return;
     const AssetLoad::OpenFileScope scope(load, mFSO->FileIdentity(configFileName));
@@ -98,7 +98,7 @@ void ZLMModel::LoadConfig(const std::u16string& configFileName, AssetLoad& load)
     stream->Close();
 }
 
-void ZLMModel::ResetModel(const std::shared_ptr<FileNames>& names)
+void ZLMModel::ResetModel(const std::shared_ptr<PathResolver>& paths)
 {
     auto table = ZLMIM::MeshTable::Make(weak_from_this());
     auto bogies = std::make_shared<Collection<ZLMModel>>();
@@ -107,7 +107,7 @@ void ZLMModel::ResetModel(const std::shared_ptr<FileNames>& names)
     mOwnTable = std::move(table);
     Bogies = std::move(bogies);
     BogieNames = std::move(bogieNames);
-    mFSO = mHostFiles ? mHostFiles : std::make_shared<DiskFileSystem>(names);
+    mFSO = mHostFiles ? mHostFiles : std::make_shared<DiskFileSystem>(paths);
     for (const TextKey& key : kTextKeys)
         (this->*key.text).clear();
     Pantograph.reset();

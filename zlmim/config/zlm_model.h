@@ -16,7 +16,7 @@ namespace ZLMIM
 {
 
 class AssetLoad;
-class FileNames;
+class PathResolver;
 class LineReader;
 class MeshTable;
 struct ConfigLine;
@@ -111,7 +111,7 @@ public:
 private:
     void Load(const std::u16string& configFileName, AssetLoad& load);
     void LoadConfig(const std::u16string& configFileName, AssetLoad& load);
-    void ResetModel(const std::shared_ptr<FileNames>& names);
+    void ResetModel(const std::shared_ptr<PathResolver>& paths);
     void ParseConfig(LineReader& lines, AssetLoad& load);
     void ParseKey(ConfigLine& line, LineReader& lines, AssetLoad& load);
     class MeshTableReader;

@@ -3,7 +3,7 @@
 #include "zlmim/config/mesh_table_parser.h"
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/model/text.h"
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -12,16 +12,16 @@ Bone::Bone(Membership membership, Collection<Bone>& children)
 {
 }
 
-std::shared_ptr<Collection<Bone>> Bone::Children() const { return mMembership.HandOut(mChildren); }
+std::shared_ptr<Collection<Bone>> Bone::Children() const { return mMembership.Share(mChildren); }
 
 void Bone::SetChildren(std::shared_ptr<Collection<Bone>> children)
 {
-    mChildren = mMembership.TakeIn(std::move(children));
+    mChildren = mMembership.Store(std::move(children));
 }
 
-std::shared_ptr<Bone> Bone::Parent() const { return mMembership.HandOut(mParent); }
+std::shared_ptr<Bone> Bone::Parent() const { return mMembership.Share(mParent); }
 
-void Bone::SetParent(std::shared_ptr<Bone> parent) { mParent = mMembership.TakeIn(std::move(parent)); }
+void Bone::SetParent(std::shared_ptr<Bone> parent) { mParent = mMembership.Store(std::move(parent)); }
 
 Matrix Bone::ToMatrix() const
 {

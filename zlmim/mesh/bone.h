@@ -3,8 +3,8 @@
 
 #include "zlmim/model/collection.h"
 #include "zlmim/model/com_header.h"
+#include "zlmim/model/membership.h"
 #include "zlmim/model/records.h"
-#include "zlmim/model/whole.h"
 
 #include <cstdint>
 #include <memory>
@@ -31,7 +31,7 @@ public:
     ~Bone() = default;
 
     /// The whole that the bone is a part of.
-    [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
+    [[nodiscard]] const Membership& Group() const noexcept { return mMembership; }
 
     /// Child bones in file order; never none unless a host writes none.
     [[nodiscard]] std::shared_ptr<Collection<Bone>> Children() const;

@@ -37,7 +37,7 @@ std::shared_ptr<Bone> BoneFinder::FindBone(std::u16string_view name)
         if (nextName == name)
             found = next;
     }
-    return found.list->Whole().HandOut(found.Stored());
+    return found.list->Group().Share(found.Stored());
 }
 
 /// The place of the next bone, or nowhere at the end of the tree.

@@ -3,7 +3,7 @@
 
 #include "zlmim/mesh/bone.h"
 #include "zlmim/model/collection.h"
-#include "zlmim/model/whole.h"
+#include "zlmim/model/membership.h"
 
 #include <deque>
 #include <memory>

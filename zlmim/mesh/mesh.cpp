@@ -16,17 +16,17 @@ constexpr std::int32_t kInfoGap = 28;
 
 bool Mesh::Load(std::u16string_view name)
 {
-    FileNames names;
+    PathResolver paths;
     LoadBudget budget;
-    return Load(name, names, budget);
+    return Load(name, paths, budget);
 }
 
-bool Mesh::Load(std::u16string_view name, FileNames& names, LoadBudget& budget)
+bool Mesh::Load(std::u16string_view name, PathResolver& paths, LoadBudget& budget)
 {
     Begin(name);
     return Container::Load(
         FileName, mCursor,
-        [&] { return mCursor.LoadFile(FileName, names, budget, FileSize, EmptyFile::Refused); },
+        [&] { return mCursor.LoadFile(FileName, paths, budget, FileSize, EmptyFile::Refused); },
         [this] { return Parse(); });
 }
 

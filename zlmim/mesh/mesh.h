@@ -7,7 +7,7 @@
 #include "zlmim/model/collection.h"
 #include "zlmim/model/com_header.h"
 #include "zlmim/reader/file_cursor.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -80,9 +80,9 @@ public:
     /// @throws std::bad_alloc where there is no memory for what the file holds.
     [[nodiscard]] bool Load(std::u16string_view name);
 
-    /// The same for one of many files. `names` remembers the folders that it has listed, and `budget` what
+    /// The same for one of many files. `paths` remembers the folders that it has listed, and `budget` what
     /// all loads with it have cost together. Both are needed during the call alone.
-    [[nodiscard]] bool Load(std::u16string_view name, FileNames& names, LoadBudget& budget);
+    [[nodiscard]] bool Load(std::u16string_view name, PathResolver& paths, LoadBudget& budget);
 
     /// The same for the bytes of a file, which are copied. `name` goes to `FileName` and is not opened.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});

@@ -3,9 +3,9 @@
 
 #include "zlmim/model/com_header.h"
 #include "zlmim/model/errors.h"
+#include "zlmim/model/membership.h"
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
-#include "zlmim/model/whole.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -84,7 +84,7 @@ public:
     ~Collection() = default;
 
     /// The whole that the list is a part of.
-    [[nodiscard]] const Membership& Whole() const noexcept { return mMembership; }
+    [[nodiscard]] const Membership& Group() const noexcept { return mMembership; }
 
     /// Appends an entry, which gets the number `Count` + 1.
     void Add(Entry entry)
@@ -92,7 +92,7 @@ public:
         if constexpr (kHeldByValue<T>)
             mEntries.push_back(std::move(entry));
         else
-            mEntries.push_back(mMembership.TakeIn(std::move(entry)));
+            mEntries.push_back(mMembership.Store(std::move(entry)));
     }
 
     /// Takes entry `number` out, from 1; those behind it move up.
@@ -147,7 +147,7 @@ private:
         if constexpr (kHeldByValue<T>)
             return mEntries[index];
         else
-            return mMembership.HandOut(mEntries[index]);
+            return mMembership.Share(mEntries[index]);
     }
 
     Membership mMembership;

@@ -57,7 +57,7 @@ FileSystemError::FileSystemError(Code number, const std::u16string& path)
 {
 }
 
-void RaiseOverflow(std::int64_t sum)
+void ThrowOverflow(std::int64_t sum)
 {
     throw OverflowError(std::to_string(sum) + " leaves the 32-bit range", sum);
 }

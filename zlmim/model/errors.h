@@ -124,7 +124,7 @@ private:
 
 /// @throws OverflowError always
 /// \ingroup inside
-[[noreturn]] void RaiseOverflow(std::int64_t sum);
+[[noreturn]] void ThrowOverflow(std::int64_t sum);
 
 /// The sum, or difference, of two 32-bit numbers as one.
 /// @throws OverflowError where it leaves the 32-bit signed range.
@@ -132,7 +132,7 @@ private:
 [[nodiscard]] constexpr std::int32_t Checked(std::int64_t sum)
 {
     if (!std::in_range<std::int32_t>(sum))
-        RaiseOverflow(sum);
+        ThrowOverflow(sum);
     return static_cast<std::int32_t>(sum);
 }
 

@@ -1,7 +1,7 @@
 #ifndef ZLMIM_MODEL_RECORD_ARRAY_H
 #define ZLMIM_MODEL_RECORD_ARRAY_H
 
-#include "zlmim/model/pages.h"
+#include "zlmim/model/prefault.h"
 #include "zlmim/model/records.h"
 
 #include <algorithm>
@@ -61,7 +61,7 @@ public:
         if (size > kMaxSize)
             throw std::bad_alloc();
         RecordArray records(static_cast<T*>(std::malloc(std::max<std::size_t>(size, 1) * sizeof(T))), size);
-        records.LayOut();
+        records.Prefault();
         return records;
     }
 
@@ -91,13 +91,13 @@ public:
         if (count == 0)
             return;
         Grow(count);
-        LayOutPages(mRecords.get() + mSize, count * sizeof(T));
+        PrefaultPages(mRecords.get() + mSize, count * sizeof(T));
         std::memcpy(mRecords.get() + mSize, bytes, count * sizeof(T));
         mSize += count;
     }
 
-    /// Prepares the memory of all records for being written soon, see `LayOutPages`.
-    void LayOut() noexcept { LayOutPages(mRecords.get(), mSize * sizeof(T)); }
+    /// Prepares the memory of all records for being written soon, see `PrefaultPages`.
+    void Prefault() noexcept { PrefaultPages(mRecords.get(), mSize * sizeof(T)); }
 
     /// Number of records.
     [[nodiscard]] std::size_t size() const noexcept { return mSize; }

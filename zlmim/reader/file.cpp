@@ -1,28 +1,28 @@
 #include "zlmim/reader/file.h"
 
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 namespace ZLMIM
 {
 
-File File::Open(const std::u16string& name, FileNames& names)
+File File::Open(const std::u16string& name, PathResolver& paths)
 {
-    if (auto file = OpenExact(ExactSystemName(name)))
+    if (auto file = OpenExact(ExactNativePath(name)))
         return *std::move(file);
-    auto found = names.Find(name, FoundFile::Kind::File);
+    auto found = paths.Find(name, FoundFile::Kind::File);
     if (!found)
         throw FileSystemError(FileSystemError::Code::NoSuchFile, name);
-    if (auto file = OpenExact(std::move(found->systemName)))
+    if (auto file = OpenExact(std::move(found->nativePath)))
         return *std::move(file);
     throw FileSystemError(LastFailure(), name);
 }
 
 File::File(File&& other) noexcept
-    : mSystemName(std::move(other.mSystemName)), mHandle(std::exchange(other.mHandle, kNoHandle)),
+    : mNativePath(std::move(other.mNativePath)), mHandle(std::exchange(other.mHandle, kNoHandle)),
       mSize(other.mSize)
 {
 }
 
-std::u16string File::Name() const { return FromSystemPath(mSystemName); }
+std::u16string File::Name() const { return FromNativePath(mNativePath); }
 
 } // namespace ZLMIM

@@ -2,7 +2,7 @@
 #define ZLMIM_READER_FILE_H
 
 #include "zlmim/model/errors.h"
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,7 +14,7 @@
 namespace ZLMIM
 {
 
-class FileNames;
+class PathResolver;
 
 /// A regular file, open for reading; closed with the object. Links are followed. Something else under that
 /// name is closed again unread, without waiting for a pipe's writer.
@@ -24,10 +24,10 @@ class File
 public:
     /// Finds and opens the file of that name in the object model's form, whatever its letter case.
     /// @throws FileSystemError if there is none, or no right to read it.
-    [[nodiscard]] static File Open(const std::u16string& name, FileNames& names);
+    [[nodiscard]] static File Open(const std::u16string& name, PathResolver& paths);
 
     /// Opens the file that the system calls so; none if there is none, or it can't be opened.
-    [[nodiscard]] static std::optional<File> OpenExact(SystemName systemName);
+    [[nodiscard]] static std::optional<File> OpenExact(NativePath nativePath);
 
     /// Leaves `other` closed.
     File(File&& other) noexcept;
@@ -50,14 +50,14 @@ public:
     [[nodiscard]] std::size_t Read(std::span<unsigned char> bytes);
 
 private:
-    explicit File(SystemName systemName) : mSystemName(std::move(systemName)) {}
+    explicit File(NativePath nativePath) : mNativePath(std::move(nativePath)) {}
 
     /// Why this thread's last `OpenExact` gave none.
     [[nodiscard]] static FileSystemError::Code LastFailure() noexcept;
 
     static constexpr std::intptr_t kNoHandle = -1;
 
-    SystemName mSystemName;
+    NativePath mNativePath;
     /// The system's number for the open file.
     std::intptr_t mHandle = kNoHandle;
     std::int64_t mSize = 0;

@@ -9,17 +9,20 @@
 #include <cstring>
 #include <exception>
 #include <new>
+#include <utility>
 
 namespace ZLMIM
 {
 
-bool FileCursor::LoadFile(const std::u16string& name, FileNames& names, LoadBudget& budget,
+bool FileCursor::LoadFile(const std::u16string& name, PathResolver& paths, LoadBudget& budget,
                           std::int32_t& fileSize, EmptyFile emptyFile)
 try
 {
+    mBudget = &budget;
+    mCharged = 0;
     budget.ChargeWork(LoadCost::FileQuestion);
-    File file = File::Open(name, names);
-    if (!MakeData(file.Size(), budget, fileSize, emptyFile))
+    File file = File::Open(name, paths);
+    if (!MakeData(file.Size(), fileSize, emptyFile))
         return false;
     const std::size_t length = mData.size() - 1;
     mData[length] = 0;
@@ -38,7 +41,9 @@ bool FileCursor::LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget,
                            EmptyFile emptyFile)
 try
 {
-    if (!MakeData(static_cast<std::int64_t>(bytes.size()), budget, fileSize, emptyFile))
+    mBudget = &budget;
+    mCharged = 0;
+    if (!MakeData(static_cast<std::int64_t>(bytes.size()), fileSize, emptyFile))
         return false;
     std::copy_n(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), mData.data());
     mData[bytes.size()] = 0;
@@ -49,24 +54,27 @@ catch (const std::bad_alloc&)
     return false;
 }
 
-bool FileCursor::MakeData(std::int64_t length, LoadBudget& budget, std::int32_t& fileSize,
-                          EmptyFile emptyFile)
+bool FileCursor::MakeData(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile)
 {
     if (length > kMaxFileSize)
         return false;
     fileSize = static_cast<std::int32_t>(length);
     if (length == 0 && emptyFile == EmptyFile::Refused)
         return false;
-    budget.ChargeWork(length);
-    budget.RequireMemory(length);
-    Release();
+    mBudget->ChargeWork(length);
+    mData = {};
+    mBudget->ChargeMemory(length);
+    mCharged = length;
     mData = RecordArray<unsigned char>::Uninitialised(static_cast<std::size_t>(length) + 1);
     mAllowance = ReadAllowance(length);
-    mBudget = &budget;
     return true;
 }
 
-void FileCursor::Release() noexcept { mData = {}; }
+void FileCursor::Release() noexcept
+{
+    mBudget->ReturnMemory(std::exchange(mCharged, 0));
+    mData = {};
+}
 
 std::u16string FileCursor::GetTag(std::int32_t n)
 {

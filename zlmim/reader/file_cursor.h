@@ -14,7 +14,7 @@
 namespace ZLMIM
 {
 
-class FileNames;
+class PathResolver;
 class LoadBudget;
 
 /// What to make of a file without any byte.
@@ -55,14 +55,14 @@ public:
     ///
     /// `budget` is charged for the file and for what its readers make of it: it must outlive the load.
     /// @throws BoundsError where a limit is exceeded, and nothing else.
-    [[nodiscard]] bool LoadFile(const std::u16string& name, FileNames& names, LoadBudget& budget,
+    [[nodiscard]] bool LoadFile(const std::u16string& name, PathResolver& paths, LoadBudget& budget,
                                 std::int32_t& fileSize, EmptyFile emptyFile);
 
     /// The same for a file with these bytes, which are copied.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget, std::int32_t& fileSize,
                                  EmptyFile emptyFile);
 
-    /// Frees the file's bytes: there is no `Data` until the next load.
+    /// Frees the file's bytes, at the end of a load: there is no `Data` until the next one.
     void Release() noexcept;
 
     /// The file's bytes and the 0 behind them; empty without `Data`.
@@ -120,7 +120,7 @@ public:
     [[nodiscard]] LoadBudget& Budget() const noexcept { return *mBudget; }
 
 private:
-    bool MakeData(std::int64_t length, LoadBudget& budget, std::int32_t& fileSize, EmptyFile emptyFile);
+    bool MakeData(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile);
     /// The one test of all reads: tests `size` bytes at `Pos`.
     const unsigned char* Test(std::int64_t size) const
     {
@@ -148,7 +148,9 @@ private:
     }
 
     RecordArray<unsigned char> mData;
+    /// The budget of the load under way, and what it was charged for the file's bytes.
     LoadBudget* mBudget = nullptr;
+    std::int64_t mCharged = 0;
     std::int64_t mAllowance = 0;
 };
 

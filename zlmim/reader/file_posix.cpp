@@ -31,10 +31,10 @@ FileSystemError::Code File::LastFailure() noexcept
     }
 }
 
-std::optional<File> File::OpenExact(SystemName systemName)
+std::optional<File> File::OpenExact(NativePath nativePath)
 {
-    File file(std::move(systemName));
-    file.mHandle = ::open(file.mSystemName.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    File file(std::move(nativePath));
+    file.mHandle = ::open(file.mNativePath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     struct stat status;
     if (!file.IsOpen() || ::fstat(Descriptor(file.mHandle), &status) != 0)
         return std::nullopt;

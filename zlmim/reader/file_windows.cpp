@@ -45,10 +45,10 @@ FileSystemError::Code File::LastFailure() noexcept
     }
 }
 
-std::optional<File> File::OpenExact(SystemName systemName)
+std::optional<File> File::OpenExact(NativePath nativePath)
 {
-    File file(std::move(systemName));
-    const std::wstring name = CallName(file.mSystemName);
+    File file(std::move(nativePath));
+    const std::wstring name = CallName(file.mNativePath);
     if (name.empty() || name.back() == L'\\')
     {
         ::SetLastError(ERROR_FILE_NOT_FOUND);

@@ -36,6 +36,9 @@ public:
         ChargeMemory((... + (static_cast<std::int64_t>(sizeof(Objects)) + kObjectOverhead)));
     }
 
+    /// Gives back memory that was charged and is freed before the load ends.
+    void ReturnMemory(std::int64_t bytes) noexcept { mMemory += bytes; }
+
     /// Tests that memory which is needed for a moment is left, but doesn't take it.
     /// @throws BoundsError where it would exceed `LoadLimits::Memory`.
     void RequireMemory(std::int64_t bytes) const

@@ -1,6 +1,6 @@
 #include "zlmim/reader/windows_name.h"
 
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <algorithm>
 #include <windows.h>
@@ -34,7 +34,7 @@ std::u16string AbsoluteName(std::u16string_view name)
 {
     if (name.empty() || name.find(u'\0') != std::u16string_view::npos)
         return {};
-    const std::u16string plain = WithoutVerbatim(ToSystemName(name));
+    const std::u16string plain = WithoutVerbatim(ToNativePath(name));
     const std::wstring wide(plain.begin(), plain.end());
     std::wstring absolute(MAX_PATH, L'\0');
     DWORD length = ::GetFullPathNameW(wide.c_str(), MAX_PATH, absolute.data(), nullptr);

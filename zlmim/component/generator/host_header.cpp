@@ -148,11 +148,12 @@ std::string GenerateHostHeader()
     std::string text = std::string("// ") + kGenerated + "\n" + kHead;
     const auto interfaces = Interfaces();
     for (const ClassInfo* const info : interfaces)
-        text += std::string("struct ") + info->Interface().name + ";\n";
+        text += std::string("struct ") + info->Interface().name + "; ";
+    text += "\n";
     for (const ClassInfo* const info : interfaces)
     {
-        text += "\n/// Interface of `" + ModelClass(*info) + "`.\n";
-        text += std::string("struct ") + info->Interface().name + " : IDispatch\n{\n";
+        text += "/// Interface of `" + ModelClass(*info) + "`.\n";
+        text += std::string("struct ") + info->Interface().name + " : IDispatch {\n";
         for (const Member& member : info->members)
         {
             text += "    virtual HRESULT STDMETHODCALLTYPE " + NameOf(member) + "(" + ArgumentsOf(member) +

@@ -15,21 +15,10 @@ typedef wchar_t *BSTR;
 typedef struct tagVARIANT VARIANT;
 
 [object, uuid(00000000-0000-0000-C000-000000000046)]
-interface IUnknown
-{
-    HRESULT QueryInterface();
-    HRESULT AddRef();
-    HRESULT Release();
-}
-
+interface IUnknown { HRESULT QueryInterface(); HRESULT AddRef(); HRESULT Release(); }
 [object, uuid(00020400-0000-0000-C000-000000000046)]
 interface IDispatch : IUnknown
-{
-    HRESULT GetTypeInfoCount();
-    HRESULT GetTypeInfo();
-    HRESULT GetIDsOfNames();
-    HRESULT Invoke();
-}
+{ HRESULT GetTypeInfoCount(); HRESULT GetTypeInfo(); HRESULT GetIDsOfNames(); HRESULT Invoke(); }
 
 )";
 
@@ -91,19 +80,19 @@ interface IDispatch : IUnknown
 
 [[nodiscard]] std::string EnumerationText(const EnumerationType& type)
 {
-    std::string text = "typedef [" + Uuid(type.guid) + Help(type.help) + "] enum " + type.name + "\n{\n   ";
+    std::string text = "typedef [" + Uuid(type.guid) + Help(type.help) + "] enum " + type.name + " {";
     for (const Enumerator& enumerator : type.enumerators)
         text += std::string(" ") + enumerator.name + " = " + std::to_string(enumerator.value) + ",";
-    text.back() = '\n';
-    return text + "} " + type.name + ";\n\n";
+    text.back() = ' ';
+    return text + "} " + type.name + ";\n";
 }
 
 [[nodiscard]] std::string RecordText(const RecordType& type)
 {
-    std::string text = "typedef [" + Uuid(type.guid) + Help(type.help) + "] struct " + type.name + "\n{\n   ";
+    std::string text = "typedef [" + Uuid(type.guid) + Help(type.help) + "] struct " + type.name + " {";
     for (const Field& field : type.fields)
         text += std::string(" ") + field.type + " " + field.name + ";";
-    return text + "\n} " + type.name + ";\n\n";
+    return text + " } " + type.name + ";\n";
 }
 
 [[nodiscard]] std::string InterfaceText(const ClassInfo& info)
@@ -111,13 +100,13 @@ interface IDispatch : IUnknown
     const InterfaceId& own = info.Interface();
     std::string text = "[odl, " + Uuid(own.guid) + ", " + Version(own) +
                        ", hidden, dual, nonextensible, oleautomation]\ninterface " + own.name +
-                       " : IDispatch\n{\n";
+                       " : IDispatch {\n";
     for (const Member& member : info.members)
         text += MemberText(member);
-    text += "}\n\n";
+    text += "}\n";
     for (const InterfaceId& older : info.interfaces.first(info.interfaces.size() - 1))
         text += "typedef [" + Uuid(older.guid) + ", " + Version(older) + ", hidden, public] " + own.name +
-                " " + older.name + ";\n\n";
+                " " + older.name + ";\n";
     return text;
 }
 
@@ -128,11 +117,11 @@ std::string GenerateIdl()
     std::string text = std::string("/* ") + kGenerated + " */\n" + kHead;
     text += "[" + Uuid(kLibrary.guid) + ", version(" + std::to_string(kLibrary.majorVersion) + "." +
             std::to_string(kLibrary.minorVersion) + "), lcid(0x409)" + Help(kLibrary.help) + "]\nlibrary " +
-            kLibrary.name + "\n{\n\nimportlib(\"stdole2.tlb\");\n\n";
+            kLibrary.name + " {\n\nimportlib(\"stdole2.tlb\");\n";
     const auto interfaces = Interfaces();
     for (const ClassInfo* const info : interfaces)
-        text += std::string("interface ") + info->Interface().name + ";\n";
-    text += "\n";
+        text += std::string("interface ") + info->Interface().name + "; ";
+    text += "\n\n";
     for (const EnumerationType* const type : kEnumerationTypes)
         text += EnumerationText(*type);
     for (const RecordType* const type : kRecordTypes)
@@ -142,8 +131,7 @@ std::string GenerateIdl()
         text += InterfaceText(*info);
         if (info->create)
             text += "[" + Uuid(info->classId) + ", " + Version(info->Interface()) + Help(info->help) +
-                    "]\ncoclass " + info->name + "\n{\n    [default] interface " + info->Interface().name +
-                    ";\n}\n\n";
+                    "]\ncoclass " + info->name + " { [default] interface " + info->Interface().name + "; }\n";
     }
     return text + "}\n";
 }

@@ -12,13 +12,9 @@ namespace
 constexpr const char* kVersion = R"(1 VERSIONINFO
 FILEVERSION 1, 1, 0, 31
 PRODUCTVERSION 1, 1, 0, 31
-FILEOS 0x40004
-FILETYPE 0x2
-BEGIN
-    BLOCK "StringFileInfo"
-    BEGIN
-        BLOCK "040904B0"
-        BEGIN
+FILEOS 0x40004 FILETYPE 0x2 BEGIN
+    BLOCK "StringFileInfo" BEGIN
+        BLOCK "040904B0" BEGIN
             VALUE "FileDescription", "ZLM IM file Functions"
             VALUE "FileVersion", "1.01.0031"
             VALUE "InternalName", "ZLMIMFile"
@@ -28,8 +24,7 @@ BEGIN
             VALUE "ProductVersion", "1.01.0031"
         END
     END
-    BLOCK "VarFileInfo"
-    BEGIN
+    BLOCK "VarFileInfo" BEGIN
         VALUE "Translation", 0x409, 1200
     END
 END

@@ -1,7 +1,7 @@
-#ifndef ZLMIM_READER_FILE_NAMES_H
-#define ZLMIM_READER_FILE_NAMES_H
+#ifndef ZLMIM_READER_PATH_RESOLVER_H
+#define ZLMIM_READER_PATH_RESOLVER_H
 
-#include "zlmim/reader/system_name.h"
+#include "zlmim/reader/native_path.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -29,7 +29,7 @@ struct FoundFile
     };
 
     /// The name that leads there, as this system's calls take it.
-    SystemName systemName;
+    NativePath nativePath;
     /// What it is.
     Kind kind = Kind::Other;
     /// The same for all names of one file or folder, and for no other.
@@ -43,11 +43,11 @@ struct FolderEntry
     /// Its name in lower case.
     std::u16string lowerName;
     /// Its name, without the folder, as this system's calls take it.
-    SystemName systemName;
+    NativePath nativePath;
     /// Whether it is a folder, or a link to one.
     bool isFolder = false;
     /// Second entry for a non-ASCII name, decoded as Windows-1252.
-    bool isOtherReading = false;
+    bool isWindows1252 = false;
     /// Whether the name's text leads back to it: it is UTF-8, and has no backslash.
     bool isText = true;
 };
@@ -66,13 +66,13 @@ struct FolderEntry
 /// Folders are listed once for all names that one object is asked for, so it is meant to live as long as one
 /// load, or a few of them in a row: what has changed on the disk meanwhile may go unseen.
 /// \ingroup files
-class FileNames
+class PathResolver
 {
 public:
-    FileNames() = default;
-    FileNames(const FileNames&) = delete;
-    FileNames& operator=(const FileNames&) = delete;
-    ~FileNames() = default;
+    PathResolver() = default;
+    PathResolver(const PathResolver&) = delete;
+    PathResolver& operator=(const PathResolver&) = delete;
+    ~PathResolver() = default;
 
     /// What `name` leads to, if it is of that kind: what is of another kind is passed over like another name.
     /// @throws FileSystemError 57 if the system is out of file descriptors or memory.
@@ -82,7 +82,7 @@ public:
     /// working folder): sorted by name in lower case, then by the system's name; empty if it can't be listed.
     /// Valid until the next call of any member.
     /// @throws FileSystemError 57 if the system is out of file descriptors or memory.
-    [[nodiscard]] std::span<const FolderEntry> List(SystemName systemFolder);
+    [[nodiscard]] std::span<const FolderEntry> List(NativePath nativeFolder);
 
     /// Forgets all folders, which are listed anew when they are needed.
     void Forget();
@@ -91,13 +91,13 @@ private:
     /// Makes room for `size` more bytes.
     void Remember(std::size_t size);
     /// In any order.
-    [[nodiscard]] static std::optional<std::vector<FolderEntry>> ReadListing(const SystemName& folder);
+    [[nodiscard]] static std::optional<std::vector<FolderEntry>> ReadListing(const NativePath& folder);
     // Only where the system doesn't ignore letter case by itself.
-    [[nodiscard]] std::vector<SystemName> Matching(const SystemName& folder, std::u16string_view part);
-    [[nodiscard]] std::vector<SystemName> Folders(const std::u16string& name);
+    [[nodiscard]] std::vector<NativePath> Matching(const NativePath& folder, std::u16string_view part);
+    [[nodiscard]] std::vector<NativePath> Folders(const std::u16string& name);
 
-    std::unordered_map<SystemName, std::vector<FolderEntry>> mListings;
-    std::unordered_map<std::u16string, std::vector<SystemName>> mFolders;
+    std::unordered_map<NativePath, std::vector<FolderEntry>> mListings;
+    std::unordered_map<std::u16string, std::vector<NativePath>> mFolders;
     std::size_t mRemembered = 0;
 };
 

@@ -1,4 +1,4 @@
-#include "zlmim/model/pages.h"
+#include "zlmim/model/prefault.h"
 
 #ifdef __linux__
 #include <cstdint>
@@ -8,7 +8,7 @@
 namespace ZLMIM
 {
 
-void LayOutPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) noexcept
+void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) noexcept
 {
 #if defined(__linux__) && defined(MADV_POPULATE_WRITE)
     constexpr std::uintptr_t kPageSize = 4096; // larger pages make the call fail, and change nothing

@@ -1,5 +1,5 @@
 #include "temp_folder.h"
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -31,12 +31,12 @@ private:
     TempFolder mFolder;
 };
 
-std::string SystemName(std::u16string_view name)
+std::string NativePath(std::u16string_view name)
 {
-    FileNames names;
+    PathResolver names;
     const bool isFolder = name.ends_with(u'\\');
     const auto found = names.Find(name, isFolder ? FoundFile::Kind::Folder : FoundFile::Kind::File);
-    return found ? found->systemName : "";
+    return found ? found->nativePath : "";
 }
 
 struct Case
@@ -53,11 +53,11 @@ void ExpectFound(const std::vector<Case>& cases)
     {
         SCOPED_TRACE(c.name);
         const WorkingFolder folder(c.entries);
-        EXPECT_EQ(SystemName(c.asked), c.found);
+        EXPECT_EQ(NativePath(c.asked), c.found);
     }
 }
 
-TEST(FileNames, PrefersTheExactName)
+TEST(PathResolver, PrefersTheExactName)
 {
     ExpectFound({
         {"among several", {"A.im", "a.im"}, u"a.im", "a.im"},
@@ -66,7 +66,7 @@ TEST(FileNames, PrefersTheExactName)
     });
 }
 
-TEST(FileNames, IgnoresLetterCasePartByPart)
+TEST(PathResolver, IgnoresLetterCasePartByPart)
 {
     ExpectFound({
         {"all parts", {"Wagon/BODY.im"}, u"wAGON\\body.IM", "Wagon/BODY.im"},
@@ -79,7 +79,7 @@ TEST(FileNames, IgnoresLetterCasePartByPart)
     });
 }
 
-TEST(FileNames, ComparesEntriesAsUtf8AndAsWindows1252)
+TEST(PathResolver, ComparesEntriesAsUtf8AndAsWindows1252)
 {
     ExpectFound({
         {"UTF-8", {"W\xC3\x84G.im"}, u"w\u00E4g.IM", "W\xC3\x84G.im"},
@@ -92,7 +92,7 @@ TEST(FileNames, ComparesEntriesAsUtf8AndAsWindows1252)
     });
 }
 
-TEST(FileNames, PassesOverWhatIsOfAnotherKind)
+TEST(PathResolver, PassesOverWhatIsOfAnotherKind)
 {
     ExpectFound({
         {"a folder before the file", {"BODY.IM/", "body.im"}, u"Body.im", "body.im"},
@@ -102,7 +102,7 @@ TEST(FileNames, PassesOverWhatIsOfAnotherKind)
     });
 }
 
-TEST(FileNames, FindsNothingElse)
+TEST(PathResolver, FindsNothingElse)
 {
     ExpectFound({
         {"another name", {"a.im"}, u"b.im", ""},
@@ -114,7 +114,7 @@ TEST(FileNames, FindsNothingElse)
     });
 }
 
-TEST(FileNames, VisitsEachFolderOnceHoweverManyLinksLeadThere)
+TEST(PathResolver, VisitsEachFolderOnceHoweverManyLinksLeadThere)
 {
     const WorkingFolder folder({"f"});
     std::filesystem::create_directory_symlink(".", "loop");
@@ -123,11 +123,11 @@ TEST(FileNames, VisitsEachFolderOnceHoweverManyLinksLeadThere)
     for (int i = 0; i < 30; ++i)
         name += u"Loop\\";
 
-    EXPECT_EQ(SystemName(name + u"g"), "");
-    EXPECT_EQ(SystemName(name + u"F").substr(0, 10), "LOOP/LOOP/");
+    EXPECT_EQ(NativePath(name + u"g"), "");
+    EXPECT_EQ(NativePath(name + u"F").substr(0, 10), "LOOP/LOOP/");
 }
 
-TEST(FileNames, IgnoresLetterCaseInNamesOfUpTo64Parts)
+TEST(PathResolver, IgnoresLetterCaseInNamesOfUpTo64Parts)
 {
     std::string path;
     std::u16string name;
@@ -137,14 +137,14 @@ TEST(FileNames, IgnoresLetterCaseInNamesOfUpTo64Parts)
         name += u"A\\";
     }
     const WorkingFolder folder({path + "f", path + "a/f"});
-    EXPECT_EQ(SystemName(name + u"f"), path + "f");
-    EXPECT_EQ(SystemName(name + u"a\\f"), "");
+    EXPECT_EQ(NativePath(name + u"f"), path + "f");
+    EXPECT_EQ(NativePath(name + u"a\\f"), "");
 }
 
-TEST(FromSystemName, ReadsUtf8OrElseWindows1252)
+TEST(FromNativeName, ReadsUtf8OrElseWindows1252)
 {
-    EXPECT_EQ(FromSystemName("w\xC3\xA4g"), u"w\u00E4g");
-    EXPECT_EQ(FromSystemName("w\xE4g\x80"), u"w\u00E4g\u20AC");
+    EXPECT_EQ(FromNativeName("w\xC3\xA4g"), u"w\u00E4g");
+    EXPECT_EQ(FromNativeName("w\xE4g\x80"), u"w\u00E4g\u20AC");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
@@ -22,31 +22,31 @@ constexpr std::ptrdiff_t kMaxParts = 64;
 
 /// @throws FileSystemError if the last call failed for want of descriptors or memory: nobody can say then
 /// what there is under that name.
-void TestResources(const std::string& systemName)
+void TestResources(const std::string& nativePath)
 {
     if (errno == EMFILE || errno == ENFILE || errno == ENOMEM)
-        throw FileSystemError(FileSystemError::Code::ReadError, FromSystemPath(systemName));
+        throw FileSystemError(FileSystemError::Code::ReadError, FromNativePath(nativePath));
 }
 
-std::optional<FoundFile> Look(std::string systemName)
+std::optional<FoundFile> Stat(std::string nativePath)
 {
     struct stat status;
-    if (::stat(systemName.c_str(), &status) != 0)
+    if (::stat(nativePath.c_str(), &status) != 0)
     {
-        TestResources(systemName);
+        TestResources(nativePath);
         return std::nullopt;
     }
     const auto kind = S_ISREG(status.st_mode)   ? FoundFile::Kind::File
                       : S_ISDIR(status.st_mode) ? FoundFile::Kind::Folder
                                                 : FoundFile::Kind::Other;
-    return FoundFile{std::move(systemName), kind, {status.st_dev, status.st_ino}};
+    return FoundFile{std::move(nativePath), kind, {status.st_dev, status.st_ino}};
 }
 
 bool IsFolder(const dirent& entry, const std::string& folder)
 {
     if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN)
         return entry.d_type == DT_DIR;
-    const auto found = Look(folder + entry.d_name);
+    const auto found = Stat(folder + entry.d_name);
     return found && found->kind == FoundFile::Kind::Folder;
 }
 
@@ -74,15 +74,15 @@ std::filesystem::path Absolute(const std::filesystem::path& path)
 
 } // namespace
 
-SystemName ExactSystemName(std::u16string_view name)
+NativePath ExactNativePath(std::u16string_view name)
 {
     // A zero would end the name early for the system, and a name of its greatest length would not be taken.
     if (name.empty() || name.size() >= PATH_MAX || name.find(u'\0') != std::u16string_view::npos)
         return {};
-    return ToSystemName(name);
+    return ToNativePath(name);
 }
 
-std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName& folder)
+std::optional<std::vector<FolderEntry>> PathResolver::ReadListing(const NativePath& folder)
 {
     const auto close = [](DIR* listing) { ::closedir(listing); };
     const std::unique_ptr<DIR, decltype(close)> listing(::opendir(folder.empty() ? "." : folder.c_str()));
@@ -111,12 +111,12 @@ std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName&
     return entries;
 }
 
-std::optional<FoundFile> FileNames::Find(std::u16string_view name, FoundFile::Kind kind)
+std::optional<FoundFile> PathResolver::Find(std::u16string_view name, FoundFile::Kind kind)
 {
-    std::string exact = ExactSystemName(name);
+    std::string exact = ExactNativePath(name);
     if (exact.empty())
         return std::nullopt;
-    if (auto found = Look(std::move(exact)); found && found->kind == kind)
+    if (auto found = Stat(std::move(exact)); found && found->kind == kind)
         return found;
     const std::u16string slashed = WithSlashes(name);
     if (std::count(slashed.begin(), slashed.end(), u'/') >= kMaxParts)
@@ -126,14 +126,14 @@ std::optional<FoundFile> FileNames::Find(std::u16string_view name, FoundFile::Ki
     {
         for (const std::string& entry : Matching(folder, std::u16string_view(slashed).substr(leaf)))
         {
-            if (auto found = Look(folder + entry); found && found->kind == kind)
+            if (auto found = Stat(folder + entry); found && found->kind == kind)
                 return found;
         }
     }
     return std::nullopt;
 }
 
-std::optional<SystemName> AbsoluteFolder(const SystemName& folder)
+std::optional<NativePath> AbsoluteFolder(const NativePath& folder)
 try
 {
     std::string absolute = Absolute(folder).string();
@@ -146,10 +146,10 @@ catch (const std::filesystem::filesystem_error&)
     return std::nullopt;
 }
 
-bool IsRoot(SystemNameView absoluteFolder) { return absoluteFolder.empty(); }
+bool IsRoot(NativePathView absoluteFolder) { return absoluteFolder.empty(); }
 
 /// The entries of a folder that `part` may mean, in their order; for no part, the folder itself.
-std::vector<std::string> FileNames::Matching(const std::string& folder, std::u16string_view part)
+std::vector<std::string> PathResolver::Matching(const std::string& folder, std::u16string_view part)
 {
     if (part.empty() || part == u"." || part == u"..")
         return {ToUtf8(part)};
@@ -160,13 +160,13 @@ std::vector<std::string> FileNames::Matching(const std::string& folder, std::u16
                                   { return e.lowerName < wanted; });
     std::vector<std::string> names;
     for (; entry != entries.end() && entry->lowerName == lowerPart; ++entry)
-        names.push_back(entry->systemName);
+        names.push_back(entry->nativePath);
     return names;
 }
 
 /// All folders that a name may mean, in their order, each with a slash behind it. `name` has slashes, and one
 /// behind each part; empty for the working folder.
-std::vector<std::string> FileNames::Folders(const std::u16string& name)
+std::vector<std::string> PathResolver::Folders(const std::u16string& name)
 {
     if (name.empty() || name == u"/")
         return {ToUtf8(name)};
@@ -181,33 +181,33 @@ std::vector<std::string> FileNames::Folders(const std::u16string& name)
         for (const std::string& entry :
              Matching(folder, std::u16string_view(name).substr(part, name.size() - 1 - part)))
         {
-            auto status = Look(folder + entry + "/");
+            auto status = Stat(folder + entry + "/");
             if (status && seen.insert(status->identity).second)
-                found.push_back(std::move(status->systemName));
+                found.push_back(std::move(status->nativePath));
         }
     }
     Remember(sizeof(FolderEntry) * (found.size() + 1) + name.size() * sizeof(char16_t));
     return mFolders.emplace(name, std::move(found)).first->second;
 }
 
-SystemName ToSystemName(std::u16string_view name)
+NativePath ToNativePath(std::u16string_view name)
 {
-    SystemName systemName = ToUtf8(name);
-    std::replace(systemName.begin(), systemName.end(), '\\', '/');
-    return systemName;
+    NativePath nativePath = ToUtf8(name);
+    std::replace(nativePath.begin(), nativePath.end(), '\\', '/');
+    return nativePath;
 }
 
-std::u16string FromSystemPath(SystemNameView systemPath)
+std::u16string FromNativePath(NativePathView nativePath)
 {
     std::u16string path;
     while (true)
     {
-        const std::size_t length = std::min(systemPath.find('/'), systemPath.size());
-        path += FromSystemName(systemPath.substr(0, length));
-        if (length == systemPath.size())
+        const std::size_t length = std::min(nativePath.find('/'), nativePath.size());
+        path += FromNativeName(nativePath.substr(0, length));
+        if (length == nativePath.size())
             return path;
         path += u'\\';
-        systemPath.remove_prefix(length + 1);
+        nativePath.remove_prefix(length + 1);
     }
 }
 

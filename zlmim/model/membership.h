@@ -1,5 +1,5 @@
-#ifndef ZLMIM_MODEL_WHOLE_H
-#define ZLMIM_MODEL_WHOLE_H
+#ifndef ZLMIM_MODEL_MEMBERSHIP_H
+#define ZLMIM_MODEL_MEMBERSHIP_H
 
 #include <memory>
 #include <utility>
@@ -36,12 +36,12 @@ public:
     Membership() = default;
     /// Belongs to the whole that `whole` refers to, and that `owner`, if there is one, owns.
     explicit Membership(std::weak_ptr<const void> whole, std::weak_ptr<const void> owner = {})
-        : mWhole(std::move(whole)), mOwner(std::move(owner))
+        : mGroup(std::move(whole)), mOwner(std::move(owner))
     {
     }
 
     /// Whether this is the membership of a part.
-    [[nodiscard]] bool IsPart() const noexcept { return !IsSame(mWhole, {}); }
+    [[nodiscard]] bool IsPart() const noexcept { return !IsSame(mGroup, {}); }
 
     /// An uncounted reference.
     template <class T>
@@ -52,7 +52,7 @@ public:
 
     /// The reference to store for `given`: uncounted if it is of the same whole, or its owner; else as it is.
     template <class T>
-    [[nodiscard]] std::shared_ptr<T> TakeIn(std::shared_ptr<T> given) const
+    [[nodiscard]] std::shared_ptr<T> Store(std::shared_ptr<T> given) const
     {
         return given && Includes(*given) ? Uncounted(*given) : given;
     }
@@ -60,11 +60,11 @@ public:
     /// The reference to give away for `stored`: one that owns the whole, and holds its owner, if `stored` is
     /// uncounted.
     template <class T>
-    [[nodiscard]] std::shared_ptr<T> HandOut(const std::shared_ptr<T>& stored) const
+    [[nodiscard]] std::shared_ptr<T> Share(const std::shared_ptr<T>& stored) const
     {
         if (!stored || stored.use_count() != 0)
             return stored;
-        auto whole = mWhole.lock();
+        auto whole = mGroup.lock();
         auto owner = mOwner.lock();
         if (!owner)
             return std::shared_ptr<T>(std::move(whole), stored.get());
@@ -76,8 +76,8 @@ private:
     template <class T>
     [[nodiscard]] bool Includes(const T& object) const
     {
-        if constexpr (requires { object.Whole(); })
-            return IsPart() && IsSame(mWhole, object.Whole().mWhole);
+        if constexpr (requires { object.Group(); })
+            return IsPart() && IsSame(mGroup, object.Group().mGroup);
         else
             return mOwner.lock().get() == static_cast<const void*>(&object);
     }
@@ -88,7 +88,7 @@ private:
         return !a.owner_before(b) && !b.owner_before(a);
     }
 
-    std::weak_ptr<const void> mWhole;
+    std::weak_ptr<const void> mGroup;
     std::weak_ptr<const void> mOwner;
 };
 

@@ -1,4 +1,4 @@
-#include "zlmim/reader/file_names.h"
+#include "zlmim/reader/path_resolver.h"
 
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
@@ -25,7 +25,7 @@ FoundFile::Kind KindOf(HANDLE handle, DWORD attributes)
 
 /// @throws FileSystemError if the last call failed for want of handles or memory: nobody can say then what
 /// there is under that name.
-void TestResources(const SystemName& systemName)
+void TestResources(const NativePath& nativePath)
 {
     switch (::GetLastError())
     {
@@ -33,15 +33,15 @@ void TestResources(const SystemName& systemName)
     case ERROR_NOT_ENOUGH_MEMORY:
     case ERROR_OUTOFMEMORY:
     case ERROR_NO_SYSTEM_RESOURCES:
-        throw FileSystemError(FileSystemError::Code::ReadError, systemName);
+        throw FileSystemError(FileSystemError::Code::ReadError, nativePath);
     default:
         break;
     }
 }
 
-std::optional<FoundFile> Look(SystemName systemName)
+std::optional<FoundFile> Stat(NativePath nativePath)
 {
-    const std::wstring name = CallName(systemName);
+    const std::wstring name = CallName(nativePath);
     if (name.empty())
         return std::nullopt;
     // Neither a right to read nor anybody's leave to share is needed to look; the flag is for folders.
@@ -50,7 +50,7 @@ std::optional<FoundFile> Look(SystemName systemName)
         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | SECURITY_SQOS_PRESENT | SECURITY_ANONYMOUS, nullptr);
     if (opened == INVALID_HANDLE_VALUE)
     {
-        TestResources(systemName);
+        TestResources(nativePath);
         return std::nullopt;
     }
     const auto close = [](HANDLE handle) { ::CloseHandle(handle); };
@@ -62,7 +62,7 @@ std::optional<FoundFile> Look(SystemName systemName)
     if (kind != FoundFile::Kind::Folder && name.back() == L'\\')
         return std::nullopt;
     const std::uint64_t number = (std::uint64_t{status.nFileIndexHigh} << 32U) | status.nFileIndexLow;
-    return FoundFile{std::move(systemName), kind, {status.dwVolumeSerialNumber, number}};
+    return FoundFile{std::move(nativePath), kind, {status.dwVolumeSerialNumber, number}};
 }
 
 std::u16string Text(const wchar_t* name)
@@ -84,7 +84,7 @@ std::u16string Spelt(const std::u16string& path, std::u16string_view name)
 
 } // namespace
 
-std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName& folder)
+std::optional<std::vector<FolderEntry>> PathResolver::ReadListing(const NativePath& folder)
 {
     std::vector<FolderEntry> entries;
     const std::wstring pattern = CallName(folder + u'*');
@@ -109,21 +109,21 @@ std::optional<std::vector<FolderEntry>> FileNames::ReadListing(const SystemName&
     return entries;
 }
 
-SystemName ExactSystemName(std::u16string_view name) { return ToSystemName(name); }
+NativePath ExactNativePath(std::u16string_view name) { return ToNativePath(name); }
 
-std::optional<FoundFile> FileNames::Find(std::u16string_view name, FoundFile::Kind kind)
+std::optional<FoundFile> PathResolver::Find(std::u16string_view name, FoundFile::Kind kind)
 {
-    auto found = Look(ToSystemName(name));
+    auto found = Stat(ToNativePath(name));
     return found && found->kind == kind ? std::move(found) : std::nullopt;
 }
 
-std::optional<SystemName> AbsoluteFolder(const SystemName& folder)
+std::optional<NativePath> AbsoluteFolder(const NativePath& folder)
 {
     const std::u16string absolute = AbsoluteName(folder);
     if (absolute.empty())
         return std::nullopt;
     const std::size_t root = RootLength(absolute);
-    SystemName path = absolute.substr(0, root);
+    NativePath path = absolute.substr(0, root);
     for (std::size_t next = root + 1; next < absolute.size();)
     {
         const std::size_t end = std::min(absolute.find(u'\\', next), absolute.size());
@@ -134,15 +134,15 @@ std::optional<SystemName> AbsoluteFolder(const SystemName& folder)
     return path;
 }
 
-bool IsRoot(SystemNameView absoluteFolder) { return RootLength(absoluteFolder) == absoluteFolder.size(); }
+bool IsRoot(NativePathView absoluteFolder) { return RootLength(absoluteFolder) == absoluteFolder.size(); }
 
-SystemName ToSystemName(std::u16string_view name)
+NativePath ToNativePath(std::u16string_view name)
 {
-    SystemName systemName(name);
-    std::replace(systemName.begin(), systemName.end(), u'/', u'\\');
-    return systemName;
+    NativePath nativePath(name);
+    std::replace(nativePath.begin(), nativePath.end(), u'/', u'\\');
+    return nativePath;
 }
 
-std::u16string FromSystemPath(SystemNameView systemPath) { return std::u16string(systemPath); }
+std::u16string FromNativePath(NativePathView nativePath) { return std::u16string(nativePath); }
 
 } // namespace ZLMIM

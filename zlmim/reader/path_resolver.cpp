@@ -1,0 +1,53 @@
+#include "zlmim/reader/path_resolver.h"
+
+#include "zlmim/model/text.h"
+#include "zlmim/reader/load_limits.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace ZLMIM
+{
+
+std::span<const FolderEntry> PathResolver::List(NativePath nativeFolder)
+{
+    if (const auto known = mListings.find(nativeFolder); known != mListings.end())
+        return known->second;
+    auto listing = ReadListing(nativeFolder);
+    if (!listing)
+        return {};
+    auto& entries = *listing;
+    std::sort(entries.begin(), entries.end(),
+              [](const FolderEntry& a, const FolderEntry& b)
+              { return std::tie(a.lowerName, a.nativePath) < std::tie(b.lowerName, b.nativePath); });
+    Remember(sizeof(FolderEntry) * (entries.size() + 1));
+    return mListings.emplace(std::move(nativeFolder), std::move(entries)).first->second;
+}
+
+void PathResolver::Forget()
+{
+    mListings.clear();
+    mFolders.clear();
+    mRemembered = 0;
+}
+
+void PathResolver::Remember(std::size_t size)
+{
+    if (mRemembered + size > kMaxRememberedListings)
+        Forget();
+    mRemembered += size;
+}
+
+bool IsAbsoluteName(std::u16string_view name)
+{
+    const bool hasDrive = kNativeSeparator == u'\\' && name.size() > 1 && name[1] == u':';
+    return hasDrive || name.starts_with(u'\\') || name.starts_with(u'/');
+}
+
+std::u16string FromNativeName(std::string_view nativePath)
+{
+    auto utf8 = FromUtf8(nativePath);
+    return utf8 ? *std::move(utf8) : FromWindows1252(nativePath);
+}
+
+} // namespace ZLMIM
