@@ -30,10 +30,10 @@ Asset Fill(std::shared_ptr<Object> object, Load load)
 std::string FileProblem(std::u16string_view name, PathResolver& names)
 {
     const auto found = names.Find(name, FoundFile::Kind::File);
-    if (!found && names.Find(name, FoundFile::Kind::Folder))
-        return "it is a folder";
     if (!found)
-        return names.Find(name, FoundFile::Kind::Other) ? "it isn't a regular file" : "there is no such file";
+        return names.Find(name, FoundFile::Kind::Folder)  ? "it is a folder"
+               : names.Find(name, FoundFile::Kind::Other) ? "it isn't a regular file"
+                                                          : "there is no such file";
     const std::filesystem::path path = ToPath(found->nativePath);
     std::error_code failure;
     const std::uintmax_t size = std::filesystem::file_size(path, failure);
@@ -46,6 +46,13 @@ std::string FileProblem(std::u16string_view name, PathResolver& names)
         return "it can't be read: " +
                (failure ? failure : std::error_code(errno, std::generic_category())).message();
     return "there is no memory for " + Bytes(size);
+}
+
+/// The text of an error without its beginning, which names the file.
+std::string WithoutFile(std::string_view what, const std::u16string& file)
+{
+    const std::string beginning = ToUtf8(file) + ": ";
+    return std::string(what.starts_with(beginning) ? what.substr(beginning.size()) : what);
 }
 
 std::string NoMemory(std::int64_t fileSize)
@@ -82,7 +89,7 @@ std::variant<Input, std::string> FindInput(const std::u16string& name, PathResol
     const std::u16string config = folder + u"config.txt";
     if (names.Find(config, FoundFile::Kind::File))
         return Input{Kind::Model, config};
-    if (names.Find(folder + u"config.txt.txt", FoundFile::Kind::File))
+    if (names.Find(config + u".txt", FoundFile::Kind::File))
         return "there is no config.txt in this folder, but a config.txt.txt: its name has one ending too "
                "many";
     return "there is no config.txt in this folder";
@@ -91,27 +98,27 @@ std::variant<Input, std::string> FindInput(const std::u16string& name, PathResol
 Outcome Attempt(const std::function<bool()>& load)
 try
 {
-    return {load(), {}, {}};
+    return {load(), {}, {}, {}};
 }
 catch (const BoundsError& error)
 {
-    return {false, "BoundsError", error.what()};
+    return {false, "BoundsError", error.File(), WithoutFile(error.what(), error.File())};
 }
 catch (const OverflowError& error)
 {
-    return {false, "OverflowError", error.what()};
+    return {false, "OverflowError", error.File(), WithoutFile(error.what(), error.File())};
 }
 catch (const FileSystemError& error)
 {
-    return {false, "FileSystemError", error.what()};
+    return {false, "FileSystemError", error.Path(), WithoutFile(error.what(), error.Path())};
 }
 catch (const std::bad_alloc& error)
 {
-    return {false, "OutOfMemory", error.what()};
+    return {false, "OutOfMemory", {}, error.what()};
 }
 catch (const std::exception& error)
 {
-    return {false, "failure", error.what()};
+    return {false, "failure", {}, error.what()};
 }
 
 Asset LoadAsset(const Input& input, const std::shared_ptr<PathResolver>& names, References references)
@@ -125,7 +132,8 @@ Asset LoadAsset(const Input& input, const std::shared_ptr<PathResolver>& names, 
                     [&](Anim& anim) { return anim.Load(input.Name, *names, budget); });
     // A config's name needs a folder, from which references are searched.
     const std::u16string name = FolderOf(input.Name) + std::u16string(BaseName(input.Name));
-    return Fill(std::make_shared<ZLMModel>(std::make_shared<AssetFiles>(names, references)),
+    auto files = std::make_shared<AssetFiles>(name, names, references);
+    return Fill(std::make_shared<ZLMModel>(std::move(files)),
                 [&](ZLMModel& model)
                 {
                     model.Load(name);
@@ -195,7 +203,9 @@ std::string Failure(const Anim& anim, const Outcome& outcome, PathResolver& name
 
 std::string Failure(const ZLMModel&, const Outcome& outcome, PathResolver&)
 {
-    return outcome.IsLoaded ? std::string() : Told(outcome);
+    if (outcome.IsLoaded)
+        return {};
+    return (outcome.File.empty() ? "" : ShownFile(outcome.File) + ": ") + Told(outcome);
 }
 
 bool HasChunks(const Mesh& mesh) { return mesh.Attachments != nullptr; }

@@ -44,6 +44,9 @@ struct Outcome
     bool IsLoaded = false;
     /// Name of what it threw; empty if nothing.
     std::string Thrown;
+    /// The file that it is about, in the object model's form; may be empty.
+    std::u16string File;
+    /// What went wrong, without the file.
     std::string What;
 };
 

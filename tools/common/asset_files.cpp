@@ -26,21 +26,19 @@ public:
 
 } // namespace
 
-AssetFiles::AssetFiles(std::shared_ptr<PathResolver> names, References references)
-    : mDisk(std::move(names)), mReferences(references)
+AssetFiles::AssetFiles(std::u16string config, std::shared_ptr<PathResolver> names, References references)
+    : mConfig(std::move(config)), mDisk(std::move(names)), mReferences(references)
 {
 }
 
 bool AssetFiles::FileExists(const std::u16string& path)
 {
-    const bool isReference = !mConfig.empty() && BaseName(path) == u"config.txt";
+    const bool isReference = path != mConfig && BaseName(path) == u"config.txt";
     return !(isReference && mReferences == References::Skip) && mDisk.FileExists(path);
 }
 
 std::unique_ptr<TextStream> AssetFiles::OpenTextFile(const std::u16string& path)
 {
-    if (mConfig.empty())
-        mConfig = path;
     return mDisk.OpenTextFile(path);
 }
 
@@ -51,6 +49,6 @@ std::shared_ptr<Folder> AssetFiles::GetFolder(const std::u16string& path)
 
 std::u16string AssetFiles::FileIdentity(const std::u16string& path) { return mDisk.FileIdentity(path); }
 
-std::u16string AssetFiles::WorkingFolder() { return FolderOf(mConfig); }
+std::u16string AssetFiles::WorkingFolder(const std::u16string& configFolder) { return configFolder; }
 
 } // namespace ZLMIM::Tools

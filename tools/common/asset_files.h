@@ -18,24 +18,24 @@ enum class References : bool
     Follow,
 };
 
-/// The disk as a host sees it whose working folder is the asset's, whatever the real one is. For one load: the
-/// asset is the first one that is opened.
+/// The disk as a host sees it whose working folder is the asset's, whatever the real one is. Assets that are
+/// referred to have their own folders as well.
 class AssetFiles : public FileSystem
 {
 public:
-    AssetFiles(std::shared_ptr<PathResolver> names, References references);
+    /// `config` is the name under which the asset is loaded.
+    AssetFiles(std::u16string config, std::shared_ptr<PathResolver> names, References references);
 
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
     [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;
     [[nodiscard]] std::shared_ptr<Folder> GetFolder(const std::u16string& path) override;
     [[nodiscard]] std::u16string FileIdentity(const std::u16string& path) override;
-    [[nodiscard]] std::u16string WorkingFolder() override;
+    [[nodiscard]] std::u16string WorkingFolder(const std::u16string& configFolder) override;
 
 private:
+    std::u16string mConfig;
     DiskFileSystem mDisk;
     References mReferences;
-    /// The asset's config: the first text file that is opened.
-    std::u16string mConfig;
 };
 
 } // namespace ZLMIM::Tools

@@ -3,6 +3,7 @@
 #include "tree_text.h"
 
 #include "tools/common/paths.h"
+
 #include "zlmim/reader/load_budget.h"
 
 #include <algorithm>

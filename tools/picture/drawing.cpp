@@ -298,6 +298,8 @@ Turn TurnFrom(double azimuth, double elevation)
     return Look(viewer, {0, 0, 1});
 }
 
+Turn TurnFromCorner() { return Look({1, 0.75, 0.6}, {0, 0, 1}); }
+
 Turn TurnFromTop() { return Look({0, 0, 1}, {-1, 0, 0}); }
 
 Turn TurnFromBottom() { return Look({0, 0, -1}, {1, 0, 0}); }

@@ -19,6 +19,9 @@ using Turn = glm::dmat3;
 /// from 90 the right side; from elevation 90 the top.
 [[nodiscard]] Turn TurnFrom(double azimuth, double elevation);
 
+/// For a viewer in front, to the right and above.
+[[nodiscard]] Turn TurnFromCorner();
+
 /// For a viewer above (below): forward is to the right.
 [[nodiscard]] Turn TurnFromTop();
 [[nodiscard]] Turn TurnFromBottom();

@@ -59,7 +59,7 @@ Turn TurnOf(const std::string& from)
     if (from == "bottom")
         return TurnFromBottom();
     if (from == "corner")
-        return TurnFrom(53.13, 25.64);
+        return TurnFromCorner();
     constexpr std::array<std::string_view, 4> kSides = {"front", "right", "back", "left"};
     if (const auto side = std::find(kSides.begin(), kSides.end(), from); side != kSides.end())
         return TurnFrom(90.0 * static_cast<double>(side - kSides.begin()), 0);

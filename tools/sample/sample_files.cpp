@@ -99,7 +99,7 @@ struct BonePlan
     float turn = 0;
 };
 
-/// How far the right door has been slid open, as the mesh stands, and the left one opens.
+/// How far the right door is open in the mesh as stored, and how far the left one opens. In metres.
 constexpr float kDoorSlide = 1.6F;
 
 BonePlan WagonBones()

@@ -9,7 +9,7 @@ namespace Sample
 using ZLMIM::Testing::Bytes;
 
 /// A covered wagon, its length along the y axis: underframe, sides and two sliding doors with their handles,
-/// each on its bone, the right door open; attachment points for bogeys, couplings, a load and what stands on
+/// each on its bone, the right door open; attachment points for bogeys, couplings, a load and things on
 /// the roof. Long and short materials.
 [[nodiscard]] Bytes WagonMesh();
 

@@ -45,12 +45,12 @@ struct Token
     std::size_t EntryKey = 0;
 };
 
-Token TokenOf(const ConfigLine& line)
+Token TokenOf(const TextLine& line)
 {
     using enum TokenKind;
     const auto kind = [&]
     {
-        if (line.IsOpening())
+        if (line.IsLoneBrace())
             return Opening;
         if (line.IsClosing())
             return Closing;
@@ -174,7 +174,7 @@ private:
         const bool isTopKey = token.Kind == TopKey || token.Kind == Table || token.Kind == TableBlock;
         if (isTopKey && (here == Context::Table || here == Context::Entry))
             mStrange += 4;
-        // In another block inside of an entry, or in one that stands where the table should be.
+        // In another block inside of an entry, or in a block where the table should be.
         const bool isNearEntry = here == Context::Other && mOpen.size() != 2 && mOpen.size() <= 3;
         if (token.Kind == EntryKey && (here == Context::Top || here == Context::Table || isNearEntry))
             mStrange += 3;
@@ -281,16 +281,16 @@ private:
     std::size_t mChangedBlock = kNowhere;
 };
 
-int Surplus(const std::vector<ConfigLine>& lines)
+int Surplus(const std::vector<TextLine>& lines)
 {
     int surplus = 0;
-    for (const ConfigLine& line : lines)
-        surplus += line.IsOpening() || line.IsBlock() ? 1 : line.IsClosing() ? -1 : 0;
+    for (const TextLine& line : lines)
+        surplus += line.IsLoneBrace() || line.IsBlock() ? 1 : line.IsClosing() ? -1 : 0;
     return surplus;
 }
 
 /// The change of one brace that makes the file look best, and the block that it closes.
-std::pair<Change, std::size_t> BestChange(const std::vector<ConfigLine>& lines, bool hasTooManyOpen)
+std::pair<Change, std::size_t> BestChange(const std::vector<TextLine>& lines, bool hasTooManyOpen)
 {
     std::vector<Token> tokens;
     std::transform(lines.begin(), lines.end(), std::back_inserter(tokens), TokenOf);
@@ -300,7 +300,7 @@ std::pair<Change, std::size_t> BestChange(const std::vector<ConfigLine>& lines, 
     const auto attempt = [&](ChangeKind kind, std::size_t index)
     {
         const Change change = {kind, index};
-        // Opening braces, which stand beside their block's name, are lost less often.
+        // Opening braces, which are beside their block's name, are lost less often.
         const bool isOpening = kind == ChangeKind::RemoveOpening || kind == ChangeKind::InsertOpening;
         const int strangeness = judge.Strangeness(change) + (isOpening ? 1 : 0);
         // Of several closing braces in a row, the last one is as good as any.
@@ -316,11 +316,11 @@ std::pair<Change, std::size_t> BestChange(const std::vector<ConfigLine>& lines, 
             attempt(ChangeKind::InsertClosing, i);
         if (i == lines.size())
             break;
-        if (hasTooManyOpen && lines[i].IsOpening())
+        if (hasTooManyOpen && lines[i].IsLoneBrace())
             attempt(ChangeKind::RemoveOpening, i);
         if (!hasTooManyOpen && lines[i].IsClosing())
             attempt(ChangeKind::RemoveClosing, i);
-        if (!hasTooManyOpen && !lines[i].IsClosing() && !lines[i].IsOpening() && !lines[i].IsBlock())
+        if (!hasTooManyOpen && !lines[i].IsClosing() && !lines[i].IsLoneBrace() && !lines[i].IsBlock())
             attempt(ChangeKind::InsertOpening, i);
     }
     return best;
@@ -328,7 +328,7 @@ std::pair<Change, std::size_t> BestChange(const std::vector<ConfigLine>& lines, 
 
 } // namespace
 
-std::int64_t MendBraces(std::vector<ConfigLine>& lines, Report& report)
+std::int64_t MendBraces(std::vector<TextLine>& lines, Report& report)
 {
     std::int64_t first = std::numeric_limits<std::int64_t>::max();
     const auto add = [&](Code code, std::int64_t line, const std::string& message)
@@ -352,28 +352,28 @@ std::int64_t MendBraces(std::vector<ConfigLine>& lines, Report& report)
     {
         const auto [change, block] = BestChange(lines, surplus > 0);
         const auto place = lines.begin() + static_cast<std::ptrdiff_t>(change.Index);
-        const ConfigLine brace = {0, 0, 0, surplus > 0 ? u"}" : u"{", {}};
+        const TextLine brace = {{surplus > 0 ? u"}" : u"{", {}, 0, 0}, 0};
         switch (change.Kind)
         {
         case ChangeKind::RemoveOpening:
-            add(Code::BraceExtra, place->First, "this { is one too many");
+            add(Code::BraceExtra, place->FirstLine, "this { is one too many");
             lines.erase(place);
             break;
         case ChangeKind::RemoveClosing:
-            add(Code::BraceExtra, place->First,
+            add(Code::BraceExtra, place->FirstLine,
                 "this } is one too many: it closes no block, or the wrong one");
             lines.erase(place);
             break;
         case ChangeKind::InsertOpening:
-            add(Code::BraceMissing, place->First, "no { follows " + Quoted(place->Key));
+            add(Code::BraceMissing, place->FirstLine, "no { follows " + Quoted(place->Key));
             lines.insert(place + 1, brace);
             break;
         default:
         {
-            const ConfigLine& opened = lines[block == kNowhere ? 0 : block];
+            const TextLine& opened = lines[block == kNowhere ? 0 : block];
             const std::string where =
-                place == lines.end() ? "the file ends" : "line " + std::to_string(place->First);
-            add(Code::BraceMissing, opened.First,
+                place == lines.end() ? "the file ends" : "line " + std::to_string(place->FirstLine);
+            add(Code::BraceMissing, opened.FirstLine,
                 "the block " + Quoted(opened.Key) + " that begins here has no closing } before " + where);
             lines.insert(place, brace);
         }

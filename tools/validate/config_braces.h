@@ -14,7 +14,7 @@ namespace ZLMIM::Validate
 /// so each single change is tried, and the one after which the file looks most like a config is reported.
 ///
 /// Returns the first line concerned, or the largest number.
-[[nodiscard]] std::int64_t MendBraces(std::vector<ConfigLine>& lines, Report& report);
+[[nodiscard]] std::int64_t MendBraces(std::vector<TextLine>& lines, Report& report);
 
 } // namespace ZLMIM::Validate
 

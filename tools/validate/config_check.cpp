@@ -5,8 +5,10 @@
 #include "words.h"
 
 #include "zlmim/config/config_line.h"
+#include "zlmim/config/line_reader.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <algorithm>
 #include <iterator>
@@ -48,49 +50,45 @@ bool LooksLikeKey(const std::u16string& line)
 }
 
 /// Splits the text into logical lines, and checks the quotation marks on the way.
-std::vector<ConfigLine> ReadLines(ConfigText& text, Report& report, std::int64_t& firstMistake)
+std::vector<TextLine> ReadLines(ConfigText& text, Report& report, std::int64_t& firstMistake)
 {
-    std::vector<ConfigLine> lines;
+    std::vector<TextLine> lines;
     LoadBudget budget;
     LineReader reader(text, budget);
-    while (!text.AtEndOfStream())
+    while (!reader.AtEndOfStream())
     {
-        ConfigLine line;
-        line.First = text.NextNumber();
-        line.Indent = IndentOf(text.Line(line.First));
+        TextLine line;
         bool isOpen = false;
         try
         {
-            ZLMIM::ConfigLine logical;
-            ReadConfigLine(reader, logical);
-            line.Key = std::move(logical.Key);
-            line.Value = std::move(logical.Value);
+            ReadConfigLine(reader, line);
             isOpen = line.Value.starts_with(u'"') && (line.Value.size() == 1 || !line.Value.ends_with(u'"'));
         }
         catch (const FileSystemError&)
         {
             isOpen = true;
-            line.Value.clear();
+            line.FirstLine = reader.FirstLine();
+            line.LastLine = reader.LineCount();
         }
-        line.Last = text.NextNumber() - 1;
+        line.Indent = IndentOf(text.Line(line.FirstLine));
         std::int64_t swallowed = 0;
-        for (std::int64_t number = line.First + 1; number <= line.Last && swallowed == 0; ++number)
+        for (std::int64_t number = line.FirstLine + 1; number <= line.LastLine && swallowed == 0; ++number)
             swallowed = LooksLikeKey(text.Line(number)) ? number : 0;
         const auto add = [&](const std::string& message)
         {
-            report.Add(Code::QuoteOpen, {line.First}, message);
-            firstMistake = std::min(firstMistake, line.First);
+            report.Add(Code::QuoteOpen, {line.FirstLine}, message);
+            firstMistake = std::min(firstMistake, line.FirstLine);
         };
         if (isOpen)
             add("the quotation mark after " + Quoted(line.Key) + " is never closed: the rest of the file " +
                 "belongs to its text");
         else if (swallowed > 0)
             add("the quotation mark after " + Quoted(line.Key) + " is only closed in line " +
-                std::to_string(line.Last) + ", so line " + std::to_string(swallowed) +
+                std::to_string(line.LastLine) + ", so line " + std::to_string(swallowed) +
                 " belongs to its text");
-        else if (line.Last - line.First >= kMostQuotedLines)
+        else if (line.LastLine - line.FirstLine >= kMostQuotedLines)
             add("the quotation mark after " + Quoted(line.Key) + " is only closed " +
-                std::to_string(line.Last - line.First) + " lines below");
+                std::to_string(line.LastLine - line.FirstLine) + " lines below");
         if (!line.Key.empty() || !line.Value.empty())
             lines.push_back(std::move(line));
     }
@@ -101,19 +99,19 @@ std::vector<ConfigLine> ReadLines(ConfigText& text, Report& report, std::int64_t
 class KeyChecker
 {
 public:
-    KeyChecker(const std::vector<ConfigLine>& lines, Report& report) : mLines(lines), mReport(report) {}
+    KeyChecker(const std::vector<TextLine>& lines, Report& report) : mLines(lines), mReport(report) {}
 
     void Check()
     {
-        for (const ConfigLine& line : mLines)
+        for (const TextLine& line : mLines)
         {
-            if (line.IsOpening())
+            if (line.IsLoneBrace())
                 Open(mName ? *mName : line);
             else if (line.IsClosing())
                 Close();
             else
                 TakeKey(line);
-            mName = line.IsOpening() || line.IsClosing() || line.IsBlock() ? nullptr : &line;
+            mName = line.IsLoneBrace() || line.IsClosing() || line.IsBlock() ? nullptr : &line;
         }
         if (!mHasKnownKey)
             mReport.Add(Code::ConfigUnknown, {}, "none of its keys is known: it isn't a config.txt");
@@ -139,14 +137,14 @@ private:
 
     [[nodiscard]] Context Here() const { return mOpen.empty() ? Context::Top : mOpen.back().In; }
 
-    void Open(const ConfigLine& name)
+    void Open(const TextLine& name)
     {
         Context context = Context::Other;
         if (Here() == Context::Top && name.Key == u"mesh-table")
             context = Context::Table;
         else if (Here() == Context::Table)
             context = Context::Entry;
-        mOpen.push_back({context, name.Key, name.First});
+        mOpen.push_back({context, name.Key, name.FirstLine});
     }
 
     void Close()
@@ -159,7 +157,7 @@ private:
         mOpen.pop_back();
     }
 
-    void TakeKey(const ConfigLine& line)
+    void TakeKey(const TextLine& line)
     {
         switch (Here())
         {
@@ -179,45 +177,45 @@ private:
             Open(line);
     }
 
-    void TakeTopKey(const ConfigLine& line)
+    void TakeTopKey(const TextLine& line)
     {
         if (!IsTopKey(line.Key))
-            return CheckSpelling(line, TopKeys(), mTopLines, {line.First});
+            return CheckSpelling(line, TopKeys(), mTopLines, {line.FirstLine});
         mHasKnownKey = true;
-        const auto [first, isNew] = mTopLines.try_emplace(line.Key, line.First);
+        const auto [first, isNew] = mTopLines.try_emplace(line.Key, line.FirstLine);
         // Tables and bogeys add to those before.
         if (!isNew && line.Key != u"mesh-table" && !line.Key.starts_with(u"bogey"))
-            AddTwice(line, {line.First}, first->second);
+            AddTwice(line, {line.FirstLine}, first->second);
     }
 
-    void TakeEntry(const ConfigLine& line)
+    void TakeEntry(const TextLine& line)
     {
-        const auto [first, isNew] = mOpen.back().Keys.try_emplace(line.Key, line.First);
+        const auto [first, isNew] = mOpen.back().Keys.try_emplace(line.Key, line.FirstLine);
         if (!isNew)
-            mReport.Add(Code::EntryTwice, {line.First, line.Key},
+            mReport.Add(Code::EntryTwice, {line.FirstLine, line.Key},
                         "the entry in line " + std::to_string(first->second) +
                             " has the same name; att-parent finds only that one");
     }
 
-    void TakeEntryKey(const ConfigLine& line)
+    void TakeEntryKey(const TextLine& line)
     {
         Block& entry = mOpen.back();
-        const Place place = {line.First, entry.Name};
+        const Place place = {line.FirstLine, entry.Name};
         if (!IsEntryKey(line.Key))
             return CheckSpelling(line, EntryKeyNames(), entry.Keys, place);
-        const auto [first, isNew] = entry.Keys.try_emplace(line.Key, line.First);
+        const auto [first, isNew] = entry.Keys.try_emplace(line.Key, line.FirstLine);
         if (!isNew && line.Key != u"effects")
             AddTwice(line, place, first->second);
     }
 
-    void AddTwice(const ConfigLine& line, const Place& place, std::int64_t first)
+    void AddTwice(const TextLine& line, const Place& place, std::int64_t first)
     {
         mReport.Add(Code::KeyTwice, place,
                     Quoted(line.Key) + " is also in line " + std::to_string(first) +
                         "; only the last one counts");
     }
 
-    void CheckSpelling(const ConfigLine& line, const std::vector<std::u16string>& known,
+    void CheckSpelling(const TextLine& line, const std::vector<std::u16string>& known,
                        const KeyLines& present, const Place& place)
     {
         // Of "bogye-0" only the letters are compared.
@@ -233,11 +231,11 @@ private:
         mReport.Add(Code::KeyMisspelt, place, "unknown key " + Quoted(line.Key) + hint);
     }
 
-    const std::vector<ConfigLine>& mLines;
+    const std::vector<TextLine>& mLines;
     Report& mReport;
     std::vector<Block> mOpen;
     /// The line just before, whose block a brace would open.
-    const ConfigLine* mName = nullptr;
+    const TextLine* mName = nullptr;
     bool mHasKnownKey = false;
     KeyLines mTopLines;
 };
@@ -247,7 +245,7 @@ private:
 std::int64_t CheckConfig(ConfigText& text, Report& report)
 {
     std::int64_t firstMistake = kNoLine;
-    std::vector<ConfigLine> lines = ReadLines(text, report, firstMistake);
+    std::vector<TextLine> lines = ReadLines(text, report, firstMistake);
     // An open quotation mark swallows braces and keys.
     if (firstMistake == kNoLine)
     {

@@ -1,32 +1,27 @@
 #ifndef VALIDATE_CONFIG_LINES_H
 #define VALIDATE_CONFIG_LINES_H
 
+#include "zlmim/config/config_line.h"
+
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace ZLMIM::Validate
 {
 
-/// A logical line of a config.
-struct ConfigLine
+/// A logical line of a config, and its place among braces.
+struct TextLine : ConfigLine
 {
-    /// Lines of the file, from 1.
-    std::int64_t First = 0;
-    std::int64_t Last = 0;
     /// Columns of blanks before it.
     std::size_t Indent = 0;
-    std::u16string Key;
-    std::u16string Value;
 
-    [[nodiscard]] bool IsOpening() const { return Key == u"{" && Value.empty(); }
     [[nodiscard]] bool IsClosing() const { return Key == u"}"; }
     /// A block whose opening brace is on its own line: `name {`.
     [[nodiscard]] bool IsBlock() const { return Value == u"{"; }
 };
 
-/// The known keys outside of blocks; `bogey` stands for all that begin with it.
+/// The known keys outside of blocks; `bogey` is the beginning of several.
 [[nodiscard]] const std::vector<std::u16string>& TopKeys();
 /// The known keys in an entry of the mesh table.
 [[nodiscard]] const std::vector<std::u16string>& EntryKeyNames();

@@ -77,7 +77,7 @@ bool CheckEncoding(std::string_view bytes, Report& report)
         const auto position = static_cast<std::size_t>(control - bytes.begin());
         const bool isBinary = std::count_if(bytes.begin(), bytes.end(), IsControl) * 50 > std::ssize(bytes);
         report.Add(Code::ConfigNotText, {LineOf(bytes, position)},
-                   isBinary ? "it is a binary file, not text" : "a control character stands in the text");
+                   isBinary ? "it is a binary file, not text" : "a control character in the text");
         return !isBinary;
     }
     const auto first = std::find_if(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });

@@ -32,7 +32,7 @@ std::vector<std::u16string> FilesIn(const NativePath& folder, PathResolver& name
 {
     std::vector<std::u16string> files;
     for (const FolderEntry& entry : names.List(folder))
-        if (!entry.isFolder && !entry.isWindows1252)
+        if (!entry.isFolder && !entry.isOtherReading)
             files.push_back(entry.lowerName);
     return files;
 }
@@ -44,10 +44,10 @@ std::string FileHint(const std::u16string& name, PathResolver& names)
     const auto found = names.Find(folder, FoundFile::Kind::Folder);
     if (!found)
         return "; there is no folder " + QuotedFile(folder);
-    const NativePath nativeFolder = found->nativePath;
+    const NativePath systemFolder = found->nativePath;
     return DidYouMean(
         Tools::BaseName(name),
-        FilesIn(nativeFolder.ends_with(kNativeSeparator) ? nativeFolder : nativeFolder + kNativeSeparator,
+        FilesIn(systemFolder.ends_with(kNativeSeparator) ? systemFolder : systemFolder + kNativeSeparator,
                 names));
 }
 
@@ -73,13 +73,6 @@ public:
         const bool hasRaisedInAnim = !outcome.IsLoaded && !entry.anim->FileName.empty();
         const bool hasRaisedInMesh = !outcome.IsLoaded && !hasRaisedInAnim;
 
-        // Nothing more is loaded once the asset has taken too much memory.
-        if (entry.Mesh->FileName.empty() && !keys.Mesh.Value.empty())
-        {
-            mReport.Add(Code::AssetNotLoaded, place,
-                        "the asset needs too much memory, so this entry isn't loaded");
-            return;
-        }
         const bool hasMesh = JudgeMeshOf(entry, keys, place, hasRaisedInMesh);
         const bool hasAnim = !hasRaisedInMesh && JudgeAnimOf(entry, keys, place, hasRaisedInAnim);
         if (!outcome.IsLoaded)
@@ -116,7 +109,7 @@ private:
         else if (hasRaised)
             JudgeMeshFile(mesh.FileName, *file, mNames, mJudged);
         else
-            JudgeMesh(mesh, {Tools::HasChunks(mesh), {}, {}}, *file, mNames, mJudged);
+            JudgeMesh(mesh, {Tools::HasChunks(mesh), {}, {}, {}}, *file, mNames, mJudged);
         return file && !hasRaised && Tools::HasChunks(mesh);
     }
 
@@ -248,7 +241,7 @@ void JudgeModel(const ZLMModel& model, const Tools::Outcome& outcome, const Conf
     {
         ++index;
         const bool isLast = index == table->Entries().size();
-        judge.Judge(*entry, index - 1, isLast && isOfAnEntry ? outcome : Tools::Outcome{true, {}, {}});
+        judge.Judge(*entry, index - 1, isLast && isOfAnEntry ? outcome : Tools::Outcome{true, {}, {}, {}});
     }
     if (keys.OpenEntry)
         report.Add(Code::EntryLost, EntryPlace(keys.OpenEntry->Name.FirstLine, keys.OpenEntry->Name.Key),

@@ -14,9 +14,9 @@
 namespace ZLMIM::Validate
 {
 
-/// Judges the asset of a config that has been claimed, with its meshes and animations, as a host loads it
-/// whose working folder is the asset's. Answers the configs of the assets that it refers to, which it leaves
-/// alone.
+/// Checks the asset of a config that has been claimed, with its meshes and animations, as a host loads it
+/// whose working folder is the asset's. Returns the configs of the assets that it refers to, which aren't
+/// checked here.
 [[nodiscard]] std::vector<std::u16string> JudgeAsset(const std::u16string& name, const LocatedFile& file,
                                                      const std::shared_ptr<PathResolver>& names,
                                                      JudgedFiles& judged, KuidSearch& search);

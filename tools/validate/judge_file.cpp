@@ -91,9 +91,9 @@ void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, PathReso
 Outcome OutcomeOf(const Anim& anim, PathResolver& names)
 {
     if (!anim.RootBone || UnfilledSlots(anim).Count() == 0)
-        return {anim.RootBone != nullptr, {}, {}};
-    // Fewer frames than there should be leave several slots unfilled, but so do frames of one number: another
-    // load tells.
+        return {anim.RootBone != nullptr, {}, {}, {}};
+    // Missing frames leave several slots unfilled, but so do frames with the same number. Only another load
+    // can distinguish them.
     Anim again;
     LoadBudget budget;
     return Tools::Attempt([&] { return again.Load(anim.FileName, names, budget); });

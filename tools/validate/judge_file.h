@@ -14,13 +14,13 @@
 namespace ZLMIM::Validate
 {
 
-/// Judge a mesh, or an animation, that a load has filled, if nobody has judged its file yet.
+/// Check a mesh or an animation that has been loaded, unless its file has been checked already.
 void JudgeMesh(const Mesh& mesh, const Tools::Outcome& outcome, const LocatedFile& file, PathResolver& names,
                JudgedFiles& judged);
 void JudgeAnim(const Anim& anim, const Tools::Outcome& outcome, const LocatedFile& file, PathResolver& names,
                JudgedFiles& judged);
 
-/// Load the file of that name, and judge it, if nobody has judged it yet.
+/// Load a file and check it, unless it has been checked already.
 void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
                    JudgedFiles& judged);
 void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,

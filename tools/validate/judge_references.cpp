@@ -1,13 +1,17 @@
 #include "judge_references.h"
 
+#include "located_file.h"
+
 #include "words.h"
 
 #include "tools/common/paths.h"
 #include "tools/common/text.h"
 #include "zlmim/config/config_line.h"
-#include "zlmim/config/reference_search.h"
+#include "zlmim/config/folder_walk.h"
+#include "zlmim/config/line_reader.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <algorithm>
 #include <map>
@@ -66,10 +70,9 @@ public:
             add(candidate, mFiles.FileIdentity(candidate));
         else if (match.Failure)
         {
-            const auto failure = FromUtf8(match.Failure->Failure);
             mReport.Add(Code::AssetNotLoaded, place,
                         "the search for " + Quoted(kuid) + " ends before it is found, at " +
-                            Tools::Printable(failure.value_or(u"")) + andMore);
+                            QuotedFile(match.Failure->Path) + ": " + match.Failure->Failure + andMore);
             return {};
         }
         for (const FoundConfig* const found : match.Configs)
@@ -112,30 +115,31 @@ std::u16string JudgeKuid(ConfigText text, const LocatedFile& file, JudgedFiles& 
 {
     LoadBudget budget;
     LineReader lines(text, budget);
-    ConfigLine logical;
+    ConfigLine line;
     std::u16string kuid;
-    std::int64_t line = 0;
+    std::int64_t number = 0;
     try
     {
-        while (!text.AtEndOfStream())
+        while (!lines.AtEndOfStream())
         {
-            ReadConfigLine(lines, logical);
-            if (logical.Key != u"kuid")
+            ReadConfigLine(lines, line);
+            if (line.Key != u"kuid")
                 continue;
-            kuid = LowerCase(Trim(logical.Value));
-            line = logical.FirstLine;
+            kuid = LowerCase(Trim(line.Value));
+            number = line.FirstLine;
         }
     }
     catch (const FileSystemError&)
     {
         // An open quotation mark, which has a finding of its own.
     }
-    if (line == 0)
+    if (number == 0)
         report.Add(Code::KuidMissing, {}, "the asset has no kuid, so nothing can refer to it");
     else if (!IsKuid(kuid))
-        report.Add(Code::KuidMalformed, {line}, Quoted(kuid) + " isn't a kuid, which looks like <kuid:1:2>");
+        report.Add(Code::KuidMalformed, {number},
+                   Quoted(kuid) + " isn't a kuid, which looks like <kuid:1:2>");
     else
-        judged.NoteKuid(kuid, file, line);
+        judged.NoteKuid(kuid, file, number);
     return kuid;
 }
 

@@ -1,8 +1,8 @@
 #include "kuid_search.h"
 
+#include "tools/common/asset.h"
 #include "zlmim/config/config_line.h"
 #include "zlmim/config/folder_walk.h"
-#include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
 #include <algorithm>
@@ -33,24 +33,19 @@ void KuidIndex::Take(const Folder& folder, FileSystem& files)
 {
     FoundConfig config;
     std::optional<std::u16string> kuid;
-    try
-    {
-        const auto stream = folder.OpenTextFile(kConfigName);
-        if (!stream)
-            return;
-        kuid = FirstConfigValue(u"kuid", *stream, mBudget);
-        if (!kuid)
-            return;
+    const Tools::Outcome outcome = Tools::Attempt(
+        [&]
+        {
+            if (const auto stream = folder.OpenTextFile(kConfigName))
+                kuid = FirstConfigValue(u"kuid", *stream, mBudget);
+            return kuid.has_value();
+        });
+    if (!outcome.Thrown.empty())
+        config.Failure = Tools::Told(outcome);
+    else if (kuid)
         MakeLowerCase(*kuid);
-    }
-    catch (const FileSystemError& error)
-    {
-        config.Failure = error.what();
-    }
-    catch (const BoundsError& error)
-    {
-        config.Failure = error.what();
-    }
+    else
+        return;
     config.Path = (folder.Path() += u'\\') += kConfigName;
     config.Identity = files.FileIdentity(config.Path);
     if (kuid)

@@ -25,8 +25,8 @@ struct FoundConfig
     std::string Failure;
 };
 
-/// All configs in the two levels of folders below a start folder, in the order in which a search for a kuid
-/// goes through them: where a model stops at the first that answers, this finds the others as well.
+/// All configs in the two levels of folders below a start folder, in the order of a model's search for a
+/// kuid. A model stops at the first match; this index knows the others as well.
 class KuidIndex
 {
 public:
@@ -49,7 +49,7 @@ private:
     std::vector<FoundConfig> mConfigs;
     /// Places in `mConfigs`, in their order.
     std::unordered_map<std::u16string, std::vector<std::size_t>> mByKuid;
-    /// Place of the first config with a failure; behind the last without one.
+    /// Place of the first config with a failure, or the number of configs if none has one.
     std::size_t mFirstFailure = 0;
 };
 

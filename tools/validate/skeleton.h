@@ -12,18 +12,18 @@
 namespace ZLMIM::Validate
 {
 
-/// Judges the attachment points and the bones of a mesh, and whether each chunk found the bone that it names.
+/// Checks the attachment points and bones of a mesh, and that each chunk's bone exists.
 void JudgeSkeleton(const Mesh& mesh, Report& report);
 
-/// Judges the key frames of an animation, which has a tree of bones.
+/// Checks the key frames of an animation that has a tree of bones.
 void JudgeFrames(const Anim& anim, Report& report);
 
-/// Slots that no frame filled, among those that one ought to fill: a table has one more than there are
-/// frames, so the last may be empty, or else the first. A filled slot has a rotation, which isn't all zero.
+/// Slots that no frame has filled. A table has one slot more than there are frames, so an empty last or first
+/// one doesn't count. The rotation in a filled slot isn't all zero.
 [[nodiscard]] Tally UnfilledSlots(const Anim& anim);
 
-/// How the bones of an animation differ first from those of a mesh, in the order of both trees; empty if they
-/// don't.
+/// The first difference between an animation's bones and a mesh's, in the order of both trees; empty if there
+/// is none.
 [[nodiscard]] std::string TreeDifference(const Bone& skeleton, const BoneAnim& animation);
 
 } // namespace ZLMIM::Validate

@@ -34,7 +34,7 @@ public:
             return Walk(Tools::ToPath(folder->nativePath));
         auto input = Tools::FindInput(name, mNames);
         if (auto* const why = std::get_if<std::string>(&input))
-            Fail(name, *why + (folder && !isRecursive ? "; --recursive looks into the folders below" : ""));
+            Fail(name, *why + (folder ? "; --recursive looks into the folders below" : ""));
         else
             mSubjects.Files.push_back(std::move(std::get<Tools::Input>(input)));
     }

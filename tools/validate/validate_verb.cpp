@@ -1,15 +1,24 @@
 #include "output.h"
+#include "report_page.h"
 #include "validate.h"
 #include "words.h"
 
+#include "tools/common/arguments.h"
+#include "tools/common/parallel.h"
 #include "tools/common/progress_bar.h"
 #include "tools/common/terminal.h"
+#include "tools/picture/thumbnail.h"
 #include "tools/verbs.h"
 
 #include "zlmim/model/text.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
+#include <thread>
 
 namespace ZLMIM::Tools
 {
@@ -22,6 +31,7 @@ struct CommandLine
     std::vector<std::string> Ignored;
     std::vector<std::string> Only;
     std::string Format = "text";
+    std::string Page;
     bool IsJson = false;
     bool IsStrict = false;
 };
@@ -45,6 +55,21 @@ std::set<Validate::Code> FindCodes(const std::vector<std::string>& names)
     return codes;
 }
 
+void SavePage(const std::string& path, const Validate::Result& result)
+{
+    constexpr int kWidth = 480;
+    constexpr int kHeight = 320;
+    std::vector<std::string> pictures(result.Configs.size());
+    ForEach(pictures.size(), std::max(std::thread::hardware_concurrency(), 1U),
+            [&](std::size_t i, std::size_t)
+            { pictures[i] = Picture::Thumbnail(FileName(ToUtf8(result.Configs[i])), kWidth, kHeight); });
+    std::ofstream file(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary);
+    Validate::WritePage(result, pictures, file);
+    file.close();
+    if (!file)
+        throw std::runtime_error(path + " can't be written");
+}
+
 int Run(CommandLine& commandLine)
 {
     Validate::Request& request = commandLine.Request;
@@ -59,6 +84,8 @@ int Run(CommandLine& commandLine)
         Validate::WriteLines(result, std::cout);
     else
         Validate::WriteText(result, std::cout, IsOutputColoured());
+    if (!commandLine.Page.empty())
+        SavePage(commandLine.Page, result);
     const Validate::Counts counts = Count(result);
     return counts.Errors + (commandLine.IsStrict ? counts.Warnings : 0) == 0 ? kGood : kBadInput;
 }
@@ -96,7 +123,9 @@ Verb ValidateVerb()
           "text (the default), json, or line: 'file:line: severity: message [code]', for editors",
           &line->Format,
           {"text", "json", "line"}},
-         {"--json", "", "the same as --format=json", &line->IsJson}},
+         {"--json", "", "the same as --format=json", &line->IsJson},
+         {"--report", "FILE", "also write an HTML page with the findings and a picture of each asset",
+          &line->Page}},
         {{"Examples",
           {"zlmim validate wagon\tthe asset in the folder wagon, and those that it refers to",
            "zlmim validate -r .\tall assets below the working folder",

@@ -79,9 +79,14 @@ public:
     /// and for no other file. A model recognises by it a reference back to a file that is open. Called after
     /// `FileExists` returned true.
     [[nodiscard]] virtual std::u16string FileIdentity(const std::u16string& path) = 0;
-    /// Prefix, with its trailing backslash, of names that count from the working folder: relative names of
-    /// animations, and the first place where a reference is looked for. Empty for the process's own.
-    [[nodiscard]] virtual std::u16string WorkingFolder() { return {}; }
+    /// The folder, with its trailing backslash, from which the names count that a config gives relative to
+    /// the working folder: animations, and the first place where a reference is looked for. `configFolder` is
+    /// the config's own. Empty, the default, for the process's working folder.
+    [[nodiscard]] virtual std::u16string WorkingFolder(const std::u16string& configFolder)
+    {
+        static_cast<void>(configFolder);
+        return {};
+    }
 };
 
 } // namespace ZLMIM

@@ -44,14 +44,14 @@ void ZLMModel::LoadEntry(const MeshTableKeys& keys, AssetLoad& load)
     const std::u16string folderAnim = mPath + u"anim.kin";
     if (!mHasFolderAnim || mHostFiles)
         mHasFolderAnim = FileExists(folderAnim, load);
-    std::u16string animFile = keys.Anim.Value;
-    if (!animFile.empty() && !IsAbsoluteName(animFile))
-        animFile.insert(0, mFSO->WorkingFolder());
-    if (animFile.empty() && *mHasFolderAnim)
-        animFile = folderAnim;
+    std::u16string anim = keys.Anim.Value;
+    if (anim.empty())
+        anim = *mHasFolderAnim ? folderAnim : u"";
+    else if (!IsAbsoluteName(anim))
+        anim.insert(0, mFSO->WorkingFolder(mPath));
     std::u16string attParent = keys.AttParent.Value;
     std::u16string att = keys.Att.Value;
-    entry.Load(shared_from_this(), keys.Name.Key, keys.Mesh.Value, animFile, attParent, att, load);
+    entry.Load(shared_from_this(), keys.Name.Key, keys.Mesh.Value, anim, attParent, att, load);
 }
 
 std::u16string ZLMModel::MeshPath(const std::u16string& value, AssetLoad& load)

@@ -53,7 +53,7 @@ void ZLMModel::LoadReference(ZLMModel& model, const std::u16string& kuid, AssetL
 std::u16string ZLMModel::FindConfigFile(const std::u16string& kuid, AssetLoad& load)
 {
     // Relative to the working folder, not to this model's.
-    std::u16string candidate = mFSO->WorkingFolder() + u"..\\" + KuidFolderName(kuid) + u"\\config.txt";
+    std::u16string candidate = mFSO->WorkingFolder(mPath) + u"..\\" + KuidFolderName(kuid) + u"\\config.txt";
     if (FileExists(candidate, load))
         return candidate;
     const auto start = StartFolder(mFSO->GetFolder(mPath));

@@ -33,7 +33,6 @@ using NativePathView = std::basic_string_view<NativePath::value_type>;
 
 /// Whether a name in the object model's form doesn't count from a folder.
 [[nodiscard]] bool IsAbsoluteName(std::u16string_view name);
-
 /// The absolute path of an existing folder, its names spelt as on disk, without a separator at its end: a
 /// root's is empty, or `C:` or `\\server\share` on Windows. `std::nullopt` if the folder can't be found.
 [[nodiscard]] std::optional<NativePath> AbsoluteFolder(const NativePath& folder);

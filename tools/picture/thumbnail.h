@@ -1,0 +1,15 @@
+#ifndef ZLMIM_TOOLS_PICTURE_THUMBNAIL_H
+#define ZLMIM_TOOLS_PICTURE_THUMBNAIL_H
+
+#include <string>
+
+namespace ZLMIM::Picture
+{
+
+/// A PNG file's bytes with a picture of an asset, as far as it loads; empty if there is nothing to draw.
+/// `config` is a name in the object model's form.
+[[nodiscard]] std::string Thumbnail(const std::u16string& config, int width, int height);
+
+} // namespace ZLMIM::Picture
+
+#endif

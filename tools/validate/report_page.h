@@ -1,0 +1,19 @@
+#ifndef VALIDATE_REPORT_PAGE_H
+#define VALIDATE_REPORT_PAGE_H
+
+#include "validate.h"
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace ZLMIM::Validate
+{
+
+/// Writes an HTML page that needs no other file: the findings by asset, each asset with its picture.
+/// `pictures` are PNG files' bytes, one for each of `result.Configs`; empty ones are left out.
+void WritePage(const Result& result, const std::vector<std::string>& pictures, std::ostream& out);
+
+} // namespace ZLMIM::Validate
+
+#endif
