@@ -75,7 +75,6 @@ template <class I>
 }
 
 struct _Collection; struct _anim; struct _Attachment; struct _Chunk; struct _Material; struct _Geometry; struct _Texture; struct _BoneAnim; struct _ZLMModel; struct _MeshEntry; struct _Mesh; struct _Bone; 
-
 /// Interface of `ZLMIM::Collection`.
 struct _Collection : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE Item(VARIANT* index, VARIANT* result) = 0; ///< \copydoc ZLMIM::Collection::Item
@@ -84,7 +83,6 @@ struct _Collection : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE Remove(VARIANT* index) = 0; ///< \copydoc ZLMIM::Collection::Remove
     virtual HRESULT STDMETHODCALLTYPE _NewEnum(IUnknown** result) = 0; ///< Returns a new `IEnumVARIANT` over the entries, in their order.
 };
-
 /// Interface of `ZLMIM::Anim`.
 struct _anim : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_ErrorMessage(BSTR* value) = 0; ///< \copydoc ZLMIM::Anim::ErrorMessage
@@ -107,7 +105,6 @@ struct _anim : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE put_FileName(BSTR value) = 0; ///< Sets what `get_FileName` returns.
     virtual HRESULT STDMETHODCALLTYPE Load(BSTR Name, VARIANT_BOOL* result) = 0; ///< \copydoc ZLMIM::Anim::Load
 };
-
 /// Interface of `ZLMIM::Attachment`.
 struct _Attachment : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Version(LONG* value) = 0; ///< \copydoc ZLMIM::Attachment::Version
@@ -117,7 +114,6 @@ struct _Attachment : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Matrix(Matrix* value) = 0; ///< \copydoc ZLMIM::Attachment::Matrix
     virtual HRESULT STDMETHODCALLTYPE put_Matrix(Matrix* value) = 0; ///< Sets what `get_Matrix` returns.
 };
-
 /// Interface of `ZLMIM::Chunk`.
 struct _Chunk : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Material(_Material** value) = 0; ///< \copydoc ZLMIM::Chunk::Material
@@ -129,7 +125,6 @@ struct _Chunk : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Id(LONG* value) = 0; ///< \copydoc ZLMIM::Chunk::Id
     virtual HRESULT STDMETHODCALLTYPE put_Id(LONG value) = 0; ///< Sets what `get_Id` returns.
 };
-
 /// Interface of `ZLMIM::Material`.
 struct _Material : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Version(LONG* value) = 0; ///< \copydoc ZLMIM::Material::Version
@@ -155,7 +150,6 @@ struct _Material : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE put_Emissive(rgbColour* value) = 0; ///< Sets what `get_Emissive` returns.
     virtual HRESULT STDMETHODCALLTYPE get_Emissive(rgbColour* value) = 0; ///< \copydoc ZLMIM::Material::Emissive
 };
-
 /// Interface of `ZLMIM::Geometry`.
 struct _Geometry : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Version(LONG* value) = 0; ///< \copydoc ZLMIM::Geometry::Version
@@ -187,7 +181,6 @@ struct _Geometry : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE SetIndex(LONG* index, LONG i) = 0; ///< \copydoc ZLMIM::Geometry::SetIndex
     virtual HRESULT STDMETHODCALLTYPE GetIndex(LONG* index, LONG* result) = 0; ///< \copydoc ZLMIM::Geometry::GetIndex
 };
-
 /// Interface of `ZLMIM::Texture`.
 struct _Texture : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_TextureType(txtype* value) = 0; ///< \copydoc ZLMIM::Texture::TextureType
@@ -197,7 +190,6 @@ struct _Texture : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Amount(float* value) = 0; ///< \copydoc ZLMIM::Texture::Amount
     virtual HRESULT STDMETHODCALLTYPE put_Amount(float value) = 0; ///< Sets what `get_Amount` returns.
 };
-
 /// Interface of `ZLMIM::BoneAnim`.
 struct _BoneAnim : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Children(_Collection** value) = 0; ///< \copydoc ZLMIM::BoneAnim::Children
@@ -210,7 +202,6 @@ struct _BoneAnim : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE GetFrame(LONG i, Keyframe* result) = 0; ///< \copydoc ZLMIM::BoneAnim::GetFrame
     virtual HRESULT STDMETHODCALLTYPE SetFrame(LONG i, Keyframe* k) = 0; ///< \copydoc ZLMIM::BoneAnim::SetFrame
 };
-
 /// Interface of `ZLMIM::ZLMModel`.
 struct _ZLMModel : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_MeshTable(_Collection** value) = 0; ///< \copydoc ZLMIM::ZLMModel::MeshTable
@@ -237,7 +228,6 @@ struct _ZLMModel : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE put_kuid(BSTR value) = 0; ///< Sets what `get_kuid` returns.
     virtual HRESULT STDMETHODCALLTYPE Load(BSTR* ConfigFileName) = 0; ///< \copydoc ZLMIM::ZLMModel::Load
 };
-
 /// Interface of `ZLMIM::MeshEntry`.
 struct _MeshEntry : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Mesh(_Mesh** value) = 0; ///< \copydoc ZLMIM::MeshEntry::Mesh
@@ -254,7 +244,6 @@ struct _MeshEntry : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE putref_Parent(_ZLMModel* value) = 0; ///< Sets what `get_Parent` returns.
     virtual HRESULT STDMETHODCALLTYPE Load(_ZLMModel** Model, BSTR* sName, BSTR* MeshFile, BSTR* AnimFile, BSTR* AttPar, BSTR* AttName) = 0; ///< \copydoc ZLMIM::MeshEntry::Load
 };
-
 /// Interface of `ZLMIM::Mesh`.
 struct _Mesh : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_ErrorMessage(BSTR* value) = 0; ///< \copydoc ZLMIM::Mesh::ErrorMessage
@@ -285,7 +274,6 @@ struct _Mesh : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_TextureCount(LONG* value) = 0; ///< \copydoc ZLMIM::Mesh::TextureCount
     virtual HRESULT STDMETHODCALLTYPE put_TextureCount(LONG value) = 0; ///< Sets what `get_TextureCount` returns.
 };
-
 /// Interface of `ZLMIM::Bone`.
 struct _Bone : IDispatch {
     virtual HRESULT STDMETHODCALLTYPE get_Children(_Collection** value) = 0; ///< \copydoc ZLMIM::Bone::Children

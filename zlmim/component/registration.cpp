@@ -20,24 +20,7 @@ namespace
     return u"1." + Wide(std::to_string(id.minorVersion));
 }
 
-/// Collects entries.
-class Entries
-{
-public:
-    void Key(std::u16string key) { mEntries.push_back({std::move(key), {}, std::nullopt}); }
-    void Value(std::u16string key, std::u16string value)
-    {
-        mEntries.push_back({std::move(key), {}, std::move(value)});
-    }
-    void Named(std::u16string key, std::u16string name, std::u16string value)
-    {
-        mEntries.push_back({std::move(key), std::move(name), std::move(value)});
-    }
-    [[nodiscard]] std::vector<RegistryEntry> Take() { return std::move(mEntries); }
-
-private:
-    std::vector<RegistryEntry> mEntries;
-};
+using Entries = std::vector<RegistryEntry>;
 
 constexpr bool kIs64Bit = sizeof(void*) == 8;
 constexpr const char16_t* kThisBuild = kIs64Bit ? u"\\win64" : u"\\win32";
@@ -54,24 +37,24 @@ constexpr const char16_t* kAutomationMarshaller = u"{00020424-0000-0000-C000-000
 
 void AddLibrary(Entries& entries, const std::u16string& modulePath)
 {
-    entries.Key(LibraryKey());
-    entries.Value(VersionKey(), Wide(kLibrary.help));
-    entries.Value(VersionKey() + u"\\FLAGS", u"0");
+    entries.push_back({LibraryKey(), {}, {}});
+    entries.push_back({VersionKey(), {}, Wide(kLibrary.help)});
+    entries.push_back({VersionKey() + u"\\FLAGS", {}, u"0"});
     // The locale and the neutral one, which is the only one that some systems use for marshalling.
     for (const char16_t* const locale : {u"\\409", u"\\0"})
     {
-        entries.Key(VersionKey() + locale);
-        entries.Value(VersionKey() + locale + kThisBuild, modulePath);
+        entries.push_back({VersionKey() + locale, {}, {}});
+        entries.push_back({VersionKey() + locale + kThisBuild, {}, modulePath});
     }
-    entries.Value(VersionKey() + u"\\HELPDIR", modulePath.substr(0, modulePath.rfind(u'\\')));
+    entries.push_back({VersionKey() + u"\\HELPDIR", {}, modulePath.substr(0, modulePath.rfind(u'\\'))});
 }
 
 void AddServer(Entries& entries, const std::u16string& key, const std::u16string& description,
                const std::u16string& modulePath, const std::u16string& threading)
 {
-    entries.Value(key, description);
-    entries.Value(key + u"\\InprocServer32", modulePath);
-    entries.Named(key + u"\\InprocServer32", u"ThreadingModel", threading);
+    entries.push_back({key, {}, description});
+    entries.push_back({key + u"\\InprocServer32", {}, modulePath});
+    entries.push_back({key + u"\\InprocServer32", u"ThreadingModel", threading});
 }
 
 void AddClass(Entries& entries, const ClassInfo& info, const std::u16string& modulePath)
@@ -80,21 +63,21 @@ void AddClass(Entries& entries, const ClassInfo& info, const std::u16string& mod
     const std::u16string name = ProgId(info);
     const std::u16string description = info.help ? Wide(info.help) : name;
     AddServer(entries, key, description, modulePath, u"Apartment");
-    entries.Value(key + u"\\ProgID", name);
-    entries.Key(key + u"\\Programmable");
-    entries.Value(key + u"\\TypeLib", Braced(kLibrary.guid));
-    entries.Value(key + u"\\Version", Version(info.Interface()));
-    entries.Value(name, description);
-    entries.Value(name + u"\\CLSID", Braced(info.classId));
+    entries.push_back({key + u"\\ProgID", {}, name});
+    entries.push_back({key + u"\\Programmable", {}, {}});
+    entries.push_back({key + u"\\TypeLib", {}, Braced(kLibrary.guid)});
+    entries.push_back({key + u"\\Version", {}, Version(info.Interface())});
+    entries.push_back({name, {}, description});
+    entries.push_back({name + u"\\CLSID", {}, Braced(info.classId)});
 }
 
 void AddInterface(Entries& entries, const InterfaceId& id, const std::u16string& marshaller)
 {
     const std::u16string key = u"Interface\\" + Braced(id.guid);
-    entries.Value(key, Wide(id.name));
-    entries.Value(key + u"\\ProxyStubClsid32", marshaller);
-    entries.Value(key + u"\\TypeLib", Braced(kLibrary.guid));
-    entries.Named(key + u"\\TypeLib", u"Version", kLibraryVersion);
+    entries.push_back({key, {}, Wide(id.name)});
+    entries.push_back({key + u"\\ProxyStubClsid32", {}, marshaller});
+    entries.push_back({key + u"\\TypeLib", {}, Braced(kLibrary.guid)});
+    entries.push_back({key + u"\\TypeLib", u"Version", kLibraryVersion});
 }
 
 /// Both builds see the same keys of these trees; `CLSID` and `Interface` exist once for each.
@@ -128,7 +111,7 @@ std::vector<RegistryEntry> EntriesToAdd(const std::u16string& modulePath, ReadKe
     const std::u16string key = u"Interface\\" + Braced(collection.guid);
     if (!read(key) || read(key + u"\\TypeLib") == Braced(kLibrary.guid))
         AddInterface(entries, collection, kAutomationMarshaller);
-    return entries.Take();
+    return entries;
 }
 
 std::vector<RegistryEntry> EntriesToRemove(const std::u16string& modulePath, ReadKey read)

@@ -26,8 +26,8 @@ public:
     /// The class's function table, which a host's pointer to the object points at; null while no host holds
     /// the object.
     const void* Functions = nullptr;
-    /// References held by hosts. `AddReference` and `Release` in `zlmim/component` also use it as a lock on the
-    /// other two.
+    /// References held by hosts. `AddReference` and `Release` in `zlmim/component` also use it as a lock on
+    /// the other two.
     std::atomic<std::uint32_t> References = 0;
     /// The object itself while a host holds it.
     std::shared_ptr<void> Self;
