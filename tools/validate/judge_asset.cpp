@@ -32,7 +32,7 @@ std::vector<std::u16string> FilesIn(const NativePath& folder, PathResolver& name
 {
     std::vector<std::u16string> files;
     for (const FolderEntry& entry : names.List(folder))
-        if (!entry.isFolder && !entry.isOtherReading)
+        if (!entry.isFolder && !entry.isWindows1252)
             files.push_back(entry.lowerName);
     return files;
 }
@@ -44,10 +44,10 @@ std::string FileHint(const std::u16string& name, PathResolver& names)
     const auto found = names.Find(folder, FoundFile::Kind::Folder);
     if (!found)
         return "; there is no folder " + QuotedFile(folder);
-    const NativePath systemFolder = found->nativePath;
+    const NativePath nativeFolder = found->nativePath;
     return DidYouMean(
         Tools::BaseName(name),
-        FilesIn(systemFolder.ends_with(kNativeSeparator) ? systemFolder : systemFolder + kNativeSeparator,
+        FilesIn(nativeFolder.ends_with(kNativeSeparator) ? nativeFolder : nativeFolder + kNativeSeparator,
                 names));
 }
 
