@@ -20,7 +20,7 @@ struct Signalling
     Signalling()
     {
         const std::vector<std::int32_t> bits(sizeof(T) / 4, kSignalling);
-        std::memcpy(&value, bits.data(), sizeof(T));
+        std::memcpy(static_cast<void*>(&value), bits.data(), sizeof(T));
     }
 
     [[nodiscard]] bool IsAt(const void* place) const { return std::memcmp(place, &value, sizeof(T)) == 0; }
