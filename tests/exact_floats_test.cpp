@@ -38,7 +38,7 @@ template <class T>
 T SignallingRecord()
 {
     T record;
-    std::memcpy(&record, Signalling(sizeof(T) / 4).Str().data(), sizeof(T));
+    std::memcpy(static_cast<void*>(&record), Signalling(sizeof(T) / 4).Str().data(), sizeof(T));
     return record;
 }
 
