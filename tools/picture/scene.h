@@ -31,7 +31,8 @@ struct Surface
     float Opacity = 1;
     /// Null without a texture. The texture's colour times the diffuse one is the surface's.
     std::shared_ptr<const Texture> Diffuse = nullptr;
-    /// Null without a texture. Its alpha, or its brightness if it has none, times the opacity is the surface's.
+    /// Null without a texture. Its alpha, or its brightness if it has none, times the opacity is the
+    /// surface's.
     std::shared_ptr<const Texture> Transparency = nullptr;
 
     [[nodiscard]] bool IsOpaque() const { return Opacity >= 1 && !Transparency; }

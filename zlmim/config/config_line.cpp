@@ -94,7 +94,7 @@ void ReadConfigLine(LineReader& lines, ConfigLine& line)
     line.LastLine = lines.LineCount();
     std::replace(text.begin(), text.end(), u'\t', u' ');
     std::u16string_view working = Trim(text);
-    // On every line, not only on the file's first. Nothing is trimmed after it.
+    // Dropped from every line, not only from the file's first. Blanks after it stay.
     if (working.starts_with(kSignature))
         working.remove_prefix(kSignature.size());
 

@@ -29,7 +29,8 @@ public:
     virtual ~MeshTableParser() = default;
 
     /// Parses the block from the line after `mesh-table` to its closing brace, or to the end of the file.
-    /// @throws Any error that `ReadConfigLine` throws, also if the file ends with the line `effects`.
+    /// @throws FileSystemError as `ReadConfigLine`, also if the file ends with the line `effects`.
+    /// @throws BoundsError as `ReadConfigLine`.
     void Parse(LineReader& lines);
 
 protected:
