@@ -31,7 +31,7 @@ using NativePathView = std::basic_string_view<NativePath::value_type>;
 /// The same; empty for a name that can't be passed to the system.
 [[nodiscard]] NativePath ExactNativePath(std::u16string_view name);
 
-/// Whether a name in the object model's form is absolute.
+/// Whether a name in the object model's form starts with a separator or, on Windows, with a drive.
 [[nodiscard]] bool IsAbsoluteName(std::u16string_view name);
 /// The absolute path of an existing folder, spelt as on disk, without a trailing separator. A root's is
 /// empty, or `C:` or `\\server\share` on Windows. `std::nullopt` if the folder can't be found.
