@@ -154,7 +154,8 @@ struct GetSlot
 
     static HRESULT STDMETHODCALLTYPE Call(ComHeader* object, typename Wire<T>::Type* result) noexcept
     {
-        return StoreFor<Class>(result, [&]() -> decltype(auto)
+        return StoreFor<Class>(result,
+                               [&]() -> decltype(auto)
                                { return Wire<T>::Out(std::invoke(kGet, ObjectOf<Class>(object))); });
     }
 
