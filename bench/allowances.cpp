@@ -17,8 +17,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-// Loads files that are made to cost much, each in a process of its own, and prints what they took beside what
-// they may take. Then loads honest assets, of which nothing may be missing.
+// Loads files that are made to be expensive, each in its own process, and prints their cost and the allowed
+// cost. Then loads honest assets, and checks that nothing is missing.
 
 namespace
 {
@@ -41,7 +41,7 @@ std::int64_t PeakMemory()
     return usage.ru_maxrss * 1024;
 }
 
-/// Time of the processor: what other processes do on a shared machine is no cost of a load.
+/// Processor time, since other processes on a shared machine don't affect it.
 double ProcessorSeconds()
 {
     timespec time{};
@@ -148,7 +148,7 @@ bool RunAndPrint(const Hostile& hostile)
     ::malloc_trim(0);
     const std::int64_t size = SizeOfFiles(folder);
     const Cost cost = Measure(hostile, folder, file);
-    // An asset may take its limit, and the stack and the heap's own share of a small one.
+    // An asset may use up its limit, plus the stack and the heap's overhead.
     constexpr std::int64_t kAssetMemory = ZLMIM::kUntrustedLimits.Memory + 4 * kMiB;
     const bool isFile = hostile.kind == Hostile::Kind::Mesh || hostile.kind == Hostile::Kind::Animation;
     const bool isHonest = hostile.kind == Hostile::Kind::HonestAsset;

@@ -58,7 +58,7 @@ Case BoneNames()
                     isFound(*chunk, finder.FindBone(chunk->Geometry->Bone).get());
             });
     };
-    // Built before the time runs, from the chunks: which bone belongs to a name is known by now.
+    // Built before the timing starts, from the chunks: the bone of each name is already known.
     std::unordered_map<std::u16string_view, const Bone*> byName;
     for (const auto& chunk : mesh->Chunks->Entries())
         byName.try_emplace(chunk->Geometry->Bone, chunk->Geometry->BoneObject.get());

@@ -11,7 +11,7 @@ namespace Bench
 
 using ZLMIM::Testing::TempFolder;
 
-// Each writes its made-up files into the folder, which must outlive the cases.
+// Each writes its generated files into the folder, which must outlive the cases.
 
 [[nodiscard]] Case LargeMesh(const TempFolder& folder);
 [[nodiscard]] Case LargeAnimation(const TempFolder& folder);

@@ -42,7 +42,7 @@ DISPID Id(IDispatch* object, std::u16string_view name)
     return id;
 }
 
-/// The floor of a call by slot.
+/// The floor for a call by slot.
 class Virtual
 {
 public:
@@ -55,7 +55,7 @@ public:
     [[gnu::noinline]] HRESULT Get(LONG* value) override
     {
         *value = 7;
-        Keep(value); // hides from the compiler what the call does
+        Keep(value); // hides the call's effect from the compiler
         return S_OK;
     }
 };
@@ -66,7 +66,7 @@ Side VirtualCalls(int count)
     {
         const std::unique_ptr<Virtual> object = std::make_unique<Number>();
         Virtual* called = object.get();
-        Keep(&called); // hides from the compiler which class it is
+        Keep(&called); // hides the class from the compiler
         return Timed(
             [&]
             {

@@ -19,20 +19,20 @@ namespace
 constexpr int kGroups = 40;
 constexpr int kAssets = 100;
 
-/// The folder of an asset, counted in the order in which names are sorted.
+/// The folder of an asset; numbers are in the order in which names are sorted.
 std::string AssetFolder(int group, int asset)
 {
     return "walk/group" + std::to_string(10 + group) + "/asset" + std::to_string(100 + asset);
 }
 
-/// About 1 KiB, its kuid in the third line as authors have it.
+/// About 1 KiB, with the kuid in the third line as authors write it.
 std::string Config(const std::string& kuid, const std::string& reference)
 {
     return "kind \"traincar\"\r\nusername \"A made-up car\"\r\nkuid " + kuid + "\r\n" + reference +
            "description \"" + std::string(900, 'x') + "\"\r\n";
 }
 
-/// Writes the folders in two levels; the first asset of the last group holds the reference.
+/// Writes two levels of folders. The first asset of the last group contains the reference.
 void WriteAssets(const TempFolder& folder)
 {
     for (int group = 0; group < kGroups; ++group)

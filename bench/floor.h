@@ -10,7 +10,7 @@
 namespace Bench
 {
 
-/// What the floors are made of: plain system calls, `malloc`, `memcpy`.
+/// Building blocks of the floors: plain system calls, `malloc`, `memcpy`.
 
 /// A whole file, read at once into a fresh buffer. The caller frees it.
 struct RawFile

@@ -76,7 +76,7 @@ std::string WriteWagon(const path& folder, int entries, std::int32_t animSize)
 std::shared_ptr<ZLMIM::FileSystem> Disk() { return nullptr; }
 std::shared_ptr<ZLMIM::FileSystem> HostsDisk() { return std::make_shared<ZLMIM::DiskFileSystem>(); }
 
-/// 100,000 folders that are not on the disk, the 30 bogeys in the last ones.
+/// 100,000 folders in memory, with the 30 bogeys in the last of them.
 std::shared_ptr<ZLMIM::FileSystem> HostsFolders()
 {
     const auto files = std::make_shared<ZLMIM::Fuzzing::MemoryFileSystem>(u"\\top\\assets\\wagon");

@@ -12,7 +12,8 @@
 namespace Bench
 {
 
-/// A file, or a tree of files, that is made to cost much; or an honest asset that no limit may touch.
+/// A file, or a tree of files, that is made to be expensive; or an honest asset that must not reach any
+/// limit.
 struct Hostile
 {
     enum class Kind
@@ -25,9 +26,9 @@ struct Hostile
 
     std::string name;
     Kind kind = Kind::Mesh;
-    /// How the load ends: "true", "false", "done", the name of the error, or for an honest asset "whole".
+    /// Result of the load: "true", "false", "done", the name of the error, or "whole" for an honest asset.
     std::string outcome;
-    /// Writes what is loaded into an empty folder, and returns the path of the file to load, from there. The
+    /// Writes the files into an empty folder, and returns the path of the file to load, relative to it. The
     /// working folder will be the file's own.
     std::function<std::string(const std::filesystem::path&)> write;
     /// The host's service, null for the disk.

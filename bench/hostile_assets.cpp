@@ -24,7 +24,7 @@ void Write(const path& file, const std::string& bytes)
     std::ofstream(file, std::ios::binary) << bytes;
 }
 
-/// Lines, each of them once for each number.
+/// Calls `line` for each number, and joins the lines.
 template <class Line>
 std::string Lines(int count, const Line& line)
 {

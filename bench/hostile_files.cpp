@@ -15,7 +15,8 @@ using namespace ZLMIM::Testing;
 namespace
 {
 
-/// Room behind a file's blocks, for those that it reads again and again: what a load may take grows with it.
+/// Padding after the blocks of a file that reads them again and again: a load's allowance grows with the
+/// file's size.
 constexpr std::size_t kRoom = std::size_t{4} * 1'048'576;
 
 Hostile File(Hostile::Kind kind, const std::string& name, const std::string& outcome, const Bytes& bytes)
@@ -47,12 +48,12 @@ std::vector<Hostile> Meshes()
     { return File(Hostile::Kind::Mesh, name, outcome, bytes); };
     const std::string bounds(kBounds);
     const std::string overflow(kOverflow);
-    // Each of these is its own successor: its size, or a string's length, leads back to its first byte.
+    // Each of these is its own successor: its size, or the length of a string, leads back to its first byte.
     const auto chunk = MeshHeader(kHighest).Text("CHNK").Long(-8).Zeros(16);
     const auto texture = Bytes().Long(101).Zeros(44).Long(kHighest).Long(0).Long(-12).Zeros(8);
     const auto attachment = MeshHeader(0).Block("ATCH", Bytes().Long(1).Long(kHighest).Long(-52).Zeros(66));
     const auto bone = Bytes().Text("BONE").Long(-8).Zeros(40);
-    // Its fields behind the name are the 32 bytes before it, the last a count of 1: its own child.
+    // The fields after its name are the 32 bytes before it. The last is a count of 1: it is its own child.
     const auto ownChild = Bytes().Long(1).Text("BONE").Long(0).Long(1).Long(-48);
     return {
         mesh("chunk after itself", bounds, chunk),
@@ -79,7 +80,7 @@ std::vector<Hostile> Animations()
     const std::string bounds(kBounds);
     const auto leaf = AnimBone("r");
     const auto bone = Bytes().Text("BONE").Long(-8).Zeros(12);
-    // The size of the skeleton before it is its count of 1.
+    // The size of the skeleton before it is also its count of 1.
     const auto ownChild = Bytes().Text("SKEL").Long(1).Text("BONE").Long(0).Long(1).Long(-20);
     const auto skeleton = [](const Bytes& block)
     { return AnimHeader("n", 0).Block("EVNT", {}).Append(block); };

@@ -16,19 +16,19 @@ struct FileRun
 {
     std::size_t offset = 0;
     std::size_t bytes = 0;
-    /// Whether it holds 16-bit numbers that become 32-bit ones.
+    /// Whether it contains 16-bit numbers that are widened to 32 bits.
     bool isWidened = false;
 };
 
-/// A made-up mesh file, and where its runs lie.
+/// A generated mesh file, and the positions of its runs.
 struct MadeMesh
 {
     std::string file;
     std::vector<FileRun> runs;
 };
 
-/// Per vertex of each chunk: 20 bytes, 3 indices, a normal, a face normal. `bones` name the chunks' bones, in
-/// turn; empty for none.
+/// Per vertex of each chunk: 20 bytes, 3 indices, a normal, a face normal. The chunks use the names in
+/// `bones` in turn; if it is empty, they have no bones.
 struct MeshPlan
 {
     std::int32_t chunks = 1;
@@ -41,7 +41,7 @@ struct MeshPlan
 
 [[nodiscard]] MadeMesh MakeMesh(const MeshPlan& plan);
 
-/// The bytes that a chunk takes for each vertex.
+/// Bytes of a chunk per vertex.
 inline constexpr std::int32_t kBytesPerVertex = 20 + 3 * 2 + 12 + 12;
 
 } // namespace Bench

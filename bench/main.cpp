@@ -17,7 +17,7 @@ namespace
 using Bench::Case;
 using Bench::Result;
 
-/// A miss by more than a tenth counts only if it's seen so often.
+/// A miss by more than a tenth counts only if it occurs in this many runs.
 constexpr int kRuns = 3;
 constexpr double kTolerance = 1.1;
 
@@ -42,7 +42,7 @@ bool RunAndPrint(const Case& benchCase, int pairs)
     return Holds(benchCase, best);
 }
 
-/// Cases that share their made-up files, which are written when they are made.
+/// Cases that share generated files, which are written when the cases are created.
 struct Group
 {
     std::string name;
@@ -66,7 +66,7 @@ bool RunGroup(const Group& group, int pairs)
 {
     const Bench::TempFolder folder;
     const std::vector<Case> cases = group.make(folder);
-    // What writing the files has left must not serve the runs.
+    // Memory that is left from writing the files must not help the runs.
     ::malloc_trim(0);
     return std::count_if(cases.begin(), cases.end(), [&](const Case& c) { return !RunAndPrint(c, pairs); }) ==
            0;
@@ -97,7 +97,8 @@ int main(int argc, char** argv)
     CLI11_PARSE(app, argc, argv);
     std::erase_if(groups, [&](const Group& group)
                   { return std::find(chosen.begin(), chosen.end(), group.name) == chosen.end(); });
-    // As in a fresh process: else it would rise with what writing the files has freed.
+    // As in a fresh process: otherwise the threshold would rise with the memory that was freed after writing
+    // the files.
     ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
     try
     {

@@ -62,7 +62,7 @@ Result RunPairs(const Case& benchCase, int pairs)
     std::vector<double> ratios;
     for (int round = 0; round < kWarmUps + pairs; ++round)
     {
-        // Each side goes first in every other round.
+        // Each side is first in every other round.
         const bool isFloorFirst = round % 2 == 0;
         const double first = RunInChild(isFloorFirst ? benchCase.floor : benchCase.library);
         const double second = RunInChild(isFloorFirst ? benchCase.library : benchCase.floor);

@@ -9,17 +9,17 @@
 namespace Bench
 {
 
-/// One side of a case: does its work once and answers the seconds that it took. What it doesn't time is
-/// preparation, or letting go of what it made.
+/// One side of a case: does its work once and returns the time that it took, in seconds. The time excludes
+/// preparation and freeing the result.
 using Side = std::function<double()>;
 
-/// What the library does, beside the least that any program must do for the same.
+/// The library's work, and the least that any program must do for the same result.
 struct Case
 {
     std::string name;
     Side library;
     Side floor;
-    /// The wanted ratio of the two: at most this.
+    /// The goal: the highest acceptable ratio of the two.
     double wanted = 0;
 };
 
@@ -32,8 +32,8 @@ struct Result
     double floor = 0;
 };
 
-/// Runs both sides alternately, `pairs` times behind two rounds that don't count, each in a forked child, so
-/// that neither lives on memory that the other has touched.
+/// Runs both sides alternately, `pairs` times after two warm-up rounds. Each run has a forked child of its
+/// own, so that neither side benefits from memory that the other has touched.
 /// @throws std::runtime_error if a child fails.
 [[nodiscard]] Result RunPairs(const Case& benchCase, int pairs);
 
@@ -46,7 +46,7 @@ double Timed(const Work& work)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Keeps the compiler from leaving out what nobody looks at.
+/// Keeps the compiler from optimising away an unused result.
 inline void Keep(const void* made) { asm volatile("" : : "g"(made) : "memory"); }
 
 } // namespace Bench

@@ -1,9 +1,9 @@
-// An animation file's bytes. By hand, behind `scripts/fuzz`, which builds it and writes its seeds:
+// Loads an animation file's bytes. Run `scripts/fuzz` first, which builds it and writes its seeds, then:
 //
 //     build/fuzz/fuzz/anim_fuzzer -dict=fuzz/blocks.dict -max_len=16384 -timeout=20 -rss_limit_mb=2048
 //         -entropic_scale_per_exec_time=1 build/fuzz/corpus/anim_fuzzer build/fuzz/seeds/anim_fuzzer
 //
-// With an input's name instead of all that: runs that input.
+// To run one input, pass its name instead of all that.
 
 #include "fuzz/load_attempt.h"
 

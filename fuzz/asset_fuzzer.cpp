@@ -1,11 +1,11 @@
-// A tree of assets, written as a text (see fuzz/asset_tree.h). The config file of the working
-// folder, assets/wagon, is loaded, then the first file. Meshes and animations come from the disk: those of
-// the sample are there. By hand, behind `scripts/fuzz`, which builds it and writes its seeds:
+// Loads a tree of assets, written as a text (see fuzz/asset_tree.h): first the config file of the working
+// folder, assets/wagon, then the first file. Meshes and animations of the sample are on the disk. Run
+// `scripts/fuzz` first, which builds it and writes its seeds, then:
 //
 //     build/fuzz/fuzz/asset_fuzzer -dict=fuzz/config.dict -max_len=4096 -timeout=20 -rss_limit_mb=2048
 //         -entropic_scale_per_exec_time=1 build/fuzz/corpus/asset_fuzzer build/fuzz/seeds/asset_fuzzer
 //
-// With an input's name instead of all that: runs that input.
+// To run one input, pass its name instead of all that.
 
 #include "fuzz/asset_tree.h"
 #include "fuzz/load_attempt.h"

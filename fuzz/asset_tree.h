@@ -8,16 +8,16 @@
 namespace ZLMIM::Fuzzing
 {
 
-/// A file of a tree that is written as one text. Each file is announced by a line with its name, which counts
-/// from the top of the tree and has backslashes; all lines up to the next such line are the file's:
+/// A file of a tree that is written as one text. A line with its name comes before each file. The name is
+/// relative to the top of the tree and has backslashes. All lines up to the next such line belong to the
+/// file:
 ///
 ///     @ assets\wagon\config.txt
 ///     kuid <kuid:1:1>
 ///     bogey-0 <kuid:1:2>
 ///     @! assets\locked\config.txt
 ///
-/// A name behind "@!" is that of a file that nobody may read, and one that ends in a backslash that of a
-/// folder.
+/// A name after "@!" is that of an unreadable file. A name that ends in a backslash is that of a folder.
 struct TreeFile
 {
     std::string name;
@@ -25,10 +25,11 @@ struct TreeFile
     bool isReadable = true;
 };
 
-/// The files of a tree in order. What stands before the first name is dropped.
+/// The files of a tree in order. Text before the first name is dropped.
 [[nodiscard]] std::vector<TreeFile> ReadTree(std::string_view text);
 
-/// Opposite of `ReadTree`, for files whose bytes end in a line's end and hold no line that announces a file.
+/// The inverse of `ReadTree`, for files whose bytes end with a line end and contain no line that starts a
+/// file.
 [[nodiscard]] std::string WriteTree(const std::vector<TreeFile>& files);
 
 } // namespace ZLMIM::Fuzzing

@@ -1,10 +1,10 @@
-// A text, taken as a config file, as config lines, and as a level-of-detail list. By hand, behind
-// `scripts/fuzz`, which builds it and writes its seeds:
+// Loads a text as a config file, as config lines, and as a level-of-detail list. Run `scripts/fuzz` first,
+// which builds it and writes its seeds, then:
 //
 //     build/fuzz/fuzz/config_fuzzer -dict=fuzz/config.dict -max_len=4096 -timeout=20 -rss_limit_mb=2048
 //         -entropic_scale_per_exec_time=1 build/fuzz/corpus/config_fuzzer build/fuzz/seeds/config_fuzzer
 //
-// With an input's name instead of all that: runs that input.
+// To run one input, pass its name instead of all that.
 
 #include "fuzz/load_attempt.h"
 #include "fuzz/memory_file_system.h"

@@ -12,8 +12,8 @@
 namespace ZLMIM::Fuzzing
 {
 
-/// Makes an attempt to load, which may fail in the ways that loads fail. Whatever else it raises is a
-/// finding: it leaves the target, which ends the run.
+/// Tries to load, and catches the errors that loads may throw. Any other error is a finding: it leaves the
+/// target, and ends the run.
 template <class Load>
 void Attempt(const Load& load)
 try
@@ -30,7 +30,7 @@ catch (const FileSystemError&)
 {
 }
 
-/// A file's bytes go into a `Mesh` or an `Anim`, then their first half goes into the same object.
+/// Loads a file's bytes into a `Mesh` or an `Anim`, then their first half into the same object.
 template <class Model>
 void LoadTwice(const std::uint8_t* data, std::size_t size)
 {

@@ -14,7 +14,7 @@ namespace
 
 constexpr std::u16string_view kSeparators = u"\\/";
 
-/// Takes the first part off a path: all up to the first separator.
+/// Removes the first part of a path, up to the first separator, and returns it.
 std::u16string_view TakePart(std::u16string_view& path)
 {
     const std::size_t length = std::min(path.find_first_of(kSeparators), path.size());
@@ -23,7 +23,7 @@ std::u16string_view TakePart(std::u16string_view& path)
     return part;
 }
 
-/// A path up to its last separator, which stays with it, and the name behind.
+/// A path up to and including its last separator, and the name after it.
 std::pair<std::u16string_view, std::u16string_view> SplitOffName(std::u16string_view path)
 {
     const std::size_t separator = path.find_last_of(kSeparators);

@@ -13,18 +13,17 @@
 namespace ZLMIM::Fuzzing
 {
 
-/// Serves files from memory. There are the folders that its files' names tell, and the working folder. Letter
-/// case doesn't matter; subfolders come in the order of their lower-case names. Slashes count as backslashes,
-/// and "." and ".." mean what they mean on a disk. Made by `std::make_shared`: its folders and streams hold
-/// it.
+/// Serves files from memory. Its folders are those in the files' names, and the working folder. Letter case
+/// doesn't matter; subfolders are sorted by their lower-case names. Slashes are treated as backslashes, and
+/// "." and ".." as on a disk. Create it by `std::make_shared`: its folders and streams keep it alive.
 class MemoryFileSystem : public FileSystem, public std::enable_shared_from_this<MemoryFileSystem>
 {
 public:
-    /// `workingFolder` is an absolute path, and what relative ones count from.
+    /// `workingFolder` is an absolute path. Relative paths start there.
     explicit MemoryFileSystem(std::u16string_view workingFolder);
 
-    /// Adds a file, or replaces it. One that isn't readable exists, but raises error 70 when it's opened. A
-    /// name that ends in a separator adds a folder alone.
+    /// Adds a file, or replaces it. An unreadable file exists, but opening it throws error 70. A name that
+    /// ends in a separator adds only a folder.
     void Add(std::u16string_view path, std::string bytes, bool isReadable = true);
 
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
@@ -43,9 +42,9 @@ private:
     };
     struct Node
     {
-        Node* parent = nullptr; // none for the root alone
+        Node* parent = nullptr; // null only for the root
         std::u16string name;
-        // By names in lower case.
+        // Keyed by names in lower case.
         std::map<std::u16string, Node*, std::less<>> folders;
         std::map<std::u16string, File, std::less<>> files;
     };
@@ -54,11 +53,11 @@ private:
     [[nodiscard]] static std::unique_ptr<TextStream>
     Open(const File& file, const std::shared_ptr<const void>& owner, const std::u16string& path);
     [[nodiscard]] static std::u16string PathOf(const Node& node);
-    /// Where a walk along a path starts.
+    /// The folder where a walk along a path starts.
     Node* StartOf(std::u16string_view path);
-    /// The folder that a part of a path, in lower case, leads to; none if there is none.
+    /// The folder that a part of a path, in lower case, leads to; null if it doesn't exist.
     [[nodiscard]] static Node* Step(Node& from, std::u16string_view part);
-    /// The folder of a path in lower case; none if there is none.
+    /// The folder of a path in lower case; null if it doesn't exist.
     Node* FindFolder(std::u16string_view path);
     const File* FindFile(std::u16string_view path);
     Node* MakeFolder(std::u16string_view path);

@@ -1,9 +1,9 @@
-// A mesh file's bytes. By hand, behind `scripts/fuzz`, which builds it and writes its seeds:
+// Loads a mesh file's bytes. Run `scripts/fuzz` first, which builds it and writes its seeds, then:
 //
 //     build/fuzz/fuzz/mesh_fuzzer -dict=fuzz/blocks.dict -max_len=16384 -timeout=20 -rss_limit_mb=2048
 //         -entropic_scale_per_exec_time=1 build/fuzz/corpus/mesh_fuzzer build/fuzz/seeds/mesh_fuzzer
 //
-// With an input's name instead of all that: runs that input.
+// To run one input, pass its name instead of all that.
 
 #include "fuzz/load_attempt.h"
 

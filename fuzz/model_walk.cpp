@@ -33,8 +33,9 @@ class Walker
 public:
     void Walk(const std::shared_ptr<ZLMModel>& model, std::size_t depth)
     {
-        Require(depth <= kMaxModelDepth + 1, "no model lies deeper than an empty one below the last level");
-        // A model may stand in its list several times.
+        Require(depth <= kMaxModelDepth + 1,
+                "no model is nested deeper than an empty one below the last level");
+        // A model may be in its list several times.
         if (!mSeen.insert(model.get()).second)
             return;
         See(model->AssetFileName, model->Author, model->UserName, model->Kind, model->Description,
@@ -53,7 +54,7 @@ public:
             Walk(model->Pantograph, depth + 1);
     }
 
-    /// A number for all that was seen: the same for equal models.
+    /// A hash of everything visited: the same for equal models.
     [[nodiscard]] std::uint64_t Digest() const { return mDigest; }
 
 private:
@@ -79,10 +80,10 @@ private:
         Require(list.Entries().size() == static_cast<std::size_t>(list.Count()), "the count is the size");
         for (const std::int32_t number : {0, list.Count() + 1})
         {
-            // Raising is slow: the first lists are enough.
+            // Throwing is slow: the first lists are enough.
             if (++mProbes < 16)
                 Require(Testing::OutcomeOf([&] { return list.Item(number); }) == Testing::kBounds,
-                        "a number outside raises");
+                        "a number outside throws");
         }
     }
 
@@ -106,7 +107,7 @@ private:
         entry.SetAttParent(attParent);
     }
 
-    /// Entries whose mesh and animation are walked: these have fuzz targets of their own.
+    /// Only the meshes and animations of the first entries are walked: they have fuzz targets of their own.
     static constexpr std::int32_t kWalkedFiles = 3;
 
     std::set<const ZLMModel*> mSeen;

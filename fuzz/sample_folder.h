@@ -7,8 +7,8 @@
 namespace ZLMIM::Fuzzing
 {
 
-/// A folder on the disk with the sample's meshes and animations, for the entries of mesh tables to load.
-/// Beside each there are `anim.kin` and `short.im`, which ends too early. Removed with the object.
+/// A folder on the disk with the sample's meshes and animations, for the entries of mesh tables to load. Each
+/// folder also contains `anim.kin` and `short.im`, which ends too early. Removed with the object.
 class SampleFolder
 {
 public:
@@ -18,8 +18,8 @@ public:
     SampleFolder& operator=(const SampleFolder&) = delete;
     ~SampleFolder();
 
-    /// The folder's name in the object model's form, with a trailing backslash. It's in lower case, as a name
-    /// must be to be found in a mesh path without a search.
+    /// The folder's name in the object model's form, with a trailing backslash. It's in lower case, so that a
+    /// mesh path finds it without a search.
     [[nodiscard]] const std::u16string& Name() const { return mName; }
 
 private:

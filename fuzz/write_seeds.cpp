@@ -1,5 +1,5 @@
-// Writes what the fuzz targets start from into a folder for each, named after the target. The folder is
-// given.
+// Writes the seeds of the fuzz targets into the given folder, which gets a subfolder for each target, with
+// its name.
 
 #include "fuzz/asset_tree.h"
 #include "tests/good_files.h"
@@ -24,7 +24,8 @@ using ZLMIM::Fuzzing::WriteTree;
 
 constexpr std::string_view kWagon = "assets\\wagon\\config.txt";
 
-/// The sample, wagon first. Meshes and animations are only named: the fuzz target has them on the disk.
+/// The sample, wagon first. Meshes and animations have only names: the fuzz target has their files on the
+/// disk.
 std::string SampleTree()
 {
     std::vector<TreeFile> files;
@@ -40,8 +41,8 @@ std::string SampleTree()
 
 std::string Kuid(int level, char letter) { return "<kuid:" + std::to_string(level) + ":" + letter + ">"; }
 
-/// Assets that refer to one another, from level to level: each to every one of the next level. The last level
-/// refers to the level `next`.
+/// Levels of assets, each of which refers to all assets of the next level. The last level refers to the level
+/// `next`.
 std::string Levels(int levels, std::string_view letters, int next)
 {
     std::vector<TreeFile> files;
@@ -59,7 +60,7 @@ std::string Levels(int levels, std::string_view letters, int next)
     return WriteTree(files);
 }
 
-/// What leads loads astray, a bit of each.
+/// One example of each construct that can lead a load astray.
 std::string TroubledTree()
 {
     const auto table = [](std::string_view entry)

@@ -29,8 +29,8 @@ inline std::string SmallAnim()
     return AnimHeader("n", 0).Block("EVNT", Bytes()).Block("SKEL", bone).Str();
 }
 
-/// A temporary folder of assets. The assets are in "top/assets", so that searches for references stay inside;
-/// the working folder is "top/assets/wagon" while this lives.
+/// A temporary folder of assets. The assets are in "top/assets", so that searches for references stay inside.
+/// While the object is in scope, the working folder is "top/assets/wagon".
 class AssetFolder
 {
 public:

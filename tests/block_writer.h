@@ -14,21 +14,21 @@
 namespace ZLMIM::Testing
 {
 
-/// Writes the bytes of mesh and animation files, field by field, as the tables of the formats tell them. It
-/// computes the sizes that a good file has, and lies about them where it's told to.
+/// Writes the bytes of mesh and animation files, field by field, as their formats are documented. It computes
+/// correct sizes, and writes wrong ones on request.
 class Bytes
 {
 public:
     Bytes& Long(std::int32_t value) { return Record(value); }
     Bytes& Short(std::int32_t value) { return Record(static_cast<std::int16_t>(value)); }
     Bytes& Single(float value) { return Record(value); }
-    /// Characters as they stand: a tag, or a part of a string.
+    /// Characters without a length: a tag, or a part of a string.
     Bytes& Text(std::string_view text)
     {
         mBytes += text;
         return *this;
     }
-    /// A string: its length, and its characters without a 0 behind them.
+    /// A string: its length and its characters, without a 0 after them.
     Bytes& String(std::string_view text) { return Long(static_cast<std::int32_t>(text.size())).Text(text); }
     /// A record, or a list of numbers, in order.
     template <class T>
@@ -59,7 +59,7 @@ private:
     std::string mBytes;
 };
 
-/// The beginning of a mesh file: signature, kind, and an info block with `extra` bytes behind its fields.
+/// The beginning of a mesh file: signature, kind, and an info block with `extra` bytes after its fields.
 inline Bytes MeshHeader(std::int32_t chunkCount, std::int32_t version = 104, std::size_t extra = 0)
 {
     const auto info = Bytes().Long(version).Zeros(28).Long(chunkCount).Zeros(extra);
@@ -71,7 +71,7 @@ inline Bytes MeshHeader(std::int32_t chunkCount, std::int32_t version = 104, std
         .Append(info);
 }
 
-/// The beginning of an animation file: signature, kind, and an info block with `extra` bytes behind its
+/// The beginning of an animation file: signature, kind, and an info block with `extra` bytes after its
 /// fields.
 inline Bytes AnimHeader(std::string_view name, std::int32_t frameCount, std::int32_t fps = 30,
                         float metScale = 1, std::int32_t version = 100, std::size_t extra = 0)

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-/// The classes as hosts know them, written out: the tables of the component and the type library are compared
-/// with these.
+/// The classes as hosts know them, written out. Tests compare the component's tables and the type library
+/// with them.
 namespace ZLMIM::Testing
 {
 

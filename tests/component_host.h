@@ -31,7 +31,7 @@ template <class Function>
 
 [[nodiscard]] inline GetClassObject ClassObjects() { return Exported<GetClassObject>("DllGetClassObject"); }
 
-/// Whether the module can be unloaded, since no host holds anything of it.
+/// Whether the module can be unloaded, since no host holds any of its objects.
 [[nodiscard]] inline bool IsIdle()
 {
     return Exported<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")() == S_OK;
@@ -91,7 +91,7 @@ template <class I>
 /// Script error `number` as a status.
 [[nodiscard]] constexpr HRESULT ScriptError(int number) { return static_cast<HRESULT>(0x800A0000) + number; }
 
-/// Calls a member by name. Returns the member's own failure, if that is what failed.
+/// Calls a member by name. If the member itself failed, returns its failure.
 inline HRESULT Call(IDispatch* object, std::u16string_view name, WORD flags,
                     std::initializer_list<VARIANT*> arguments, VARIANT* result = nullptr)
 {

@@ -52,7 +52,7 @@ TEST(ReadConfigLine, TellsKeyAndValue)
         std::string_view file;
         std::u16string_view key;
         std::u16string_view value;
-        std::u16string_view rest; // the line behind; "-" if reading this one raises
+        std::u16string_view rest; // the next line; "-" if reading this line throws
     } cases[] = {
         {"\nx", u"", u"", u"x"},
         {" \t \nx", u"", u"", u"x"},

@@ -6,7 +6,7 @@
 namespace
 {
 
-/// Allocations up to and including the one that fails; 0 if none is to fail.
+/// Allocations up to and including the one that fails; 0 if no allocation is to fail.
 thread_local std::int64_t countdown = 0;
 thread_local std::int64_t outstanding = 0;
 

@@ -11,7 +11,7 @@ namespace ZLMIM::Testing
 class FailingAllocation
 {
 public:
-    /// `hasFailed` is set at the end: whether that allocation was reached.
+    /// At the end, sets `hasFailed` to whether that allocation was reached.
     FailingAllocation(std::int64_t number, bool& hasFailed);
     FailingAllocation(const FailingAllocation&) = delete;
     FailingAllocation& operator=(const FailingAllocation&) = delete;
@@ -21,7 +21,7 @@ private:
     bool& mHasFailed;
 };
 
-/// Allocations of this thread minus those that it has freed.
+/// Number of this thread's allocations that it hasn't freed.
 [[nodiscard]] std::int64_t OutstandingAllocations();
 
 } // namespace ZLMIM::Testing

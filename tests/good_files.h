@@ -8,7 +8,7 @@
 namespace ZLMIM::Testing
 {
 
-/// A bone's block of a mesh file. A good one has as many blocks in `children` as `count` says.
+/// A BONE block of a mesh file. For a valid block, `children` has as many blocks as `count` says.
 inline Bytes MeshBone(std::string_view name, std::int32_t count = 0, const Bytes& children = {})
 {
     const auto pose = Bytes().Record(Vector{1, 2, 3}).Record(Quaternion{0, 0, 0, 1});
@@ -35,7 +35,7 @@ inline Bytes MeshSkeleton(const Bytes& root) { return Bytes().Block("SKEL", Byte
 
 inline Bytes AnimSkeleton(const Bytes& root) { return Bytes().Block("SKEL", root); }
 
-/// A mesh file of nothing but a skeleton.
+/// A mesh file with only a skeleton.
 inline Bytes MeshWith(const Bytes& root) { return MeshHeader(0).Append(MeshSkeleton(root)); }
 
 /// An animation file up to its skeleton.
@@ -44,7 +44,7 @@ inline Bytes AnimWith(std::int32_t frameCount, const Bytes& root)
     return AnimHeader("n", frameCount).Block("EVNT", Bytes()).Append(AnimSkeleton(root));
 }
 
-/// A FRAM block. Only x of the position differs from pose to pose.
+/// A FRAM block. Poses differ only in x of the position.
 inline Bytes Frame(std::int32_t number, std::initializer_list<float> poses, std::int32_t lie = 0)
 {
     auto payload = Bytes().Long(-1).Long(number);

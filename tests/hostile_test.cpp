@@ -30,7 +30,7 @@ void LoadEveryPrefix(const Bytes& good)
         Model model;
         const auto outcome = LoadAndWalk(model, good.Span().first(size));
 
-        // Both good files read the same without their last byte or with it: behind a file stands a 0.
+        // Both good files read the same without their last byte or with it: the data ends with a 0.
         EXPECT_TRUE(outcome == "true" || size + 1 < good.Size()) << outcome;
         EXPECT_EQ(model.FileSize, static_cast<std::int32_t>(size));
     }
@@ -48,7 +48,7 @@ void LoadWithEachByteChanged(const Bytes& good)
             SCOPED_TRACE(testing::Message() << "byte " << at << " = " << value);
             file[at] = static_cast<std::byte>(value);
             Model model;
-            static_cast<void>(LoadAndWalk(model, file)); // what it answers is for the rows below
+            static_cast<void>(LoadAndWalk(model, file)); // the rows below check the result
         }
         file[at] = old;
     }
@@ -96,7 +96,7 @@ TEST(HostileMesh, EndsAtItsAllowancesAndKeepsWhatStood)
     const auto selfAttachment = [](std::int32_t count)
     { return MeshHeader(0).Block("ATCH", Bytes().Long(1).Long(count).Long(-52).Zeros(66)); };
     const auto selfBone = Bytes().Text("BONE").Long(-8).Zeros(40);
-    // Its fields behind the name are the 32 bytes before it, the last a count of 1: its own child.
+    // The fields after its name are the 32 bytes before it. The last is a count of 1: it is its own child.
     const auto ownChild = Bytes().Long(1).Text("BONE").Long(0).Long(1).Long(-48);
 
     const struct

@@ -54,7 +54,7 @@ std::string Table(int entries, const std::string& keys)
     return table + "}\n";
 }
 
-/// The text of the BoundsError that ended the load; empty if none did.
+/// The text of the BoundsError that ended the load; empty if it threw no BoundsError.
 std::string Load(const AssetFolder& folder, ZLMModel& model)
 try
 {

@@ -19,16 +19,16 @@
 namespace ZLMIM::Testing
 {
 
-/// How the load of a file ended, see `OutcomeOf`.
+/// Result of the load of a file, see `OutcomeOf`.
 template <class Model>
 std::string LoadOutcome(Model& model, std::span<const std::byte> file)
 {
     return OutcomeOf([&] { return model.LoadBytes(file); });
 }
 
-/// Visits every public member of the objects that a load of a new `Mesh` or `Anim` left, however it ended,
-/// and asks for what isn't there as well. Needs no test framework: a model that contradicts itself makes it
-/// throw `std::logic_error`.
+/// Visits every public member of the objects that a load of a new `Mesh` or `Anim` created, successful or
+/// not. Also requests missing elements. Needs no test framework: throws `std::logic_error` if a model
+/// contradicts itself.
 class ModelWalker
 {
 public:
@@ -54,7 +54,7 @@ public:
             WalkTree(anim.RootBone, 1);
     }
 
-    /// A number for all that was seen: the same for equal models.
+    /// A hash of everything visited: the same for equal models.
     [[nodiscard]] std::uint64_t Digest() const { return mDigest; }
 
 private:
@@ -64,7 +64,7 @@ private:
             throw std::logic_error(what);
     }
 
-    /// Raising is slow, and a tree may have 65,536 bones: only the first objects are asked.
+    /// Throwing is slow, and a tree may have 65,536 bones: only the first objects are tested.
     template <class Operation>
     void RequireBoundsError(const Operation& operation)
     {
@@ -79,7 +79,7 @@ private:
         {
             return;
         }
-        throw std::logic_error("an index outside raises");
+        throw std::logic_error("an index outside throws");
     }
 
     template <class T>
@@ -174,7 +174,7 @@ private:
     template <class AnyBone>
     void WalkTree(const std::shared_ptr<AnyBone>& bone, std::int32_t level)
     {
-        Require(mBones.insert(bone.get()).second, "a bone stands in one place of the tree");
+        Require(mBones.insert(bone.get()).second, "a bone is in one place of the tree");
         Require(level <= 1'024 && mBones.size() <= 65'536, "the tree keeps to its limits");
         See(bone->Name, bone->Version);
         WalkPart(*bone);
@@ -193,7 +193,7 @@ private:
     {
         const auto frames = bone.Frames();
         const auto size = static_cast<std::int32_t>(frames.size());
-        // A hostile table may be long, and is zero for the most part.
+        // A hostile table may be long, and is mostly zero.
         SeeRun(frames.first(std::min<std::size_t>(frames.size(), 256)));
         if (size > 0)
             See(bone.GetFrame(0), bone.GetFrame(size - 1));
@@ -209,7 +209,7 @@ private:
     std::set<const void*> mBones;
 };
 
-/// Walks a model, and answers its digest.
+/// Walks a model, and returns its digest.
 /// @throws std::logic_error if the model contradicts itself.
 template <class Model>
 std::uint64_t Walk(const Model& model)

@@ -18,7 +18,7 @@ inline constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max(
 inline constexpr std::string_view kBounds = "BoundsError";
 inline constexpr std::string_view kOverflow = "OverflowError";
 
-/// How a call ended: "true" or "false" if it returned that, "done" for any other result, or the name of the
+/// Result of a call: "true" or "false" if it returned that, "done" for any other result, or the name of the
 /// error that it threw, such as "BoundsError" or "FileSystemError 76".
 template <class Call>
 std::string OutcomeOf(const Call& call)

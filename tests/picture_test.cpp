@@ -142,7 +142,7 @@ TEST(Picture, PlacesEntriesUnderOneAnother)
                                   {"entries whose attachment point doesn't exist are at the origin", 1},
                                   {"meshes weren't read to their end", 1},
                               }));
-    // Day and night meshes can be told apart; what hangs on a hidden entry stays where it is.
+    // Day and night meshes are distinguishable. Meshes attached to a hidden entry stay in place.
     const Scene shown = SceneOf(*model, {.Only = {u"b", u"c", u"g"}, .Without = {u"b", u"g"}});
     ASSERT_EQ(shown.Triangles.size(), 1U);
     EXPECT_EQ(shown.Triangles[0].Corners, c);
@@ -224,7 +224,7 @@ TEST(Picture, CoversSurfacesWithTexturesAndBlendsOpacity)
     EXPECT_EQ(scene.MissingTextures, std::set<std::string>{"none.texture"});
     const auto colourAt = [](const Image& image, int x)
     { return image.Pixels[static_cast<std::size_t>(20 * 40 + x)]; };
-    // From behind, where x is to the right. The texture is blurred over its two pixels and repeats.
+    // Seen from the back, x points to the right. The texture is blurred over its two pixels and repeats.
     const Image back = DrawFrom(scene, TurnFrom(180, 0), 40, 40);
     const glm::u8vec3 white = colourAt(DrawFrom(scene, TurnFrom(0, 0), 40, 40), 29);
     const glm::u8vec3 pink = colourAt(back, 11);

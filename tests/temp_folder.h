@@ -11,7 +11,7 @@
 namespace ZLMIM::Testing
 {
 
-/// A new, empty folder, which goes with the object, and all that stands in it.
+/// A new, empty folder, which is removed with the object, including its contents.
 class TempFolder
 {
 public:
@@ -32,7 +32,7 @@ public:
 
     [[nodiscard]] const std::filesystem::path& Path() const { return mPath; }
 
-    /// The whole name of `entry` in the object model's form.
+    /// The full name of `entry` in the object model's form.
     [[nodiscard]] std::u16string Name(std::u16string_view entry) const
     {
         std::u16string name = mPath.u16string();
@@ -40,7 +40,8 @@ public:
         return (name += u'\\') += entry;
     }
 
-    /// Writes a file, and the folders that lead to it; or only these, if `entry` ends in a slash.
+    /// Writes a file, and creates the folders that lead to it. If `entry` ends in a slash, only creates
+    /// folders.
     void Write(std::string_view entry, std::string_view bytes = {}) const
     {
         const std::filesystem::path path = mPath / entry;

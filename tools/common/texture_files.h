@@ -12,8 +12,8 @@ namespace ZLMIM::Tools
 {
 
 /// The files that serve as a texture: those in the mesh's folder that have the texture's name up to its
-/// ending, in any letter case, and any other ending or none. Meshes and animations don't count. The folder is
-/// named with a separator at its end, and so are the files' names in the system's form.
+/// ending, in any letter case, and any other ending or no ending. Meshes and animations don't count. The
+/// folder is named with a separator at its end, and so are the files' names in the system's form.
 [[nodiscard]] std::vector<NativePath> TextureFiles(const NativePath& meshFolder, std::u16string_view texture,
                                                    PathResolver& names);
 

@@ -30,7 +30,7 @@ struct Cell
 /// A line of a tree with its children. Text is printable UTF-8.
 struct Node
 {
-    /// Nodes of one kind have their columns aligned throughout the tree. Empty: aligned with none.
+    /// Nodes of one kind have their columns aligned throughout the tree. Empty: not aligned.
     std::string_view Kind;
     std::string Label;
     std::vector<Cell> Cells;

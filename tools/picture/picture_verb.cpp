@@ -254,7 +254,7 @@ private:
         return wanted.empty();
     }
 
-    /// The picture, or all of an animation's; none if there is nothing to draw.
+    /// The picture, or all pictures of an animation; empty if there is nothing to draw.
     std::vector<Image> Images(const std::string& path, const Asset& asset)
     {
         mTextures.clear();

@@ -29,9 +29,10 @@ struct Surface
     glm::vec3 Colour = glm::vec3(1);
     /// From 0 to 1.
     float Opacity = 1;
-    /// Null for none. The texture's colour times the diffuse one is the surface's.
+    /// Null without a texture. The texture's colour times the diffuse one is the surface's.
     std::shared_ptr<const Texture> Diffuse = nullptr;
-    /// Null for none. Its alpha, or its brightness if it has none, times the opacity is the surface's.
+    /// Null without a texture. Its alpha, or its brightness if it has none, times the opacity is the
+    /// surface's.
     std::shared_ptr<const Texture> Transparency = nullptr;
 
     [[nodiscard]] bool IsOpaque() const { return Opacity >= 1 && !Transparency; }
@@ -72,7 +73,7 @@ struct Scene
 /// What to show of an asset.
 struct SceneRequest
 {
-    /// Slot of the animations; none for the meshes as stored.
+    /// Slot of the animations; `std::nullopt` for the meshes as stored.
     std::optional<double> Slot = {};
     Tools::PoseBase Poses = Tools::PoseBase::Parent;
     /// Names of entries, in lower case. If `Only` isn't empty, other entries aren't shown.

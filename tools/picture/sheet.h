@@ -29,7 +29,7 @@ private:
     std::vector<std::pair<Image, std::string>> mPictures;
 };
 
-/// The configs in a folder and below, as paths, sorted; none if it isn't a folder.
+/// The configs in a folder and below, as paths, sorted; empty if it isn't a folder.
 [[nodiscard]] std::vector<std::string> AssetsBelow(const std::u16string& folder);
 
 } // namespace ZLMIM::Picture

@@ -97,11 +97,11 @@ struct CodeInfo
 /// Where in a file. All empty for the file as a whole.
 struct Place
 {
-    /// From 1; 0 for none.
+    /// From 1; 0 for no line.
     std::int64_t Line = 0;
     /// Entry of the mesh table.
     std::u16string Entry = {};
-    /// From 1; 0 for none.
+    /// From 1; 0 for no chunk.
     std::int32_t Chunk = 0;
     /// Such as `index 17`. Textures, bones, attachment points and face normals count from 1; vertices,
     /// normals, indices, triangles and slots from 0. Printable UTF-8.

@@ -49,7 +49,7 @@ public:
     {
     }
 
-    /// Returns the config that a model loads; empty if it finds none.
+    /// Returns the config that a model loads; empty if it finds no config.
     std::u16string Judge(const ConfigLine& reference, const std::string& andMore)
     {
         const std::u16string& kuid = reference.Value;

@@ -49,7 +49,7 @@ private:
     std::vector<FoundConfig> mConfigs;
     /// Places in `mConfigs`, in their order.
     std::unordered_map<std::u16string, std::vector<std::size_t>> mByKuid;
-    /// Place of the first config with a failure, or the number of configs if none has one.
+    /// Place of the first config with a failure, or the number of configs if there is no failure.
     std::size_t mFirstFailure = 0;
 };
 

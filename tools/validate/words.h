@@ -19,8 +19,8 @@ namespace ZLMIM::Validate
 /// counting above 2.
 [[nodiscard]] int LettersApart(std::u16string_view a, std::u16string_view b);
 
-/// `; did you mean "a.load"?` with the candidate that resembles `name` most, or "" if none does. Letter case
-/// is ignored.
+/// `; did you mean "a.load"?` with the candidate that resembles `name` most, or "" if no candidate does.
+/// Letter case is ignored.
 [[nodiscard]] std::string DidYouMean(std::u16string_view name, const std::vector<std::u16string>& candidates);
 
 /// Counts the things that share one finding, and remembers the first.

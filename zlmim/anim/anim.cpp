@@ -16,7 +16,7 @@ bool Anim::Load(std::u16string_view name)
 
 bool Anim::Load(std::u16string_view name, PathResolver& paths, LoadBudget& budget)
 {
-    FileName = std::u16string(name); // the name may be this very property
+    FileName = std::u16string(name); // `name` may refer to this property
     return Container::Load(
         FileName, mCursor,
         [&] { return mCursor.LoadFile(FileName, paths, budget, FileSize, EmptyFile::Accepted); },

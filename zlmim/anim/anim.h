@@ -20,8 +20,9 @@ namespace ZLMIM
 class BoneLimits;
 class LoadBudget;
 
-/// The object representing one animation file (`.kin`): a tree of bones with one key frame for each bone and
-/// frame. Nothing is computed from it: no interpolation, no matrix, no link to the bones of a `Mesh`.
+/// The object representing one animation file (`.kin`): a tree of bones with one key frame per bone and
+/// frame. The library computes nothing from it: no interpolation, no matrix, no link to the bones of a
+/// `Mesh`.
 /// \ingroup animations
 class Anim
 {
@@ -31,54 +32,55 @@ public:
     Anim& operator=(const Anim&) = delete;
     ~Anim() = default;
 
-    /// Text if `Load` fails, for those failures that have one:
+    /// Error text, set by a `Load` that fails for one of these reasons:
     ///
-    /// - "Not a ZL file - no JIRF", "Not a ZLM ANIM file - no ANIM": its first bytes aren't an animation's.
+    /// - "Not a ZL file - no JIRF", "Not a ZLM ANIM file - no ANIM": the first bytes aren't those of an
+    ///   animation file.
     ///
-    /// No load clears it: after an answer of false for another reason, an older text still stands.
+    /// No load clears it: if a later `Load` returns false for another reason, the old text remains.
     std::u16string ErrorMessage;
     /// Number of FRAM blocks that a load reads, and the highest slot of every bone's frame table, from the
-    /// info block. Slots are numbered from 0, so there is always one slot more than blocks.
+    /// info block. Slots are numbered from 0, so there is always one more slot than blocks.
     std::int32_t FrameCount = 0;
     /// Frames per second, from the info block.
     std::int32_t FPS = 0;
     /// Version in the info block, as stored.
     std::int32_t Version = 0;
-    /// From the info block, as stored; without a meaning here. 1 before a load gets so far.
+    /// From the info block, as stored. The library gives it no meaning. 1 before a load reads it.
     float MetScale = 1;
-    /// The text held in the info block; the file's own name is `FileName`.
+    /// The text in the info block; the file's own name is `FileName`.
     std::u16string Name;
-    /// Length of the file in bytes. Stays where the file isn't found, may not be read, or is too long.
+    /// Length of the file in bytes. Unchanged if the file isn't found, can't be read, or is too long.
     std::int32_t FileSize = 0;
-    /// Root of the bone tree. Each load that finds a SKEL block makes a new tree. Where a later file has no
-    /// such block, the former tree stays, and takes that file's frames in new frame tables. None if no file
-    /// had one.
+    /// Root of the bone tree. Each load that finds a SKEL block creates a new tree. If a later file has no
+    /// such block, the old tree stays, and gets that file's frames in new frame tables. Null if no file had
+    /// one.
     std::shared_ptr<BoneAnim> RootBone;
-    /// The name given to the last load, unchanged.
+    /// The name passed to the last load, unchanged.
     std::u16string FileName;
 
-    /// Reads the file of that name: text with backslashes, relative to the working folder, whose letter case
-    /// doesn't matter where the exact name isn't found. True when the whole file was read. False for a file
-    /// that is missing, unreadable, or longer than `kMaxFileSize` or the memory there is, that has no EVNT
-    /// block, no skeleton where no earlier one stands, or fewer FRAM blocks than it says, and, with an
-    /// `ErrorMessage`, for one that isn't an animation.
+    /// Reads the file of that name: text with backslashes, relative to the working folder. Letter case is
+    /// ignored if there is no exact match. Returns true if the whole file was read. Returns false if the file
+    /// is missing, unreadable, longer than `kMaxFileSize` or too large for the available memory. Also returns
+    /// false if the file has no EVNT block, no skeleton while there is no earlier one, or fewer FRAM blocks
+    /// than it declares. Returns false, with an `ErrorMessage`, if the file isn't an animation.
     ///
-    /// The steps: `FileName`; `FileSize`; `Version`, `Name`, `FrameCount`, `FPS` and `MetScale`; `RootBone`;
-    /// the frame tables of all bones, all zero; the frames, one after another. A frame goes to the slot that
-    /// bears its number, the later of two wins, and a slot without a frame stays zero. After any failure the
-    /// properties stay as far as they were filled, and the file's bytes may stay in memory until the next
-    /// load or the end of the object.
-    /// @throws BoundsError where the file ends too early (an empty one does), where a frame's number isn't in
-    /// 0 to `FrameCount`, where `FrameCount` is negative, or where a limit is exceeded (see \ref limits).
-    /// @throws OverflowError where a size leads out of the 32-bit range.
-    /// @throws std::bad_alloc where there is no memory for what the file holds.
+    /// Sets, in this order: `FileName`; `FileSize`; `Version`, `Name`, `FrameCount`, `FPS` and `MetScale`;
+    /// `RootBone`; the frame tables of all bones, all zero; the frames, one after another. A frame is stored
+    /// in the slot of its number. Of two frames with one number the later wins, and a slot without a frame
+    /// stays zero. After a failure, the properties keep the values that were read before. The file's bytes
+    /// may then stay in memory until the next load or the end of the object.
+    /// @throws BoundsError if the file ends too early (also if it is empty), if a frame's number isn't in 0
+    /// to `FrameCount`, if `FrameCount` is negative, or if a limit is exceeded (see \ref limits).
+    /// @throws OverflowError if a size is outside the 32-bit range.
+    /// @throws std::bad_alloc if there isn't enough memory for the file's objects.
     [[nodiscard]] bool Load(std::u16string_view name);
 
-    /// The same for one of many files. `paths` remembers the folders that it has listed, and `budget` what
-    /// all loads with it have cost together. Both are needed during the call alone.
+    /// The same for one of many files. `paths` caches the folders that it lists. `budget` is shared by all
+    /// loads that use it. Both are used during the call only.
     [[nodiscard]] bool Load(std::u16string_view name, PathResolver& paths, LoadBudget& budget);
 
-    /// The same for the bytes of a file, which are copied. `name` goes to `FileName` and is not opened.
+    /// The same for the bytes of a file, which are copied. `name` is stored in `FileName` and isn't opened.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::u16string_view name = {});
 
     /// For component hosts; of no use to other callers.
@@ -95,7 +97,7 @@ private:
 
     /// The bones of the tree in the order of a FRAM block's records: each before its children.
     using BoneOrder = std::vector<BoneAnim*>;
-    /// FRAM blocks that have been read, and whose records wait to be stored.
+    /// Buffers FRAM blocks that have been read but not stored.
     class WaitingFrames;
     BoneOrder InitBoneFrames();
     bool ReadFrames(const BoneOrder& bones);

@@ -13,7 +13,7 @@ namespace ZLMIM
 namespace
 {
 
-/// Makes the frame tables of a tree, each bone's before its children's, and lists the bones in that order.
+/// Creates the frame tables of a tree, each bone's before its children's, and lists the bones in that order.
 class FrameTableMaker
 {
 public:
@@ -62,8 +62,8 @@ Anim::BoneOrder Anim::InitBoneFrames()
     return std::move(maker.bones);
 }
 
-/// Stored a few at a time, bone by bone, so that a processor's cache isn't pulled between all tables at once.
-/// What waits is stored at the latest when the reading ends, in whatever way.
+/// Buffers some frames and stores them bone by bone, which is cache-friendly. The destructor flushes, also on
+/// a throw.
 class Anim::WaitingFrames
 {
 public:
@@ -72,7 +72,7 @@ public:
     WaitingFrames& operator=(const WaitingFrames&) = delete;
     ~WaitingFrames() { Store(); }
 
-    /// Takes the frame of that number from the cursor, or raises as reading it record by record would.
+    /// Takes the frame of that number from the cursor. Throws the same errors as reading it record by record.
     void Take(std::int32_t frame, std::int32_t highestFrame, FileCursor& cursor)
     {
         const bool isWhole = frame >= 0 && frame <= highestFrame &&
@@ -109,7 +109,7 @@ private:
         mCount = 0;
     }
 
-    /// A frame that will fail has its first records stored all the same.
+    /// Stores the records before the failure, even for a frame that fails.
     void TakeByRecords(std::int32_t frame, FileCursor& cursor)
     {
         for (BoneAnim* const bone : mBones)
@@ -129,7 +129,7 @@ private:
 bool Anim::ReadFrames(const BoneOrder& bones)
 {
     const std::int32_t count = FrameCount;
-    // Not where a small file claims many frames, whose tables nobody may ever touch.
+    // Skipped if a small file declares many frames, whose tables may never be touched.
     if (mCursor.CanRead(count, static_cast<std::int64_t>(bones.size() * sizeof(Keyframe))))
     {
         for (BoneAnim* const bone : bones)

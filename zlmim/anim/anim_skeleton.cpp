@@ -13,7 +13,7 @@ void Anim::ReadSkeleton()
         return;
 
     BoneLimits limits;
-    // Set before its block is looked at: a root without a block is an empty bone.
+    // Set before its block is read: a root without a block is an empty bone.
     RootBone = MakeBone(limits, 1);
     ReadBone(limits, *RootBone, 1);
 
@@ -38,7 +38,7 @@ void Anim::ReadBone(BoneLimits& limits, BoneAnim& bone, std::int32_t level)
     const std::int32_t count = mCursor.GetLong();
     for (std::int32_t i = 0; i < count; ++i)
     {
-        // Linked before its block is looked at: a child without a block stays as an empty bone.
+        // Linked before its block is read: a child without a block stays an empty bone.
         const auto child = MakeBone(limits, level + 1);
         bone.Children()->Add(child);
         ReadBone(limits, *child, level + 1);

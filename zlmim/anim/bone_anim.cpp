@@ -10,7 +10,7 @@ namespace ZLMIM
 
 BoneAnim::~BoneAnim()
 {
-    // Bones below this one that nobody else holds, as a list: recursion would need the more stack the deeper
+    // The bones below this one that nobody else holds, as a list. Recursion would need more stack the deeper
     // the tree is.
     std::shared_ptr<BoneAnim> orphans;
     const auto collect = [&orphans](std::shared_ptr<Collection<BoneAnim>> list)

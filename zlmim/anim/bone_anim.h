@@ -16,20 +16,21 @@ namespace ZLMIM
 {
 
 /// Bone object used by animated meshes, with one key frame for each slot of its frame table. A bone holds its
-/// children, and nothing holds its parent: keeping a leaf keeps only that leaf.
+/// children. It has no reference to its parent, so keeping a leaf keeps only that leaf.
 ///
-/// A bone that the file counts, but has no block for, has no name; it has its frames like any other.
+/// If the file counts a bone but has no block for it, the bone has no name. It still has frames like any
+/// other.
 /// \ingroup animations
 class BoneAnim
 {
 public:
-    /// A bone by itself, with an empty list of children and no frame table.
+    /// A single bone, with an empty list of children and no frame table.
     BoneAnim() = default;
     BoneAnim(const BoneAnim&) = delete;
     BoneAnim& operator=(const BoneAnim&) = delete;
     ~BoneAnim();
 
-    /// Child bones in file order; null only if a host writes null.
+    /// Child bones in file order. Null only if a host writes null.
     [[nodiscard]] std::shared_ptr<Collection<BoneAnim>> Children() const { return mChildren; }
     /// Replaces the list.
     void SetChildren(std::shared_ptr<Collection<BoneAnim>> children) { mChildren = std::move(children); }
@@ -39,22 +40,22 @@ public:
     /// Version of the BONE block, as stored.
     std::int32_t Version = 0;
 
-    /// Makes a new frame table with the slots 0 to `i`, all zero (also `q`, which is no unit quaternion
-    /// then). The old table goes. A load does so for all bones, `i` being `Anim::FrameCount`.
+    /// Replaces the frame table by one with the slots 0 to `i`, all zero (also `q`, which then isn't a unit
+    /// quaternion). A load calls it for all bones with `Anim::FrameCount`.
     /// @throws BoundsError if `i` is negative; the old table stays.
     /// @throws std::bad_alloc; there is no table then.
     void InitFrames(std::int32_t i);
 
     /// A copy of slot `i`, from 0.
-    /// @throws BoundsError outside the table, or without one.
+    /// @throws BoundsError outside the table, or if there is no table.
     [[nodiscard]] Keyframe GetFrame(std::int32_t i) const;
 
     /// Copies `k` into slot `i`, from 0.
-    /// @throws BoundsError outside the table, or without one.
+    /// @throws BoundsError outside the table, or if there is no table.
     void SetFrame(std::int32_t i, const Keyframe& k);
 
-    /// All slots as they lie in memory, slot 0 first, until the next `InitFrames` or the end of the object;
-    /// empty without a table.
+    /// All slots in memory order, slot 0 first. Valid until the next `InitFrames` or the end of the object.
+    /// Empty if there is no table.
     [[nodiscard]] std::span<const Keyframe> Frames() const noexcept
     {
         return {mFrames.data(), mFrames.size()};
@@ -70,7 +71,7 @@ private:
 
     std::shared_ptr<Collection<BoneAnim>> mChildren = std::make_shared<Collection<BoneAnim>>();
     RecordArray<Keyframe> mFrames;
-    /// Used while a tree is destroyed.
+    /// Used only while a tree is destroyed.
     std::shared_ptr<BoneAnim> mNextOrphan;
 };
 

@@ -9,8 +9,8 @@
 namespace ZLMIM::Component
 {
 
-/// Enumerates a list of the model and keeps it alive. Includes entries that are added meanwhile, and skips
-/// none if hosts remove entries.
+/// Enumerates a list of the model and keeps it alive. Includes entries that are added during the
+/// enumeration, and skips no entry if hosts remove others.
 class ListEnumerator final : public ComObject<IEnumVARIANT>
 {
 public:

@@ -15,13 +15,13 @@
 namespace ZLMIM
 {
 
-/// What the load of a model shares with the loads of the models that it refers to: what is left of the
-/// limits, the files that are open, the folders that have been listed and searched.
+/// State that the load of a model shares with the loads of the models that it refers to: the remaining
+/// limits, the open files, and the folders that have been listed and searched.
 /// \ingroup inside
 class AssetLoad
 {
 public:
-    /// The load may cost what `limits` allow.
+    /// `limits` limit the cost of the load.
     explicit AssetLoad(const LoadLimits& limits) : mBudget(limits) {}
     AssetLoad(const AssetLoad&) = delete;
     AssetLoad& operator=(const AssetLoad&) = delete;
@@ -31,7 +31,7 @@ public:
     class OpenFileScope
     {
     public:
-        /// The file of that identity; `load` must outlive the scope.
+        /// Marks the file of that identity; `load` must outlive the scope.
         OpenFileScope(AssetLoad& load, std::u16string fileIdentity);
         OpenFileScope(const OpenFileScope&) = delete;
         OpenFileScope& operator=(const OpenFileScope&) = delete;
@@ -41,16 +41,16 @@ public:
         AssetLoad& mLoad;
     };
 
-    /// Whether the file of that identity is open: a reference to it leads back to itself.
+    /// Whether the file of that identity is open. If it is, a reference to it leads back to itself.
     [[nodiscard]] bool IsOpen(const std::u16string& fileIdentity) const;
 
-    /// Counts one more model. False if it is one too many, or would be nested too deep.
+    /// Counts another model. Returns false if there are too many, or if it would be nested too deep.
     [[nodiscard]] bool AdmitModel();
 
-    /// What is left of the limits.
+    /// The remaining limits.
     [[nodiscard]] LoadBudget& Budget() noexcept { return mBudget; }
 
-    /// The folders that have been listed.
+    /// The cache of listed folders.
     [[nodiscard]] PathResolver& Paths() noexcept { return *mPaths; }
     /// The same, for a service object, which may outlive the load.
     [[nodiscard]] const std::shared_ptr<PathResolver>& SharedPaths() const noexcept { return mPaths; }
@@ -62,7 +62,7 @@ private:
     LoadBudget mBudget;
     std::shared_ptr<PathResolver> mPaths = std::make_shared<PathResolver>();
     KuidCache mKuids;
-    /// By the paths of their start folders.
+    /// Keyed by the paths of their start folders.
     std::map<std::u16string, ReferenceSearch> mSearches;
     std::vector<std::u16string> mOpenFiles;
     std::int32_t mModels = 1;

@@ -17,7 +17,7 @@ namespace
 constexpr std::u16string_view kSignature = u"\u00EF\u00BB\u00BF";
 constexpr char16_t kQuote = u'"';
 
-/// Joins texts into one, in as much memory as the result takes, whatever its length.
+/// Joins texts in only as much memory as the result needs, whatever its length.
 class TextJoiner
 {
 public:
@@ -57,7 +57,7 @@ private:
     std::size_t mSize = 0;
 };
 
-/// Reads the further lines of a quoted value. False if the stream ended with them.
+/// Reads the further lines of a quoted value. Returns false if the stream ended with them.
 bool ReadQuoted(LineReader& lines, std::u16string& value)
 {
     const auto isClosed = [](const TextJoiner& text, char16_t last)
@@ -94,7 +94,7 @@ void ReadConfigLine(LineReader& lines, ConfigLine& line)
     line.LastLine = lines.LineCount();
     std::replace(text.begin(), text.end(), u'\t', u' ');
     std::u16string_view working = Trim(text);
-    // On every line, not only the file's first; and nothing is trimmed after it.
+    // Dropped from every line, not only from the file's first. Blanks after it stay.
     if (working.starts_with(kSignature))
         working.remove_prefix(kSignature.size());
 
@@ -107,7 +107,7 @@ void ReadConfigLine(LineReader& lines, ConfigLine& line)
         line.Value.clear();
         return;
     }
-    // The line becomes the value: a copy of a very long line would cost as much memory again.
+    // Moves the line into the value: a copy of a very long line would need twice the memory.
     const auto start = static_cast<std::size_t>(working.data() - text.data());
     text.resize(start + working.size());
     text.erase(0, start);

@@ -12,7 +12,7 @@ namespace ZLMIM
 namespace
 {
 
-/// A folder by its absolute path, see `AbsoluteFolder`.
+/// A folder with its absolute path, see `AbsoluteFolder`.
 class DiskFolder : public Folder
 {
 public:
@@ -54,7 +54,7 @@ public:
 private:
     std::shared_ptr<PathResolver> mPaths;
     NativePath mPath;
-    /// Whether `Path` leads back here, as text: else another folder may have that path.
+    /// Whether `Path`, as text, leads back to this folder. If not, it may be the path of another folder.
     bool mIsText;
 };
 

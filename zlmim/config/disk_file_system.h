@@ -11,19 +11,20 @@ namespace ZLMIM
 
 /// The system's own files and folders.
 ///
-/// Letter case is ignored where no file has a path's exact name. What isn't a regular file doesn't exist: it
-/// is opened without blocking, and closed unread. Bytes of text become characters through Windows-1252. A
-/// line ends at CR LF, LF, or CR alone; the last one needs no end.
+/// Letter case is ignored if no file has a path's exact name. Only regular files exist: anything else is
+/// opened without blocking, and closed unread. Text is decoded as Windows-1252. A line ends at CR LF, LF, or
+/// CR alone; the last line needs no end.
 ///
-/// A folder's path is absolute, its paths spelt as on disk. The root's is empty text; on Windows a drive's is
-/// `C:` and a share's `\\server\share`. Subfolders are sorted by name in lower case, then by exact name. A
-/// folder without the right to list it has no subfolders. \ingroup files
+/// A folder's path is absolute and spelt as on disk. The root's is empty; on Windows a drive's is `C:` and a
+/// share's `\\server\share`. Subfolders are sorted by name in lower case, then by exact name. A folder that
+/// the process has no permission to list has no subfolders.
+/// \ingroup files
 class DiskFileSystem final : public FileSystem
 {
 public:
-    /// Lists folders anew for each call. A folder that it returned remembers what it lists.
+    /// Lists folders anew in each call. A folder that it returns caches its own listings.
     DiskFileSystem() = default;
-    /// `paths` remembers the folders that have been listed, and may be shared.
+    /// `paths` caches listed folders, and may be shared.
     explicit DiskFileSystem(std::shared_ptr<PathResolver> paths);
 
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
@@ -34,7 +35,7 @@ public:
 private:
     [[nodiscard]] std::shared_ptr<PathResolver> Paths() const;
 
-    /// Null where nothing is to be remembered.
+    /// Null if nothing is cached.
     std::shared_ptr<PathResolver> mPaths;
 };
 

@@ -57,7 +57,7 @@ void DiskTextStream::Close()
     mNext = mEnd;
 }
 
-/// True if the buffer has a byte, after reading the next piece if it was empty.
+/// True if the buffer has a byte. Reads the next piece if the buffer is empty.
 bool DiskTextStream::Fill()
 {
     if (mNext < mEnd)

@@ -11,7 +11,7 @@
 namespace ZLMIM
 {
 
-/// The lines of a file, read in pieces of 4 KiB: most readers need no more than its beginning.
+/// The lines of a file, read in pieces of 4 KiB: most readers need only its beginning.
 /// \ingroup inside
 class DiskTextStream : public TextStream
 {

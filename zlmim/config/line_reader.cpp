@@ -14,7 +14,7 @@ std::u16string LineReader::ReadLine()
         isWhole = mStream.ReadPiece(line);
         mBudget.ChargeWork(static_cast<std::int64_t>(line.size() - before) + 1);
         Shorten(line);
-        // A string that grows is in memory twice for a moment, with room to grow further.
+        // A growing string is briefly in memory twice, with room to grow further.
         mBudget.RequireMemory(static_cast<std::int64_t>(3 * line.size() * sizeof(char16_t)));
     }
     ++mLineCount;
@@ -30,7 +30,7 @@ void LineReader::Shorten(std::u16string& text)
     text.erase(0, text.find_first_not_of(kBlanks));
     if (text.size() <= mMostKept)
         return;
-    // A quotation mark at the end closes a value, on its first line also with blanks after it.
+    // A quotation mark at the end closes a value; on its first line also with blanks after the mark.
     const std::size_t lastWord = text.find_last_not_of(kBlanks);
     std::u16string end;
     if (lastWord >= mMostKept - 2)

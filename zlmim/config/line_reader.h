@@ -17,11 +17,11 @@ namespace ZLMIM
 class LineReader
 {
 public:
-    /// For a reader that wants all of a line. A line must fit into what is left of `LoadLimits::Memory`.
+    /// For a reader that needs complete lines. A line must fit into the remaining `LoadLimits::Memory`.
     static constexpr std::size_t kWholeLines = static_cast<std::size_t>(-1);
 
-    /// Reads from `stream`, and charges `budget`: both must outlive the reader. Of a line, or of a value over
-    /// several lines, at most `mostKept` characters are kept, see `Shorten`.
+    /// Reads from `stream`, and charges `budget`; both must outlive the reader. Keeps at most `mostKept`
+    /// characters of a line, or of a value over several lines, see `Shorten`.
     LineReader(TextStream& stream, LoadBudget& budget, std::size_t mostKept = kWholeLines)
         : mStream(stream), mBudget(budget), mMostKept(mostKept)
     {
@@ -32,10 +32,10 @@ public:
 
     /// The next line without its end.
     /// @throws FileSystemError 62 at the end of the stream, 57 on a read error.
-    /// @throws BoundsError where a limit is exceeded.
+    /// @throws BoundsError if a limit is exceeded.
     [[nodiscard]] std::u16string ReadLine();
 
-    /// Lines read so far: the number, from 1, of the line read last.
+    /// Number of lines read so far, which is the number, from 1, of the last line read.
     [[nodiscard]] std::int64_t LineCount() const noexcept { return mLineCount; }
 
     /// Begins a logical line with the next line.
@@ -46,8 +46,8 @@ public:
     /// The budget that is charged.
     [[nodiscard]] LoadBudget& Budget() const noexcept { return mBudget; }
 
-    /// Shortens a text with more than `mostKept` characters: drops blanks and tabs at its start, then its
-    /// middle. The key of a line stays, and so do the quotation marks at both ends of a value.
+    /// Shortens a text of more than `mostKept` characters. Drops blanks and tabs at its start, then its
+    /// middle. Keeps the key of a line, and the quotation marks at both ends of a value.
     void Shorten(std::u16string& text);
 
     /// Whether a text was shortened since the last call.

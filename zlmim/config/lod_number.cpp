@@ -9,7 +9,7 @@ namespace ZLMIM
 namespace
 {
 
-/// `text` in single bytes, without blanks and tabs; what no number has becomes '?'.
+/// `text` in single bytes, without blanks and tabs. Characters that can't be part of a number become '?'.
 std::string Condensed(std::u16string_view text)
 {
     std::string condensed;
@@ -32,7 +32,7 @@ double LodNumber(std::u16string_view text)
     const bool isNegative = number.starts_with('-');
     if (isNegative || number.starts_with('+'))
         number.remove_prefix(1);
-    // A point without digits after it doesn't belong to the number, nor does what follows.
+    // A point without digits after it ends the number before the point.
     if (const std::size_t point = number.find('.'); point != std::string_view::npos)
     {
         if (!IsDigit(number.substr(point + 1)))

@@ -6,9 +6,9 @@
 namespace ZLMIM
 {
 
-/// The number at the start of a text, for the levels of a level-of-detail list: an optional sign, digits, an
-/// optional "." with digits, an optional "e" with an optional sign and at least one digit. Blanks and tabs
-/// are dropped wherever they stand, and what stands behind the number is ignored; 0 without a number.
+/// The number at the start of a text, used for the levels of a level-of-detail list: an optional sign,
+/// digits, an optional "." with digits, an optional "e" with an optional sign and at least one digit. Ignores
+/// all blanks and tabs, and any text after the number. Returns 0 if there is no number.
 /// \ingroup inside
 [[nodiscard]] double LodNumber(std::u16string_view text);
 

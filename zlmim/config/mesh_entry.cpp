@@ -16,7 +16,7 @@ MeshEntry::MeshEntry(Membership membership) : mMembership(std::move(membership))
 
 MeshEntry::~MeshEntry()
 {
-    // In this order: what a host's objects do when they are destroyed may show it.
+    // Fixed order: the destructors of a host's objects may observe it.
     Mesh.reset();
     anim.reset();
     mAttParent.reset();
@@ -50,7 +50,7 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
                      const std::u16string& MeshFile, const std::u16string& AnimFile, std::u16string& AttPar,
                      std::u16string& AttName, AssetLoad& load)
 {
-    // An entry is held by a `std::shared_ptr`, or is a part of its model's table.
+    // The entry is held by a `std::shared_ptr`, or belongs to its model's table.
     const auto self =
         mMembership.IsPart() ? mMembership.Share(Membership::Uncounted(*this)) : shared_from_this();
     Name = LowerCase(sName);
@@ -60,14 +60,14 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
     const auto table = Model ? Model->MeshTable() : nullptr;
     if (!table)
         throw std::invalid_argument("a mesh entry is loaded into a model that has a mesh table");
-    // In the table before any file is read: an entry whose files fail to load keeps its place.
+    // Added before any file is read: an entry whose files fail to load keeps its place.
     table->Add(self);
     if (!Mesh || (!AnimFile.empty() && !anim))
         throw std::invalid_argument("an entry is loaded into its mesh and its animation");
     static_cast<void>(
-        Mesh->Load(MeshFile, load.Paths(), load.Budget())); // a mesh that doesn't load stops nothing
+        Mesh->Load(MeshFile, load.Paths(), load.Budget())); // continues if the mesh doesn't load
     if (!AnimFile.empty())
-        static_cast<void>(anim->Load(AnimFile, load.Paths(), load.Budget())); // nor does an animation
+        static_cast<void>(anim->Load(AnimFile, load.Paths(), load.Budget())); // or the animation
     if (!AttPar.empty())
         Attach(*table, AttPar, AttName, load);
 }

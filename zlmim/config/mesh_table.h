@@ -12,13 +12,13 @@
 namespace ZLMIM
 {
 
-/// The mesh table that one load of a model makes: the whole (see `Membership`) that its entries and their
-/// list are parts of, and the model the owner of.
+/// The mesh table that one load of a model creates: the group (see `Membership`) of its entries and their
+/// list. The model owns it.
 /// \ingroup inside
 class MeshTable
 {
 public:
-    /// A table without entries. `model` may be none, where it is still being constructed.
+    /// An empty table. `model` may be empty while the model is being constructed.
     [[nodiscard]] static std::shared_ptr<MeshTable> Make(const std::weak_ptr<ZLMModel>& model)
     {
         auto table = std::make_shared<MeshTable>();
@@ -29,7 +29,7 @@ public:
     /// The entries that are in the table.
     [[nodiscard]] Collection<MeshEntry>& List() { return *mList; }
 
-    /// A new entry, that isn't in the list yet.
+    /// A new entry that isn't in the list yet.
     [[nodiscard]] MeshEntry& MakeEntry() { return mEntries.emplace_back(mList->Group()); }
 
 private:

@@ -7,11 +7,11 @@ namespace ZLMIM
 namespace
 {
 
-/// Skips the block of the line `effects`. False if the file ended first: its last line doesn't count.
+/// Skips the block of the line `effects`. Returns false if the file ends first; the last line doesn't count.
 bool SkipEffects(LineReader& lines, const ConfigLine& effects)
 {
     ConfigLine line;
-    // The block's own brace may be on the next line that isn't empty.
+    // The block's own brace may be on the next non-empty line.
     bool mayBeOwnBrace = effects.Value != u"{";
     for (std::int64_t depth = 1; depth > 0;)
     {

@@ -7,8 +7,8 @@
 namespace ZLMIM
 {
 
-/// The keys of one entry of a mesh table. A key that the entry doesn't have is an empty line; of a key that
-/// it has twice, the last counts.
+/// The keys of one entry of a mesh table. A key that the entry doesn't have is an empty line. If it has a key
+/// twice, the last one counts.
 /// \ingroup inside
 struct MeshTableKeys
 {
@@ -20,8 +20,8 @@ struct MeshTableKeys
     ConfigLine Att;       ///< `att`
 };
 
-/// Parses the block `mesh-table` of a config file. A derived class is called at each key and at each entry's
-/// closing brace, and may change the keys.
+/// Parses the block `mesh-table` of a config file. Calls the derived class at each key and at each entry's
+/// closing brace. It may change the keys.
 /// \ingroup inside
 class MeshTableParser
 {
@@ -29,7 +29,8 @@ public:
     virtual ~MeshTableParser() = default;
 
     /// Parses the block from the line after `mesh-table` to its closing brace, or to the end of the file.
-    /// @throws what `ReadConfigLine` throws, also where the file ends with the line `effects`.
+    /// @throws FileSystemError as `ReadConfigLine`, also if the file ends with the line `effects`.
+    /// @throws BoundsError as `ReadConfigLine`.
     void Parse(LineReader& lines);
 
 protected:

@@ -13,15 +13,15 @@
 namespace ZLMIM
 {
 
-/// The kuids of config files, in lower case, by the paths of their folders; `std::nullopt` where a folder has
-/// no config file, or this one no kuid.
+/// Maps the paths of folders to the kuids of their config files, in lower case. `std::nullopt` if the folder
+/// has no config file, or the config file has no kuid.
 /// \ingroup inside
 using KuidCache = std::unordered_map<std::u16string, std::optional<std::u16string>>;
 
 /// Searches for config files by their kuids, in the two levels of folders below a start folder.
 ///
-/// A search stops at the config that it finds. With a cache, the next one goes on there: the kuids of the
-/// configs before it are remembered, and no config is read twice.
+/// A search stops at the config that it finds. With a cache, the next search continues there: the kuids of
+/// earlier configs are cached, and no config is read twice.
 /// \ingroup inside
 class ReferenceSearch
 {
@@ -30,9 +30,10 @@ public:
     /// must outlive the search, and so must `budget`.
     ReferenceSearch(const Folder& start, LoadBudget& budget, KuidCache* cache);
 
-    /// Path of the first config file whose kuid, in lower case, equals `kuid`; empty if there is none.
+    /// Path of the first config file whose kuid, in lower case, equals `kuid`; empty if there is no such
+    /// file.
     /// @throws FileSystemError from a config that can't be read, or whose last line opens a quoted value.
-    /// @throws BoundsError where a limit is exceeded.
+    /// @throws BoundsError if a limit is exceeded.
     [[nodiscard]] std::u16string Find(const std::u16string& kuid);
 
 private:
@@ -42,7 +43,7 @@ private:
     LoadBudget* mBudget;
     KuidCache* mCache;
     FolderWalk mWalk;
-    /// Of the folders that the walk has passed, the first with each kuid.
+    /// Of the folders visited so far, the first one with each kuid.
     std::unordered_map<std::u16string, std::shared_ptr<Folder>> mByKuid;
 };
 

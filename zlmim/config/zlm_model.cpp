@@ -43,7 +43,7 @@ ZLMModel::ZLMModel(std::shared_ptr<FileSystem> files) : mHostFiles(std::move(fil
 
 ZLMModel::~ZLMModel()
 {
-    // In this order: what a host's objects do when they are destroyed may show it.
+    // Fixed order: the destructors of a host's objects may observe it.
     mMeshTable.reset();
     mOwnTable.reset();
     Bogies.reset();
@@ -66,9 +66,9 @@ void ZLMModel::SetKuid(const std::u16string& kuid) { mKuid = LowerCase(Trim(kuid
 
 void ZLMModel::Load(const std::u16string& ConfigFileName)
 {
-    const auto self = weak_from_this().lock(); // a host's service may drop the model meanwhile
+    const auto self = weak_from_this().lock(); // a host's service may release the model during the load
     AssetLoad load(Limits);
-    Load(std::u16string(ConfigFileName), load); // a copy: the name may be a property that is reset
+    Load(std::u16string(ConfigFileName), load); // a copy, since the name may be a property that is reset
 }
 
 void ZLMModel::Load(const std::u16string& configFileName, AssetLoad& load)
@@ -142,7 +142,7 @@ void ZLMModel::ParseKey(ConfigLine& line, LineReader& lines, AssetLoad& load)
     else if (line.Key == u"pantograph")
     {
         const auto pantograph = MakeReferredModel(load);
-        Pantograph = pantograph; // kept here too: a host's service may write the property meanwhile
+        Pantograph = pantograph; // a host's service may write the property during the load
         LoadReference(*pantograph, line.Value, load);
     }
     else if (line.Key.starts_with(u"bogey"))

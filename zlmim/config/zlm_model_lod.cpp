@@ -15,8 +15,8 @@ namespace ZLMIM
 namespace
 {
 
-/// The text after `marker` on the next line that has it, in lower case, without quotation marks and
-/// `dropped`; `std::nullopt` at the end of the file.
+/// The text after `marker` on the next line that contains it, in lower case, without quotation marks and
+/// `dropped` characters; `std::nullopt` at the end of the file.
 std::optional<std::u16string> NextAfter(LineReader& lines, std::u16string_view marker, char16_t dropped)
 {
     while (!lines.AtEndOfStream())
@@ -33,7 +33,8 @@ std::optional<std::u16string> NextAfter(LineReader& lines, std::u16string_view m
     return std::nullopt;
 }
 
-/// The name of the mesh in the first name line after the first level line of level 1; empty without one.
+/// The name of the mesh in the first name line after the first level line of level 1; empty if there is no
+/// such line.
 std::u16string Level1Mesh(LineReader& lines)
 {
     std::optional<std::u16string> level;

@@ -38,7 +38,7 @@ void ZLMModel::ParseMeshTable(LineReader& lines, AssetLoad& load)
 
 void ZLMModel::LoadEntry(const MeshTableKeys& keys, AssetLoad& load)
 {
-    const auto table = mOwnTable; // kept: a host's service may load the model anew meanwhile
+    const auto table = mOwnTable; // kept, since a host's service may reload the model
     load.Budget().ChargeObjects<MeshEntry, Mesh, Anim>();
     MeshEntry& entry = table->MakeEntry();
     const std::u16string folderAnim = mPath + u"anim.kin";

@@ -11,12 +11,12 @@ namespace ZLMIM
 
 void ZLMModel::AddBogey(const std::u16string& value, const std::u16string& key, AssetLoad& load)
 {
-    // Kept: a host's service may write the properties meanwhile.
+    // Kept, since a host's service may write the properties during the load.
     const auto bogies = Bogies;
     const auto bogieNames = BogieNames;
     if (!bogies || !bogieNames)
         throw std::invalid_argument("a model is loaded into its lists of bogeys");
-    // The name first, and always: a failure below leaves the names one ahead of the models.
+    // The name is always added first: after a failure below, there is one more name than models.
     load.Budget().ChargeObjects<std::u16string>();
     load.Budget().ChargeMemory(static_cast<std::int64_t>(key.size() * sizeof(char16_t)));
     bogieNames->Add(key);

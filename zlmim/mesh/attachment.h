@@ -10,16 +10,16 @@
 namespace ZLMIM
 {
 
-/// Attachment point definition: a named place on a mesh where another mesh can be hung. A load makes one for
-/// each entry of the ATCH block, and doesn't touch it again.
+/// Attachment point definition: a named place on a mesh where another mesh can be attached. A load creates
+/// one for each entry of the ATCH block. Later loads don't change it.
 /// \ingroup meshes
 class Attachment
 {
 public:
-    /// Normally 100. No load writes it, so it is 0 there: the block's version is `Mesh::AttVersion`.
+    /// Normally 100, but 0 after a load, which doesn't set it: the block's version is `Mesh::AttVersion`.
     std::int32_t Version = 0;
-    /// What `MeshEntry` finds it by; may be empty, and need not be unique. A load puts it in lower case,
-    /// unlike the names of bones.
+    /// The name by which `MeshEntry` finds it. May be empty, and need not be unique. A load converts it to
+    /// lower case, unlike the names of bones.
     std::u16string Name;
     /// 4x3 matrix for rotation and position of the attachment, as stored.
     ZLMIM::Matrix Matrix;

@@ -34,7 +34,7 @@ Matrix Bone::ToMatrix() const
     const double z = Rotation.z;
     const double w = Rotation.w;
 
-    // Six of the nine products are rounded to 32 bits, three enter the sums at full width.
+    // Six of the nine products are rounded to 32 bits, the other three are added at full precision.
     const double xz = static_cast<float>(x * z);
     const double xw = static_cast<float>(x * w);
     const double yy = static_cast<float>(y * y);

@@ -13,29 +13,29 @@
 namespace ZLMIM
 {
 
-/// Bone object used by animated meshes. The bones of a loaded skeleton are parts of a whole: whoever holds
-/// one of them, or one of their `Children` lists, holds them all (see `Membership` for this and for what a
-/// host writes).
+/// Bone object used by animated meshes. The bones of a loaded skeleton form a group: a reference to one of
+/// them, or to one of their `Children` lists, keeps all of them alive. `Membership` documents this, and what
+/// changes when a host writes references.
 ///
-/// A bone that the file announces, but has no block for, stays as a new one is: without a name, all zero.
+/// If the file counts a bone but has no block for it, the bone keeps its initial values: no name, all zero.
 /// \ingroup meshes
 class Bone
 {
 public:
-    /// A bone by itself, with an empty list of children.
+    /// A bone without a group, with an empty list of children.
     Bone();
-    /// A part of a whole, that holds its children in `children`, a part of the same whole.
+    /// A bone of a group. `children`, which belongs to the same group, holds its children.
     Bone(Membership membership, Collection<Bone>& children);
     Bone(const Bone&) = delete;
     Bone& operator=(const Bone&) = delete;
     ~Bone() = default;
 
-    /// The whole that the bone is a part of.
+    /// The group that the bone belongs to.
     [[nodiscard]] const Membership& Group() const noexcept { return mMembership; }
 
-    /// Child bones in file order; never none unless a host writes none.
+    /// Child bones in file order. Null only if a host writes null.
     [[nodiscard]] std::shared_ptr<Collection<Bone>> Children() const;
-    /// Puts another list in its place. The children's `Parent` is the host's to write.
+    /// Replaces the list. Doesn't change the `Parent` of any child.
     void SetChildren(std::shared_ptr<Collection<Bone>> children);
 
     /// As stored, letter case included; need not be unique.
@@ -43,26 +43,26 @@ public:
     /// Version of the BONE block, as stored.
     std::int32_t Version = 0;
 
-    /// The bone whose `Children` holds this one; none on the root.
+    /// The bone whose `Children` holds this one; null on the root.
     [[nodiscard]] std::shared_ptr<Bone> Parent() const;
-    /// Writes the reference alone: the bone stays in what lists it is.
+    /// Writes only the reference: lists of children don't change.
     void SetParent(std::shared_ptr<Bone> parent);
 
     /// Position, as stored.
     Vector Position;
-    /// Rotation, as stored; need not be of unit length, and is all zero on a new bone.
+    /// Rotation, as stored. Need not be of unit length, and is all zero on a new bone.
     Quaternion Rotation;
 
-    /// Rotation (rows 1 to 3) and position (row 4) of this bone alone: nothing is composed with its parent.
-    /// With x, y, z, w from `Rotation`, which isn't normalised first, the rows of the rotation are
+    /// Rotation (rows 1 to 3) and position (row 4) of this bone alone, without its parent's. With x, y, z, w
+    /// from `Rotation`, which isn't normalised first, the rows of the rotation are
     ///
     ///     1 - 2(yy + zz)   2(xy - zw)       2(xz + yw)
     ///     2(xy + zw)       1 - 2(xx + zz)   2(yz - xw)
     ///     2(xz - yw)       2(yz + xw)       1 - 2(xx + yy)
     ///
-    /// So points that are multiplied as rows, as `Matrix` places them, turn by the conjugate quaternion
-    /// (-x, -y, -z, w). Elements are formed in double precision, from products of which xz, xw, yy, yz, yw
-    /// and zz are rounded to 32 bits first.
+    /// So points that are multiplied as rows, as `Matrix` does it, are rotated by the conjugate quaternion
+    /// (-x, -y, -z, w). Elements are computed in double precision. Of the products, xz, xw, yy, yz, yw and zz
+    /// are first rounded to 32 bits.
     [[nodiscard]] Matrix ToMatrix() const;
 
     /// For component hosts; of no use to other callers.

@@ -31,7 +31,7 @@ std::shared_ptr<Bone> BoneFinder::FindBone(std::u16string_view name)
         const std::uint64_t hash = Hash(nextName);
         Slot& slot = SlotOf(nextName, hash);
         if (slot.place.list)
-            continue; // the first of several bones of one name is known
+            continue; // keep the first of several bones with the same name
         slot = {next, hash};
         ++mKnown;
         if (nextName == name)
@@ -54,7 +54,7 @@ BoneFinder::Place BoneFinder::NextInWalk()
         const Place here = next;
         if (const auto& bone = here.Stored())
         {
-            // Tested before the walk moves on: where the limit stopped it, it stops again.
+            // Checked before the walk moves on, so that a walk stopped by the limit stops there again.
             TestBoneLevel(static_cast<std::int32_t>(mPath.size()));
             ++next.index;
             mPath.push_back({bone->Children().get(), 0});
@@ -67,7 +67,7 @@ BoneFinder::Place BoneFinder::NextInWalk()
 
 std::uint64_t BoneFinder::Hash(std::u16string_view name) const noexcept
 {
-    // Multiplied by an odd number that nobody knows, what differs in two names doesn't cancel out.
+    // Multiplying by a secret odd number keeps crafted differences of two names from cancelling out.
     const std::uint64_t factor = (mKey * 0x9E3779B97F4A7C15) | 1;
     std::uint64_t hash = mKey ^ name.size();
     for (; name.size() >= 2; name.remove_prefix(2))
@@ -92,7 +92,7 @@ BoneFinder::Slot& BoneFinder::SlotOf(std::u16string_view name, std::uint64_t has
     }
 }
 
-/// Keeps half of the slots empty.
+/// Keeps at least half of the slots empty.
 void BoneFinder::MakeRoom()
 {
     if (2 * mKnown < mSlots.size())

@@ -12,22 +12,21 @@
 namespace ZLMIM
 {
 
-/// Finds bones by name in a tree that doesn't change meanwhile. The bone found is the first of that name in a
-/// depth-first walk, parents first; but the tree is walked only once for all searches, and no further than
-/// they need.
+/// Finds bones by name in a tree that doesn't change in the meantime. Finds the first bone of that name in a
+/// depth-first walk, parents first. All searches share one walk, which goes no further than they need.
 /// \ingroup inside
 class BoneFinder
 {
 public:
-    /// Searches in the tree below `root`, `root` included, and holds it.
+    /// Searches `root` and all bones below it. Keeps `root` alive.
     explicit BoneFinder(std::shared_ptr<Bone> root);
 
-    /// The bone whose name equals `name` exactly, or none.
-    /// @throws BoundsError past `kMaxBoneDepth`, in a tree that a host built: it may contain itself.
+    /// The bone whose name equals `name` exactly; null if there is no such bone.
+    /// @throws BoundsError past `kMaxBoneDepth`. A tree that a host built may even contain itself.
     [[nodiscard]] std::shared_ptr<Bone> FindBone(std::u16string_view name);
 
 private:
-    /// An entry of a list of children, by its number from 0; nowhere without a list.
+    /// An entry of a list of children, by its number from 0; nowhere if the list is null.
     struct Place
     {
         const Collection<Bone>* list = nullptr;
@@ -36,7 +35,7 @@ private:
         [[nodiscard]] const std::shared_ptr<Bone>& Stored() const { return list->Entries()[index]; }
     };
 
-    /// A known name, in a table of open addresses.
+    /// A known name in a hash table with open addressing.
     struct Slot
     {
         Place place;
@@ -45,18 +44,18 @@ private:
 
     [[nodiscard]] Place NextInWalk();
     [[nodiscard]] std::uint64_t Hash(std::u16string_view name) const noexcept;
-    /// The slot of that name, or the empty one where it belongs.
+    /// The slot of that name, or the empty slot where it belongs.
     [[nodiscard]] Slot& SlotOf(std::u16string_view name, std::uint64_t hash);
     void MakeRoom();
 
-    /// The root stands in no list of its own tree: this is made for it, so that the walk begins as it goes
-    /// on.
+    /// A list for the root, which isn't in any list of its own tree, so that the walk treats it like other
+    /// bones.
     Collection<Bone> mTop;
-    /// On the way down, the entry of each list that is visited next.
+    /// For each level of the walk, the entry that is visited next.
     std::vector<Place> mPath;
     std::vector<Slot> mSlots;
     std::size_t mKnown = 0;
-    /// Not to be foreseen by who makes up names that meet in one slot.
+    /// Random seed of the hash, so that nobody can craft colliding names.
     std::uint64_t mKey;
 };
 

@@ -11,13 +11,13 @@
 namespace ZLMIM
 {
 
-/// All bones that a load makes for one skeleton: the whole (see `Membership`) that its bones and their lists
-/// of children are parts of.
+/// All bones that a load creates for one skeleton: the group (see `Membership`) of the bones and their lists
+/// of children.
 /// \ingroup inside
 class BoneTree : public std::enable_shared_from_this<BoneTree>
 {
 public:
-    /// A new bone, not yet in any list of children. The result holds the tree.
+    /// A new bone, not yet in any list of children. The result keeps the tree alive.
     [[nodiscard]] std::shared_ptr<Bone> Make()
     {
         auto self = shared_from_this();

@@ -11,21 +11,21 @@
 namespace ZLMIM
 {
 
-/// The material and geometry for part of the mesh. Each load makes new chunks, and doesn't touch those of the
-/// load before.
+/// The material and geometry for part of the mesh. Each load creates new chunks, and doesn't change those of
+/// an earlier load.
 /// \ingroup meshes
 class Chunk
 {
 public:
-    /// How its surface looks. Made with the chunk; stays as made where the file has no MATL block for it.
-    /// None only if a host writes none.
+    /// Appearance of its surface. Created with the chunk; keeps its initial values if the file has no MATL
+    /// block for it. Null only if a host writes null.
     std::shared_ptr<ZLMIM::Material> Material = std::make_shared<ZLMIM::Material>();
-    /// Its points, normals and faces. Made with the chunk; stays as made where the file has no GEOM block for
-    /// it. None only if a host writes none.
+    /// Its points, normals and faces. Created with the chunk; keeps its initial values if the file has no
+    /// GEOM block for it. Null only if a host writes null.
     std::shared_ptr<ZLMIM::Geometry> Geometry = std::make_shared<ZLMIM::Geometry>();
     /// Version of the CHNK block, as stored.
     std::int32_t Version = 0;
-    /// The chunk's number in the file, as stored: neither unique nor its place in the list.
+    /// The chunk's number in the file, as stored. It isn't unique, and isn't its number in the list.
     std::int32_t Id = 0;
 
     /// For component hosts; of no use to other callers.

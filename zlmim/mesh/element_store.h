@@ -14,7 +14,8 @@ namespace ZLMIM
 {
 
 /// One of the three arrays of a `Geometry`, indexed from 0, and its count. Setting a count of 0 or less keeps
-/// the array, so the count may be lower than the array's size. It's never higher. \ingroup inside
+/// the array, so the count may be lower than the array's size, but is never higher.
+/// \ingroup inside
 template <class T>
 class ElementStore
 {
@@ -37,13 +38,13 @@ public:
             mElements = std::move(elements);
     }
 
-    /// The element, or nullptr outside the count.
+    /// The element; null outside the count.
     [[nodiscard]] const T* Get(std::int32_t index) const noexcept
     {
         return index >= 0 && index < mCount ? &mElements[static_cast<std::size_t>(index)] : nullptr;
     }
 
-    /// @throws BoundsError outside the array, whatever the count is.
+    /// @throws BoundsError outside the array, regardless of the count.
     void Set(std::int32_t index, const T& element)
     {
         if (index < 0 || static_cast<std::size_t>(index) >= mElements.size())
@@ -53,7 +54,7 @@ public:
         mElements[static_cast<std::size_t>(index)] = element;
     }
 
-    /// The elements within the count, valid until it is set again.
+    /// The elements within the count, valid until the count is set again.
     [[nodiscard]] std::span<const T> Elements() const noexcept
     {
         return mCount > 0 ? std::span<const T>(mElements.data(), mElements.size()) : std::span<const T>();

@@ -23,7 +23,7 @@ bool Geometry::GetVertexNormal(std::int32_t index, Vector& v) const { return Cop
 std::int32_t Geometry::GetIndex(std::int32_t index) const
 {
     std::int32_t element = -1;
-    static_cast<void>(CopyOut(mIndices, index, element)); // -1 stands for none
+    static_cast<void>(CopyOut(mIndices, index, element)); // -1 outside the count
     return element;
 }
 

@@ -17,14 +17,15 @@ namespace ZLMIM
 
 class Bone;
 
-/// All the points, normals and face definitions of one chunk. A passive store: no value is checked against
-/// another. A load fills it from the chunk's GEOM block. Without that block all numbers stay 0.
+/// All the points, normals and face definitions of one chunk. It only stores values, and doesn't check one
+/// against another. A load fills it from the chunk's GEOM block. Without that block all numbers stay 0.
 ///
 /// It has three arrays, indexed from 0: vertices, vertex normals, indices. `MaxVertices`, `MaxVertNormal` and
 /// `MaxIndex` are their counts, not their highest indices. Setting a count greater than 0 replaces the array
 /// by one of that many zeroed elements; setting a count of 0 or less keeps the array. The Get functions check
-/// the index against the count and return false or -1 for a bad one; the Set functions check it against the
-/// array and throw. \ingroup meshes
+/// the index against the count and return false or -1 for a bad index. The Set functions check it against the
+/// array and throw.
+/// \ingroup meshes
 class Geometry
 {
 public:
@@ -33,24 +34,26 @@ public:
     Geometry& operator=(const Geometry&) = delete;
     ~Geometry() = default;
 
-    /// Version of the GEOM block, as stored. Blocks above 200 have one field more, which isn't kept.
+    /// Version of the GEOM block, as stored. Blocks of versions above 200 have one more field, which isn't
+    /// kept.
     std::int32_t Version = 0;
     /// As stored. The library gives it no meaning.
     float Area = 0;
-    /// Face normals, numbered from 1, as many as the file says: not derived from the primitives. Null only if
-    /// a host sets it.
+    /// Face normals, numbered from 1. Their number comes from the file, not from the primitives. Null only if
+    /// a host writes null.
     std::shared_ptr<Collection<Vector>> FaceNormals = std::make_shared<Collection<Vector>>();
     /// Number of primitives, as stored: not derived from the indices.
     std::int32_t PrimitiveCount = 0;
     /// As stored. The library gives it no meaning.
     std::int32_t MaxInfl = 0;
-    /// What the indices describe, as stored: any number.
+    /// The kind of primitive that the indices describe, as stored: any number.
     PrimFlag PrimitiveType = PrimFlag::NONE;
-    /// Name of the bone that the chunk hangs from, as stored, in its letter case; empty for no bone.
+    /// Name of the bone that the chunk hangs from, as stored, including letter case. Empty if the chunk has
+    /// no bone.
     std::u16string Bone;
-    /// The bone of exactly that name in the mesh's skeleton: the object in its tree, and the first of several
-    /// in tree order, parents before children. Null without such a bone, for an empty name, and after a load
-    /// that failed, since the last step of `Mesh::Load` sets it.
+    /// The bone of exactly that name in the mesh's skeleton; of several, the first in tree order, parents
+    /// before children. It is the same object as in the tree. Null if there is no such bone or the name is
+    /// empty. Also null after a failed load, since the last step of `Mesh::Load` sets it.
     std::shared_ptr<ZLMIM::Bone> BoneObject;
 
     /// Number of vertices as last set: a count, may be negative.
@@ -67,12 +70,12 @@ public:
     void SetMaxVertNormal(std::int32_t count) { mNormals.SetCount(count); }
 
     /// Copies `v` into vertex `index`.
-    /// @throws BoundsError outside the array, whatever the count is.
+    /// @throws BoundsError outside the array, regardless of the count.
     void SetVertex(std::int32_t index, const Vertex& v) { mVertices.Set(index, v); }
     /// Copies vertex `index` to `v`. Returns false and leaves `v` unchanged outside the count.
     [[nodiscard]] bool GetVertex(std::int32_t index, Vertex& v) const;
     /// Copies `v` into vertex normal `index`.
-    /// @throws BoundsError outside the array, whatever the count is.
+    /// @throws BoundsError outside the array, regardless of the count.
     void SetVertexNormal(std::int32_t index, const Vector& v) { mNormals.Set(index, v); }
     /// Copies vertex normal `index` to `v`. Returns false and leaves `v` unchanged outside the count.
     [[nodiscard]] bool GetVertexNormal(std::int32_t index, Vector& v) const;
@@ -82,19 +85,19 @@ public:
     /// Sets the count, and creates a new array if it is greater than 0.
     /// @throws std::bad_alloc; count and array are then unchanged.
     void SetMaxIndex(std::int32_t count) { mIndices.SetCount(count); }
-    /// Writes `i` to index `index`: any number.
-    /// @throws BoundsError outside the array, whatever the count is.
+    /// Writes `i`, which may be any number, to index `index`.
+    /// @throws BoundsError outside the array, regardless of the count.
     void SetIndex(std::int32_t index, std::int32_t i) { mIndices.Set(index, i); }
-    /// Index `index`: the number of a vertex from 0, or whatever the file has. Files store it as a signed
-    /// 16-bit number, so vertices from 32768 on are -32768 and above. Returns -1 outside the count.
+    /// Index `index`: the number of a vertex from 0, or any other number that the file has. Files store it as
+    /// a signed 16-bit number, so vertices from 32768 on are -32768 and above. Returns -1 outside the count.
     [[nodiscard]] std::int32_t GetIndex(std::int32_t index) const;
 
-    /// All vertices in memory, valid until `SetMaxVertices` or the end of the object. Empty if the count is 0
-    /// or less.
+    /// All vertices in memory order, valid until `SetMaxVertices` or the end of the object. Empty if the
+    /// count is 0 or less.
     [[nodiscard]] std::span<const Vertex> Vertices() const noexcept { return mVertices.Elements(); }
-    /// All vertex normals, valid until `SetMaxVertNormal`.
+    /// All vertex normals, valid until `SetMaxVertNormal` or the end of the object.
     [[nodiscard]] std::span<const Vector> VertexNormals() const noexcept { return mNormals.Elements(); }
-    /// All indices, valid until `SetMaxIndex`.
+    /// All indices, valid until `SetMaxIndex` or the end of the object.
     [[nodiscard]] std::span<const std::int32_t> Indices() const noexcept { return mIndices.Elements(); }
 
     /// For component hosts; of no use to other callers.

@@ -13,9 +13,10 @@
 namespace ZLMIM
 {
 
-/// Material used by a chunk: how its surface looks. A load fills it once, from the chunk's MATL block; a
-/// chunk without one keeps it as a new one is, empty and all zero. Blocks of version 101 and below have a
-/// short form without `Name`, `NumProperties`, `Opacity` and `Emissive`, which then stay empty or zero.
+/// Material used by a chunk: the appearance of its surface. A load fills it from the chunk's MATL block. If a
+/// chunk has no such block, its material keeps its initial values: empty and all zero. Blocks of version 101
+/// and below have a short form without `Name`, `NumProperties`, `Opacity` and `Emissive`, which then stay
+/// empty or zero.
 /// \ingroup meshes
 class Material
 {
@@ -27,17 +28,18 @@ public:
 
     /// Version of the MATL block, as stored.
     std::int32_t Version = 0;
-    /// Usually 0. As stored; nothing is read by it.
+    /// Usually 0, as stored. Nothing is read depending on it.
     std::int32_t NumProperties = 0;
-    /// As stored; not reduced to true and false.
+    /// As stored; not converted to true and false.
     std::int32_t TwoSided = 0;
-    /// 1 is opaque. 0 also where the block doesn't carry it (the short form).
+    /// 1 is opaque. 0 also if the block doesn't contain it (the short form).
     float Opacity = 0;
-    /// The file's whole number, as a float.
+    /// The file's integer, as a float.
     float SpecularPower = 0;
-    /// Textures in file order. Made with the material; none only if a host writes none.
+    /// Textures in file order. Created with the material; null only if a host writes null.
     std::shared_ptr<Collection<Texture>> Textures = std::make_shared<Collection<Texture>>();
-    /// The text after the "m." in the name determines the rendering method used. Stored whole, path included.
+    /// The text after the "m." in the name determines the rendering method used. Stored completely, path
+    /// included.
     std::u16string Name;
     /// Ambient colour.
     rgbColour Ambient;

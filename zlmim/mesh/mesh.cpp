@@ -44,7 +44,7 @@ void Mesh::Begin(std::u16string_view name)
     Polygons = 0;
     VertexCount = 0;
     TextureCount = 0;
-    FileName = std::u16string(name); // the name may be this very property
+    FileName = std::u16string(name); // `name` may refer to this property
 }
 
 bool Mesh::Parse()

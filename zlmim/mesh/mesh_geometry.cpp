@@ -31,7 +31,7 @@ void Copy(UnalignedArray<Record> stored, RecordArray<Record>& records)
     records.AppendBytes(stored.bytes, stored.count);
 }
 
-/// Reads `count` elements, tested as a whole before memory is asked for.
+/// Reads `count` elements. Checks the size of all before it allocates memory.
 /// @throws OverflowError for INT32_MIN, whose last index overflows.
 template <class Stored, class Element>
 void ReadArray(FileCursor& cursor, ElementStore<Element>& store, std::int32_t count)
@@ -55,7 +55,7 @@ void Mesh::ReadGeometry(Geometry& geometry)
     geometry.Version = mCursor.GetLong();
     geometry.PrimitiveType = static_cast<PrimFlag>(mCursor.GetLong());
     if (geometry.Version > kLastGeometryWithoutExtraField)
-        static_cast<void>(mCursor.GetLong()); // the extra field has no use
+        static_cast<void>(mCursor.GetLong()); // the extra field isn't used
     mCursor.GetSingle(geometry.Area);
     const std::int32_t vertexCount = mCursor.GetLong();
     VertexCount = CheckedAdd(VertexCount, vertexCount);

@@ -42,7 +42,7 @@ void Mesh::ReadMaterial(Material& material)
         material.Emissive = mCursor.GetColour();
     material.SpecularPower = static_cast<float>(mCursor.GetLong());
     const std::int32_t count = mCursor.GetLong();
-    // Counted first: a load that fails among the textures has counted them all.
+    // Counted first, so a load that fails in the textures has counted them all.
     TextureCount = CheckedAdd(TextureCount, count);
     for (std::int32_t i = 0; i < count; ++i)
         material.Textures->Add(ReadTexture());

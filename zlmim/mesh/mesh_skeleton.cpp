@@ -18,7 +18,7 @@ void Mesh::ReadSkeleton()
     static_cast<void>(mCursor.GetLong()); // not used
     const auto tree = std::make_shared<BoneTree>();
     BoneLimits limits;
-    // Set before its block is looked at: a root without a block is an empty bone.
+    // Set before its block is read: a root without a block is an empty bone.
     RootBone = MakeBone(*tree, limits, 1);
     ReadBone(*tree, limits, RootBone, 1);
 
@@ -46,7 +46,7 @@ void Mesh::ReadBone(BoneTree& tree, BoneLimits& limits, const std::shared_ptr<Bo
     const std::int32_t count = mCursor.GetLong();
     for (std::int32_t i = 0; i < count; ++i)
     {
-        // Linked before its block is looked at: a child without a block stays as an empty bone.
+        // Linked before its block is read: a child without a block stays an empty bone.
         const auto child = MakeBone(tree, limits, level + 1);
         bone->Children()->Add(child);
         child->SetParent(bone);

@@ -9,15 +9,16 @@
 namespace ZLMIM
 {
 
-/// One texture of a material. A load makes one for each record of the MATL block, and doesn't touch it again.
+/// One texture of a material. A load creates one for each record of the MATL block. Later loads don't change
+/// it.
 /// \ingroup meshes
 class Texture
 {
 public:
     /// Role in the material, as stored: any number.
     txtype TextureType = txtype::TEX_Ambient;
-    /// File name without its path: what stands behind the last backslash, all of it without one. A forward
-    /// slash parts nothing. The file is never opened.
+    /// File name without its path: the text after the last backslash, or all of it if there is no backslash.
+    /// A forward slash isn't a separator. The file is never opened.
     std::u16string Name;
     /// Influence over the material as a whole, as stored.
     float Amount = 0;

@@ -20,7 +20,8 @@
 namespace ZLMIM
 {
 
-/// True for what a list holds by value: records and text. All else it holds by counted reference.
+/// True for types that a list holds by value: records and text. A list holds all other types by counted
+/// reference.
 /// \ingroup inside
 template <class T>
 inline constexpr bool kHeldByValue = false;
@@ -34,10 +35,11 @@ template <>
 inline constexpr bool kHeldByValue<std::u16string> = true;
 
 /// The ordered list of the object model. Entries are numbered from 1 in the order in which they were added,
-/// and enumerated in that order. A list is itself a shared object: a property hands out a reference to it.
+/// and enumerated in that order. A list is itself a shared object: a property returns a reference to it.
 ///
-/// An entry is a copy (`Vector`, text), or a shared reference, which may be none if a host added none; one
-/// object may stand in several lists, and several times in one. The list keeps what its entries refer to.
+/// An entry is a copy (`Vector`, text) or a shared reference, which is null if a host added null. One object
+/// may be in several lists, and several times in one. The list keeps the objects alive that its entries refer
+/// to.
 /// \ingroup lists
 template <class T>
 class Collection
@@ -46,10 +48,10 @@ class Collection
         std::conjunction_v<std::bool_constant<kHeldByValue<T>>, std::is_trivially_copyable<T>>;
 
 public:
-    /// What an entry is: a `T`, or a `std::shared_ptr` to one.
+    /// The type of an entry: a `T`, or a `std::shared_ptr` to one.
     using Entry = std::conditional_t<kHeldByValue<T>, T, std::shared_ptr<T>>;
 
-    /// Walks over a list, and gives its entries by value; the list must live as long.
+    /// Iterates over a list, and returns its entries by value. The list must outlive it.
     class Iterator
     {
     public:
@@ -77,13 +79,13 @@ public:
     };
 
     Collection() = default;
-    /// A list that is a part of a whole (see `Membership`).
+    /// A list that belongs to a group (see `Membership`).
     explicit Collection(Membership membership) : mMembership(std::move(membership)) {}
     Collection(const Collection&) = delete;
     Collection& operator=(const Collection&) = delete;
     ~Collection() = default;
 
-    /// The whole that the list is a part of.
+    /// The group that the list belongs to.
     [[nodiscard]] const Membership& Group() const noexcept { return mMembership; }
 
     /// Appends a copy of a record, which gets the number `Count` + 1.
@@ -97,31 +99,31 @@ public:
             mEntries.push_back(mMembership.Store(std::move(entry)));
     }
 
-    /// Takes entry `number` out, from 1; those behind it move up.
-    /// @throws BoundsError where there is no such entry.
+    /// Removes entry `number`, from 1. The entries after it move up.
+    /// @throws BoundsError if there is no such entry.
     void Remove(std::int32_t number) { mEntries.erase(mEntries.begin() + IndexOf(number)); }
 
-    /// Makes room for as many entries in all, where they are references.
+    /// Reserves memory for `count` entries in total. For lists of references only.
     void Reserve(std::size_t count) requires(!kHeldByValue<T>) { mEntries.reserve(count); }
 
-    /// Number of entries, and the highest number of one.
+    /// Number of entries, which is also the highest entry number.
     [[nodiscard]] std::int32_t Count() const noexcept { return static_cast<std::int32_t>(mEntries.size()); }
 
     /// Entry `number`, from 1.
-    /// @throws BoundsError where there is no such entry.
+    /// @throws BoundsError if there is no such entry.
     [[nodiscard]] Entry Item(std::int32_t number) const
     {
         return At(static_cast<std::size_t>(IndexOf(number)));
     }
 
-    /// From entry 1 on, for a range-based `for`. Entries that are added meanwhile aren't visited; none may be
-    /// removed.
+    /// Starts at entry 1, for a range-based `for`. Entries that are added during the loop aren't visited.
+    /// Don't remove entries during the loop.
     [[nodiscard]] Iterator begin() const { return Iterator(this, 0); }
-    /// Behind the last entry.
+    /// Past the last entry.
     [[nodiscard]] Iterator end() const { return Iterator(this, mEntries.size()); }
 
-    /// All entries as they lie in memory, entry 1 at index 0, until the list changes or goes. References to
-    /// parts of the list's own whole are uncounted there: good for a look, not for keeping.
+    /// All entries in memory order, entry 1 at index 0. Valid until the list changes or is destroyed.
+    /// References to objects of the list's own group are uncounted here: read them, but don't keep them.
     [[nodiscard]] std::span<const Entry> Entries() const { return {mEntries.data(), mEntries.size()}; }
 
     /// Appends `count` records from a file's bytes, which need no alignment.

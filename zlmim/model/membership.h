@@ -7,40 +7,41 @@
 namespace ZLMIM
 {
 
-/// Who keeps whom alive, where objects refer to one another in rings.
+/// Ownership of objects that refer to one another in rings.
 ///
-/// A bone holds its children, and each child refers back to it: counted both ways, such a tree would never be
-/// freed. So the objects that a load makes for one tree are made inside one whole, which owns them all:
+/// A bone holds its children, and each child refers back to it. If both references were counted, such a tree
+/// would never be freed. So a load creates the objects of one tree inside one group, which owns them all:
 ///
-/// - References between parts of a whole aren't counted. They are stored as a `std::shared_ptr` that owns
+/// - References between objects of one group aren't counted. They are stored as a `std::shared_ptr` that owns
 ///   nothing.
-/// - A reference that leaves the whole, to a host or to another object, is a `std::shared_ptr` to the
-///   part that owns the whole. Whoever holds one bone, or one list of children, can walk to every other;
-///   when the last such reference goes, all parts go at once and without recursion.
-/// - A whole may have an owner that isn't a part itself, but that its parts refer back to: the entries of
-///   a mesh table have their model. References to the owner aren't counted either, and whoever holds a
-///   part holds the owner as well.
-/// - A reference that a host writes is held as it was written, counted. A host that makes two objects
-///   refer to each other, where they aren't of one whole, ties a ring that it must untie itself, by
-///   writing an empty reference. A tree that it builds by itself goes level by level, by recursion: chains of
-///   more than 5,000 levels may be too much for the stack.
+/// - A reference that leaves the group, to a host or to another object, is a `std::shared_ptr` that points to
+///   the object and owns the group. From one bone, or one list of children, a host can reach every other.
+///   When the last such reference is released, all objects of the group are destroyed at once and without
+///   recursion.
+/// - A group may have an owner that isn't in the group itself, but that its objects refer back to: the
+///   entries of a mesh table have their model. References to the owner aren't counted either. A reference to
+///   an object of the group also keeps the owner alive.
+/// - A reference that a host writes is stored as written, counted. If a host makes two objects refer to each
+///   other that aren't of one group, it creates a ring. It must break the ring itself, by writing a null
+///   reference. A tree that a host builds is destroyed level by level, by recursion: more than 5,000 levels
+///   may overflow the stack.
 ///
-/// An object that a host makes by itself belongs to no whole, and all its references are counted.
+/// An object that a host creates belongs to no group, and all its references are counted.
 ///
-/// The members are for the model's own use.
+/// The member functions are for the model's own use.
 /// \ingroup lists
 class Membership
 {
 public:
-    /// Belongs to no whole.
+    /// Belongs to no group.
     Membership() = default;
-    /// Belongs to the whole that `whole` refers to, and that `owner`, if there is one, owns.
+    /// Belongs to the group that `whole` refers to. `owner`, which may be empty, owns that group.
     explicit Membership(std::weak_ptr<const void> whole, std::weak_ptr<const void> owner = {})
         : mGroup(std::move(whole)), mOwner(std::move(owner))
     {
     }
 
-    /// Whether this is the membership of a part.
+    /// Whether the object belongs to a group.
     [[nodiscard]] bool IsPart() const noexcept { return !IsSame(mGroup, {}); }
 
     /// An uncounted reference.
@@ -50,15 +51,16 @@ public:
         return std::shared_ptr<T>(std::shared_ptr<void>(), &object);
     }
 
-    /// The reference to store for `given`: uncounted if it is of the same whole, or its owner; else as it is.
+    /// The reference to store for `given`. It is uncounted if `given` is of the same group or its owner;
+    /// otherwise it is `given` itself.
     template <class T>
     [[nodiscard]] std::shared_ptr<T> Store(std::shared_ptr<T> given) const
     {
         return given && Includes(*given) ? Uncounted(*given) : given;
     }
 
-    /// The reference to give away for `stored`: one that owns the whole, and holds its owner, if `stored` is
-    /// uncounted.
+    /// The reference to return for `stored`. If `stored` is uncounted, the result owns the group and keeps
+    /// its owner alive.
     template <class T>
     [[nodiscard]] std::shared_ptr<T> Share(const std::shared_ptr<T>& stored) const
     {

@@ -11,7 +11,7 @@ namespace ZLMIM
 void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) noexcept
 {
 #if defined(__linux__) && defined(MADV_POPULATE_WRITE)
-    constexpr std::uintptr_t kPageSize = 4096; // larger pages make the call fail, and change nothing
+    constexpr std::uintptr_t kPageSize = 4096; // with larger pages the call fails and has no effect
     constexpr std::size_t kWorthACall = 4 * kPageSize;
     if (size < kWorthACall)
         return;

@@ -6,8 +6,8 @@
 namespace ZLMIM
 {
 
-/// Has the system lay out the pages of fresh memory at once, where it can: half the cost of having it find
-/// them missing one by one, which is most of what a large load costs. For memory that will be written whole.
+/// Prefaults the pages of fresh memory, where the system can. This halves the cost of page faults, which is
+/// most of the cost of a large load. Use it for memory that will be written completely.
 /// \ingroup inside
 void PrefaultPages(void* memory, std::size_t size) noexcept;
 

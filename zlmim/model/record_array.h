@@ -19,9 +19,9 @@
 namespace ZLMIM
 {
 
-/// A growing array of records, filled with the bytes of a file in one copy. Unlike `std::vector` it never
-/// touches memory twice: what is about to be overwritten isn't zeroed first, and zeroes are asked for from
-/// the system, which has them ready.
+/// A growing array of records, filled from the bytes of a file in one copy. Unlike `std::vector`, it never
+/// writes memory twice: it doesn't zero memory that is about to be overwritten. Where it needs zeroes, it
+/// requests zeroed memory from the system.
 /// \ingroup inside
 template <class T>
 class RecordArray
@@ -55,7 +55,7 @@ public:
         return RecordArray(static_cast<T*>(std::calloc(std::max<std::size_t>(size, 1), sizeof(T))), size);
     }
 
-    /// `size` records whose bytes the caller must write before anyone reads them.
+    /// `size` records. The caller must write their bytes before they are read.
     /// @throws std::bad_alloc
     [[nodiscard]] static RecordArray Uninitialised(std::size_t size)
     {
@@ -80,7 +80,7 @@ public:
     /// The first record.
     [[nodiscard]] const T* begin() const noexcept { return mRecords.get(); }
 
-    /// Takes out a record of this array; those behind it move up.
+    /// Removes a record of this array. The records after it move up.
     void erase(const T* record) noexcept
     {
         T* const place = mRecords.get() + (record - mRecords.get());
@@ -100,18 +100,18 @@ public:
         mSize += count;
     }
 
-    /// Prepares the memory of all records for being written soon, see `PrefaultPages`.
+    /// Prefaults the memory of all records, see `PrefaultPages`. For records that will be written soon.
     void Prefault() noexcept { PrefaultPages(mRecords.get(), mSize * sizeof(T)); }
 
     /// Number of records.
     [[nodiscard]] std::size_t size() const noexcept { return mSize; }
-    /// Whether there are none.
+    /// Whether the array is empty.
     [[nodiscard]] bool empty() const noexcept { return mSize == 0; }
-    /// The records as they lie in memory, until the array grows; may be null where there are none.
+    /// The records in memory order, valid until the array grows. May be null if the array is empty.
     [[nodiscard]] T* data() noexcept { return mRecords.get(); }
     /// The same.
     [[nodiscard]] const T* data() const noexcept { return mRecords.get(); }
-    /// Record `index`, from 0, which must be there.
+    /// Record `index`, from 0, which must exist.
     [[nodiscard]] T& operator[](std::size_t index) { return mRecords.get()[index]; }
     /// The same.
     [[nodiscard]] const T& operator[](std::size_t index) const { return mRecords.get()[index]; }

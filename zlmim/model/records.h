@@ -19,8 +19,7 @@ struct Vector
     bool operator==(const Vector&) const = default;
 };
 
-/// A rotation; `w` is the last field, in a file too. Need not be of unit length, and begins as all zero. 16
-/// bytes.
+/// A rotation. `w` is the last field, also in files. Need not be of unit length. All zero when new. 16 bytes.
 struct Quaternion
 {
     float x = 0; ///< First component of the vector.
@@ -68,7 +67,7 @@ struct Keyframe
     bool operator==(const Keyframe&) const = default;
 };
 
-/// A colour without an alpha component. Components are usually 0 to 1, but any value comes through. 12 bytes.
+/// A colour without an alpha component. Components are usually 0 to 1, but any value is kept. 12 bytes.
 struct rgbColour
 {
     float r = 0; ///< Red.
@@ -79,7 +78,7 @@ struct rgbColour
 
 /// @}
 
-/// True for types that a file's bytes can be copied into as they stand.
+/// True for types that a file's bytes can be copied into unchanged.
 /// \ingroup inside
 template <class T>
 inline constexpr bool kIsRecord = std::is_trivially_copyable_v<T>&& std::is_standard_layout_v<T>;

@@ -15,7 +15,7 @@ constexpr std::array<char16_t, 256> MakeWindows1252()
     std::array<char16_t, 256> table{};
     for (std::size_t byte = 0; byte < table.size(); ++byte)
         table[byte] = static_cast<char16_t>(byte);
-    // 0 where Windows-1252 has no character.
+    // 0 for bytes without a character in Windows-1252.
     constexpr std::array<char16_t, 32> kFrom80 = {
         0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
         0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -47,7 +47,7 @@ constexpr char16_t LowerCase(char16_t c)
     }
 }
 
-/// Takes one code point off the front of `utf8`; none if what stands there isn't UTF-8.
+/// Takes one code point off the front of `utf8`; `std::nullopt` if the front isn't UTF-8.
 std::optional<char32_t> TakeCodePoint(std::string_view& utf8)
 {
     const auto lead = static_cast<unsigned char>(utf8.front());

@@ -10,14 +10,14 @@
 namespace ZLMIM
 {
 
-/// The frame that every block of both binary formats has:
+/// The frame of every block in both binary formats:
 ///
-///     offset 0  tag, four characters, compared with the one that is expected at that place
+///     offset 0  tag, four characters, compared with the tag expected at that place
 ///     offset 4  i32 size, the number of bytes after the size field
 ///     offset 8  payload
 ///
-/// The size alone decides where the next block lies: a reader takes what it knows from the payload and calls
-/// `Leave`, which skips what it left and pulls it back if it read too far.
+/// The size alone determines where the next block starts. A reader reads the known part of the payload and
+/// calls `Leave`, which skips the rest, or moves back if the reader read too far.
 ///
 /// The members read through `cursor`, and throw what its reads throw.
 /// \ingroup inside
@@ -27,15 +27,15 @@ public:
     /// Enters the block with that tag. Returns `std::nullopt` for another tag, and leaves `Pos` on it.
     [[nodiscard]] static std::optional<Block> Enter(FileCursor& cursor, std::string_view tag);
 
-    /// The same for a block that a file may end before: also returns `std::nullopt`, and reads nothing, at or
-    /// past the end of the file.
+    /// Like `Enter`, for files that may end before the block: also returns `std::nullopt`, without reading,
+    /// at or past the end of the file.
     [[nodiscard]] static std::optional<Block> EnterOptional(FileCursor& cursor, std::string_view tag);
 
-    /// Enters a block whose tag the caller has read.
+    /// Enters a block whose tag the caller has already read.
     [[nodiscard]] static Block EnterAfterTag(FileCursor& cursor);
 
-    /// Moves `Pos` to the end of the block, by its size.
-    /// @throws OverflowError where that leaves the 32-bit range.
+    /// Moves `Pos` to the end of the block, as its size gives it.
+    /// @throws OverflowError if that is outside the 32-bit range.
     void Leave(FileCursor& cursor) const;
 
 private:

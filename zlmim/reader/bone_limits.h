@@ -10,7 +10,7 @@
 namespace ZLMIM
 {
 
-/// Tests the level of a bone, the root's being 1.
+/// Checks the level of a bone. The root has level 1.
 /// @throws BoundsError past `kMaxBoneDepth`.
 /// \ingroup inside
 inline void TestBoneLevel(std::int32_t level)
@@ -26,7 +26,7 @@ inline void TestBoneLevel(std::int32_t level)
 class BoneLimits
 {
 public:
-    /// Counts one more bone, at `level`.
+    /// Counts another bone, at `level`.
     /// @throws BoundsError past `kMaxBones` or `kMaxBoneDepth`.
     void Count(std::int32_t level)
     {

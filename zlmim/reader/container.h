@@ -12,13 +12,13 @@
 namespace ZLMIM
 {
 
-/// The JIRF container, with which every mesh and animation begins:
+/// The JIRF container, the start of every mesh and animation file:
 ///
 ///     offset  0  the signature "JIRF"
 ///     offset  8  the kind of file: "IDXM" for a mesh, "ANIM" for an animation
-///     offset 16  the info block, without a tag: its size, then the fields of the kind
+///     offset 16  the info block, without a tag: its size, then the fields of that kind of file
 ///
-/// The bytes between are not read.
+/// The bytes between these are ignored.
 /// \ingroup inside
 namespace Container
 {
@@ -44,9 +44,9 @@ namespace Container
     return Block::EnterAfterTag(cursor);
 }
 
-/// One load: `readFile` brings the file into `cursor`, `parse` reads its blocks; both return false to end the
-/// load. The file's bytes are freed after a success and where there is no file. After any other failure they
-/// stay until the next load. Errors get the file's name.
+/// Runs one load. `readFile` reads the file into `cursor`, and `parse` reads its blocks. Either returns false
+/// to end the load. The file's bytes are freed after a success, and if there is no file. After any other
+/// failure they stay until the next load. Adds the file's name to errors.
 template <class ReadFile, class Parse>
 [[nodiscard]] bool Load(const std::u16string& fileName, FileCursor& cursor, const ReadFile& readFile,
                         const Parse& parse)

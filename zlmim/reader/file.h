@@ -16,17 +16,18 @@ namespace ZLMIM
 
 class PathResolver;
 
-/// A regular file, open for reading; closed with the object. Links are followed. Something else under that
-/// name is closed again unread, without waiting for a pipe's writer.
+/// A regular file, open for reading. The destructor closes it. Follows links. Anything but a regular file is
+/// closed unread, without waiting for a pipe's writer.
 /// \ingroup inside
 class File
 {
 public:
-    /// Finds and opens the file of that name in the object model's form, whatever its letter case.
-    /// @throws FileSystemError if there is none, or no right to read it.
+    /// Finds and opens a file by its name in the object model's form, ignoring letter case if there is no
+    /// exact match.
+    /// @throws FileSystemError if there is no such file, or no permission to read it.
     [[nodiscard]] static File Open(const std::u16string& name, PathResolver& paths);
 
-    /// Opens the file that the system calls so; none if there is none, or it can't be opened.
+    /// Opens the file with this native path; `std::nullopt` if it doesn't exist or can't be opened.
     [[nodiscard]] static std::optional<File> OpenExact(NativePath nativePath);
 
     /// Leaves `other` closed.
@@ -34,31 +35,31 @@ public:
     File& operator=(File&&) = delete;
     ~File() { Close(); }
 
-    /// The name under which it was found, in the object model's form.
+    /// The path where the file was found, in the object model's form.
     [[nodiscard]] std::u16string Name() const;
-    /// Until `Close`.
+    /// True until `Close`.
     [[nodiscard]] bool IsOpen() const noexcept { return mHandle != kNoHandle; }
-    /// Closes the file, which need not be open.
+    /// Closes the file. Does nothing if it isn't open.
     void Close() noexcept;
 
     /// Length in bytes when the file was opened.
     [[nodiscard]] std::int64_t Size() const noexcept { return mSize; }
 
-    /// Fills `bytes` from where the last read ended, at first from the file's start. Answers how many there
-    /// were: less than asked for only at the end of the file.
+    /// Fills `bytes` from the end of the last read, first from the start of the file. Returns the number of
+    /// bytes read: less than requested only at the end of the file.
     /// @throws FileSystemError on a read error.
     [[nodiscard]] std::size_t Read(std::span<unsigned char> bytes);
 
 private:
     explicit File(NativePath nativePath) : mNativePath(std::move(nativePath)) {}
 
-    /// Why this thread's last `OpenExact` gave none.
+    /// The reason why this thread's last `OpenExact` returned `std::nullopt`.
     [[nodiscard]] static FileSystemError::Code LastFailure() noexcept;
 
     static constexpr std::intptr_t kNoHandle = -1;
 
     NativePath mNativePath;
-    /// The system's number for the open file.
+    /// The system's handle or descriptor of the open file.
     std::intptr_t mHandle = kNoHandle;
     std::int64_t mSize = 0;
 };

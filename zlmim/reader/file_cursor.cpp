@@ -28,7 +28,7 @@ try
     mData[length] = 0;
     return file.Read({mData.data(), length}) == length;
 }
-catch (const BoundsError&) // a limit
+catch (const BoundsError&) // an exceeded limit
 {
     throw;
 }

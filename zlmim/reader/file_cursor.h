@@ -17,15 +17,15 @@ namespace ZLMIM
 class PathResolver;
 class LoadBudget;
 
-/// What to make of a file without any byte.
+/// How to treat a file of 0 bytes.
 /// \ingroup inside
 enum class EmptyFile : bool
 {
-    Refused,  ///< It isn't loaded.
-    Accepted, ///< It is loaded, and its first read raises.
+    Refused,  ///< The load returns false.
+    Accepted, ///< The file is loaded, and the first read throws.
 };
 
-/// Consecutive elements as they lie in the file: without alignment, valid until the cursor's data goes.
+/// Consecutive elements in the file's memory, unaligned. Valid until the cursor's data is freed.
 /// \ingroup inside
 template <class T>
 struct UnalignedArray
@@ -36,36 +36,37 @@ struct UnalignedArray
     std::size_t count = 0;
 };
 
-/// A whole file in memory and a read position in it. Knows bytes, numbers, records and text, but no blocks.
+/// A whole file in memory and a read position in it. Reads bytes, numbers, records and text; doesn't know
+/// blocks.
 ///
-/// L being the file's length, `Data` has the indices 0 to L: the file's bytes, and one more of value 0 at
-/// index L, which may be read like the others. A read outside of these indices throws `BoundsError`, as
-/// does one that exceeds the `ReadAllowance` of the file; a sum on `Pos` that leaves the 32-bit range throws
-/// `OverflowError`. A read that throws leaves `Pos` where it was (`GetString`: or on its text).
+/// With L as the file's length, `Data` has the indices 0 to L: the file's bytes, and a 0 byte at index L,
+/// which can be read like the others. A read outside these indices throws `BoundsError`, and so does a read
+/// that exceeds the file's `ReadAllowance`. A sum on `Pos` outside the 32-bit range throws `OverflowError`. A
+/// read that throws leaves `Pos` unchanged (`GetString`: or at the start of its text).
 /// \ingroup inside
 class FileCursor
 {
 public:
-    /// Index of the next byte to read. May be set to anything; only a read tests it.
+    /// Index of the next byte to read. May be set to any value; only a read checks it.
     std::int32_t Pos = 0;
 
-    /// Reads the file into `Data`, and its length into `fileSize`; `Pos` stays. Returns false if the file is
-    /// missing, unreadable, no regular file, too long, empty where `emptyFile` refuses that, or if there is
-    /// no memory for it. `fileSize` changes only if the length was reached, and fits.
+    /// Reads the file into `Data`, and its length into `fileSize`. `Pos` stays. Returns false if the file is
+    /// missing, unreadable, not a regular file, too long, empty where `emptyFile` refuses that, or too large
+    /// for the available memory. `fileSize` changes only if the length was determined, and fits.
     ///
-    /// `budget` is charged for the file and for what its readers make of it: it must outlive the load.
-    /// @throws BoundsError where a limit is exceeded, and nothing else.
+    /// `budget` is charged for the file and for the objects made from it. It must outlive the load.
+    /// @throws BoundsError if a limit is exceeded. Throws nothing else.
     [[nodiscard]] bool LoadFile(const std::u16string& name, PathResolver& paths, LoadBudget& budget,
                                 std::int32_t& fileSize, EmptyFile emptyFile);
 
-    /// The same for a file with these bytes, which are copied.
+    /// The same for these bytes, which are copied.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget, std::int32_t& fileSize,
                                  EmptyFile emptyFile);
 
-    /// Frees the file's bytes, at the end of a load: there is no `Data` until the next one.
+    /// Frees the file's bytes at the end of a load. There is no `Data` until the next load.
     void Release() noexcept;
 
-    /// The file's bytes and the 0 behind them; empty without `Data`.
+    /// The file's bytes and the 0 after them; empty without `Data`.
     [[nodiscard]] std::span<const unsigned char> Data() const noexcept
     {
         return {mData.data(), mData.size()};
@@ -77,21 +78,20 @@ public:
         return static_cast<std::int32_t>(static_cast<std::int64_t>(mData.size()) - 1);
     }
 
-    /// `n` characters, zeroes included.
+    /// `n` characters, including zeroes.
     [[nodiscard]] std::u16string GetTag(std::int32_t n);
-    /// Reads `tag.size()` bytes; true if they equal `tag`. Otherwise `Pos` stays on them, for the next
-    /// reader.
+    /// Reads `tag.size()` bytes; true if they equal `tag`. Otherwise `Pos` stays in front of them.
     /// @throws BoundsError, OverflowError as `GetTag`.
     [[nodiscard]] bool MatchTag(std::string_view tag);
-    /// An i32 length, and text of at most that many bytes: it ends at the first 0. `Pos` moves by the stored
-    /// length wherever the text ended, so a negative one moves it back.
+    /// An i32 length, and text of at most that many bytes, which ends at the first 0. `Pos` moves by the
+    /// stored length wherever the text ends. A negative length moves it back.
     [[nodiscard]] std::u16string GetString();
-    /// 4 bytes: a whole number.
+    /// 4 bytes: a signed integer.
     [[nodiscard]] std::int32_t GetLong() { return GetFixed<std::int32_t>(); }
-    /// 2 bytes: a whole number.
+    /// 2 bytes: a signed integer.
     [[nodiscard]] std::int16_t GetShort() { return GetFixed<std::int16_t>(); }
-    /// 4 bytes: a float, copied to `value`. 32-bit x86 returns floats in the x87 unit, which changes a
-    /// signalling NaN.
+    /// 4 bytes: a float, copied to `value`. It isn't returned, since 32-bit x86 returns floats in the x87
+    /// unit, which changes a signalling NaN.
     void GetSingle(float& value) { Copy(value); }
     /// 12 bytes.
     [[nodiscard]] Vector GetVector() { return GetFixed<Vector>(); }
@@ -104,8 +104,8 @@ public:
     /// 48 bytes.
     [[nodiscard]] Matrix GetMatrix() { return GetFixed<Matrix>(); }
 
-    /// Reads `count` elements at once, as that many single reads would; an empty array if `count` is
-    /// negative.
+    /// Reads `count` elements at once, with the result of that many single reads. Returns an empty array if
+    /// `count` is negative.
     template <class T>
     [[nodiscard]] UnalignedArray<T> GetArray(std::int32_t count)
     {
@@ -117,19 +117,19 @@ public:
     /// Whether an array of `count` elements of `size` bytes can be read here.
     [[nodiscard]] bool CanRead(std::int64_t count, std::int64_t size) const noexcept;
 
-    /// What is left of the load's limits, while it lasts.
+    /// The remaining budget of the load. Valid during the load only.
     [[nodiscard]] LoadBudget& Budget() const noexcept { return *mBudget; }
 
 private:
     bool MakeData(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile);
-    /// The one test of all reads: tests `size` bytes at `Pos`.
+    /// The check that all reads share: `size` bytes at `Pos`.
     const unsigned char* Test(std::int64_t size) const
     {
         if (Pos < 0 || Pos > FileSize() || size > std::int64_t{FileSize()} + 1 - Pos || size > mAllowance)
             ThrowBounds(size);
         return mData.data() + Pos;
     }
-    /// The same, and counts the bytes as read.
+    /// Checks the same, and counts the bytes as read.
     const unsigned char* Take(std::int64_t size)
     {
         const unsigned char* const bytes = Test(size);
@@ -154,7 +154,7 @@ private:
     }
 
     RecordArray<unsigned char> mData;
-    /// The budget of the load under way, and what it was charged for the file's bytes.
+    /// The budget of the current load, and the amount charged for the file's bytes.
     LoadBudget* mBudget = nullptr;
     std::int64_t mCharged = 0;
     std::int64_t mAllowance = 0;

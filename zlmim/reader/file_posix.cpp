@@ -40,7 +40,7 @@ std::optional<File> File::OpenExact(NativePath nativePath)
         return std::nullopt;
     if (!S_ISREG(status.st_mode))
     {
-        errno = ENOENT; // for such a file, that is
+        errno = ENOENT; // treated as not found
         return std::nullopt;
     }
     file.mSize = status.st_size;

@@ -10,7 +10,7 @@ namespace ZLMIM
 namespace
 {
 
-/// Bytes that one call is asked for: some file systems refuse much more.
+/// Bytes to read per call: some file systems reject much larger reads.
 constexpr std::size_t kMaxPiece = std::size_t{64} * 1'048'576;
 
 HANDLE Handle(std::intptr_t handle) { return reinterpret_cast<HANDLE>(handle); }
@@ -54,7 +54,7 @@ std::optional<File> File::OpenExact(NativePath nativePath)
         ::SetLastError(ERROR_FILE_NOT_FOUND);
         return std::nullopt;
     }
-    // A pipe's server isn't to act in the caller's name.
+    // A pipe's server must not impersonate the caller.
     const HANDLE handle =
         ::CreateFileW(name.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                       nullptr, OPEN_EXISTING, SECURITY_SQOS_PRESENT | SECURITY_ANONYMOUS, nullptr);
@@ -64,7 +64,7 @@ std::optional<File> File::OpenExact(NativePath nativePath)
     if (!IsRegular(handle))
     {
         file.Close();
-        ::SetLastError(ERROR_FILE_NOT_FOUND); // for such a file, that is
+        ::SetLastError(ERROR_FILE_NOT_FOUND); // treated as not found
         return std::nullopt;
     }
     LARGE_INTEGER size;

@@ -9,46 +9,46 @@
 namespace ZLMIM
 {
 
-/// What is left of the limits of one outermost load. Every step that costs something charges it here first.
+/// The remaining limits of one outermost load. Every step that has a cost is charged here first.
 /// \ingroup limits
 class LoadBudget
 {
 public:
-    /// All of `limits`.
+    /// Starts with the full `limits`.
     explicit LoadBudget(const LoadLimits& limits = {}) noexcept
         : mLimits(limits), mMemory(limits.Memory), mWork(limits.Work)
     {
     }
 
-    /// Takes memory that stays with the loaded objects.
-    /// @throws BoundsError where that exceeds `LoadLimits::Memory`.
+    /// Charges memory that the loaded objects keep.
+    /// @throws BoundsError if that exceeds `LoadLimits::Memory`.
     void ChargeMemory(std::int64_t bytes)
     {
         RequireMemory(bytes);
         mMemory -= bytes;
     }
 
-    /// Takes the memory of new objects of these types.
-    /// @throws BoundsError where that exceeds `LoadLimits::Memory`.
+    /// Charges the memory of one new object of each type.
+    /// @throws BoundsError if that exceeds `LoadLimits::Memory`.
     template <class... Objects>
     void ChargeObjects()
     {
         ChargeMemory((... + (static_cast<std::int64_t>(sizeof(Objects)) + kObjectOverhead)));
     }
 
-    /// Gives back memory that was charged and is freed before the load ends.
+    /// Returns memory that was charged and is freed before the load ends.
     void ReturnMemory(std::int64_t bytes) noexcept { mMemory += bytes; }
 
-    /// Tests that memory which is needed for a moment is left, but doesn't take it.
-    /// @throws BoundsError where it would exceed `LoadLimits::Memory`.
+    /// Checks that memory for temporary use is left, without charging it.
+    /// @throws BoundsError if it would exceed `LoadLimits::Memory`.
     void RequireMemory(std::int64_t bytes) const
     {
         if (bytes > mMemory)
             ThrowMemory();
     }
 
-    /// Takes work.
-    /// @throws BoundsError where that exceeds `LoadLimits::Work`.
+    /// Charges work.
+    /// @throws BoundsError if that exceeds `LoadLimits::Work`.
     void ChargeWork(std::int64_t units)
     {
         if (units > mWork)

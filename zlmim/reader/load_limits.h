@@ -10,76 +10,79 @@ namespace ZLMIM
 /// \addtogroup limits
 /// @{
 
-/// What one outermost load may cost: a `ZLMModel::Load` with all that it loads, or a `Mesh::Load` or
-/// `Anim::Load` by itself. Exceeding a limit throws `BoundsError`, which names the limit and the file; what
-/// was loaded before stays.
+/// The maximum cost of one outermost load: a `ZLMModel::Load` with all that it loads, or a `Mesh::Load` or
+/// `Anim::Load` by itself. Exceeding a limit throws `BoundsError`, which names the limit and the file.
+/// Everything that was loaded before stays.
 ///
-/// `Memory` counts the objects that the load makes, and `Work` each byte of a file each time it is read, with
-/// the steps of `LoadCost`. Both count from 0 in each outermost load.
+/// `Memory` counts the objects that the load creates. `Work` counts each byte of a file each time it is read,
+/// and the steps in `LoadCost`. Both start at 0 in each outermost load.
 struct LoadLimits
 {
-    /// Bytes of objects. The default is more than any asset needs: 60 meshes of 2 MB, say, take 0.2 GiB.
+    /// Bytes of objects. The default is more than any asset needs. For example, 60 meshes of 2 MB take 0.2
+    /// GiB.
     std::int64_t Memory = std::int64_t{4} << 30U;
-    /// Units of work, about a nanosecond each. The default reads 128 GiB, or searches 128 million folders.
+    /// Units of work, about a nanosecond each. The default allows reading 128 GiB, or searching 128 million
+    /// folders.
     std::int64_t Work = std::int64_t{128} << 30U;
 };
 
-/// For a host that loads files from people it doesn't trust: 256 MiB, and some seconds.
+/// For a host that loads files from untrusted sources: 256 MiB, and a few seconds.
 inline constexpr LoadLimits kUntrustedLimits = {std::int64_t{256} << 20U, std::int64_t{1} << 30U};
 
-/// What the steps of a load cost beside the bytes that they read, in units of `LoadLimits::Work`.
+/// Costs of the steps of a load, in units of `LoadLimits::Work`, in addition to the bytes that they read.
 struct LoadCost
 {
-    /// One question whether a file exists: where no name matches exactly, its folders are listed.
+    /// One lookup of a file by name. Without an exact match, it lists the folders of the path.
     static constexpr std::int64_t FileQuestion = 4'096;
-    /// One folder that a search for a reference looks into: a file is opened there.
+    /// One folder visited in the search for a reference: opens a file there.
     static constexpr std::int64_t FolderVisit = 1'024;
-    /// One comparison of two names, of entries, attachment points or kuids.
+    /// One comparison of two names of entries or attachment points, or of two kuids.
     static constexpr std::int64_t NameComparison = 4;
 };
 
-/// What an object takes of `LoadLimits::Memory` beside its own size: the counters of its references, its
-/// place in a list, and what the allocator adds.
+/// Memory charged to `LoadLimits::Memory` for each object in addition to its own size: its reference counts,
+/// its place in a list, and the allocator's overhead.
 inline constexpr std::int64_t kObjectOverhead = 48;
 
-/// What a folder takes of `LoadLimits::Memory` while it is listed, and as long as its kuid is remembered.
+/// Memory charged to `LoadLimits::Memory` for a folder while it is listed, and while its kuid is cached.
 inline constexpr std::int64_t kFolderMemory = 512;
 
-/// The longest mesh or animation that is read, in bytes: read positions are 32-bit signed numbers. `Load`
-/// returns false for a longer one, as for a file that can't be read.
+/// The longest mesh or animation file that can be read, in bytes: read positions are 32-bit signed numbers.
+/// `Load` returns false for a longer file, as for an unreadable one.
 inline constexpr std::int64_t kMaxFileSize = 2'147'483'646;
 
-/// Bytes that all reads of one mesh or animation may take together. Blocks may overlap, since a size field
-/// may point backwards, but not forever: twice the file is more than any writer needs.
+/// Total bytes that all reads of one mesh or animation may read. A size field may point backwards, so blocks
+/// may overlap and be read again. Twice the file's size is more than any writer needs.
 [[nodiscard]] constexpr std::int64_t ReadAllowance(std::int64_t fileSize) { return 2 * fileSize + 65'536; }
 
-/// Bytes that the frame tables of one animation may take together. A few bytes of a file can ask for tables
-/// of any size; an animation that fills its tables needs no more than its own size.
+/// Total bytes of the frame tables of one animation. A few bytes of a file can request tables of any size. An
+/// animation that fills its tables needs no more than its own size.
 [[nodiscard]] constexpr std::int64_t FrameTableAllowance(std::int64_t fileSize)
 {
     return (std::int64_t{64} << 20U) + 16 * fileSize;
 }
 
-/// Bones of one skeleton, the root counted: a count of children needs no bytes for them.
+/// Bones of one skeleton, including the root. A count of children takes no bytes per child, so the file's
+/// size doesn't limit it.
 inline constexpr std::int32_t kMaxBones = 65'536;
 
-/// Levels of one skeleton, the root being level 1: readers recurse, in 256 KiB of stack at this depth.
+/// Levels of one skeleton; the root is level 1. Readers recurse, and use 256 KiB of stack at this depth.
 inline constexpr std::int32_t kMaxBoneDepth = 1'024;
 
-/// Models nested in one another by references, the outermost counted: each recurses, with its file open. A
-/// reference that lies deeper isn't found.
+/// Models nested in one another by references, including the outermost. Each recurses, with its file open. A
+/// deeper reference isn't found.
 inline constexpr std::size_t kMaxModelDepth = 32;
 
-/// Models that one outermost load makes, its own counted: references multiply from level to level. Further
-/// references aren't found.
+/// Models created by one outermost load, including its own: references can multiply from level to level.
+/// References past this limit aren't found.
 inline constexpr std::int32_t kMaxModels = 4'096;
 
-/// Characters that a search for a reference keeps of a line, more than a key and a kuid need: a neighbour's
+/// Characters of a line that a search for a reference keeps, more than a key and a kuid need: a neighbour's
 /// file may be one endless line. A longer `kuid` line throws `BoundsError`.
 inline constexpr std::size_t kMaxSearchedLine = 4'096;
 
-/// Bytes of folder listings that are remembered for further names of files. Past it all are forgotten, and
-/// listed again when they are needed.
+/// Bytes of folder listings that are cached to look up further file names. Past this limit the cache is
+/// cleared, and folders are listed again when they are needed.
 inline constexpr std::size_t kMaxRememberedListings = std::size_t{64} << 20U;
 
 /// @}

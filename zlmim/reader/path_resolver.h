@@ -16,23 +16,23 @@
 namespace ZLMIM
 {
 
-/// What stands under a name.
+/// A file, a folder or something else that was found by name.
 /// \ingroup files
 struct FoundFile
 {
-    /// What can stand under a name. Links are followed.
+    /// Kinds of things found. Links are followed.
     enum class Kind
     {
         File,   ///< A regular file.
         Folder, ///< A folder.
-        Other,  ///< A pipe or a device, say.
+        Other,  ///< For example a pipe or a device.
     };
 
-    /// The name that leads there, as this system's calls take it.
+    /// The name under which it was found, as this system's calls take it.
     NativePath nativePath;
-    /// What it is.
+    /// Its kind.
     Kind kind = Kind::Other;
-    /// The same for all names of one file or folder, and for no other.
+    /// Equal for all names of one file or folder, and different for others.
     std::pair<std::uint64_t, std::uint64_t> identity;
 };
 
@@ -48,23 +48,22 @@ struct FolderEntry
     bool isFolder = false;
     /// Second entry for a non-ASCII name, decoded as Windows-1252.
     bool isWindows1252 = false;
-    /// Whether the name's text leads back to it: it is UTF-8, and has no backslash.
+    /// Whether the name's text converts back to the same name: it is valid UTF-8, and has no backslash.
     bool isText = true;
 };
 
-/// What names in the object model's form (UTF-16, backslashes) are called by this system. The one place where
-/// the two meet.
+/// Maps names in the object model's form (UTF-16, backslashes) to names of this system. No other class does.
 ///
-/// The exact name comes first. If nothing bears it, letter case is ignored: part by part, the entries of a
-/// folder that equal the part in lower case, in the order of their bytes, until one leads to the end of the
-/// name. An entry is compared as UTF-8 and as Windows-1252, since text that was saved as UTF-8 may have been
-/// read one character a byte. A name of more than 64 parts is found by its exact letters only.
+/// Tries the exact name first. If it doesn't exist, letter case is ignored: for each part of the name, tries
+/// the folder's entries that equal the part in lower case, in byte order, until one leads to the end of the
+/// name. Entries are compared both as UTF-8 and as Windows-1252, since text that was saved as UTF-8 may have
+/// been read as one character per byte. A name of more than 64 parts is found by its exact letters only.
 ///
-/// Windows ignores letter case by itself, and there all of that is left to it. Names of devices (NUL,
-/// `\\.\pipe\x`) lead to nothing there.
+/// Windows itself ignores letter case, so there the system does all of that. Names of devices (NUL,
+/// `\\.\pipe\x`) find nothing there.
 ///
-/// Folders are listed once for all names that one object is asked for, so it is meant to live as long as one
-/// load, or a few of them in a row: what has changed on the disk meanwhile may go unseen.
+/// An object caches the folders that it lists. So it should live for one load, or for a few loads in a row:
+/// later changes on the disk may go unnoticed.
 /// \ingroup files
 class PathResolver
 {
@@ -74,25 +73,25 @@ public:
     PathResolver& operator=(const PathResolver&) = delete;
     ~PathResolver() = default;
 
-    /// What `name` leads to, if it is of that kind: what is of another kind is passed over like another name.
+    /// Finds `name`, if it is of that kind. Skips things of another kind like other names.
     /// @throws FileSystemError 57 if the system is out of file descriptors or memory.
     [[nodiscard]] std::optional<FoundFile> Find(std::u16string_view name, FoundFile::Kind kind);
 
-    /// The entries of a folder, by its name in the system's form with a separator at its end (empty for the
-    /// working folder): sorted by name in lower case, then by the system's name; empty if it can't be listed.
-    /// Valid until the next call of any member.
+    /// The entries of a folder. `nativeFolder` is its name in the system's form with a trailing separator, or
+    /// empty for the working folder. Sorted by name in lower case, then by the system's name. Empty if the
+    /// folder can't be listed. Valid until the next call of any member.
     /// @throws FileSystemError 57 if the system is out of file descriptors or memory.
     [[nodiscard]] std::span<const FolderEntry> List(NativePath nativeFolder);
 
-    /// Forgets all folders, which are listed anew when they are needed.
+    /// Clears the cache. Folders are listed again when they are needed.
     void Forget();
 
 private:
-    /// Makes room for `size` more bytes.
+    /// Makes room in the cache for `size` more bytes.
     void Remember(std::size_t size);
-    /// In any order.
+    /// Reads a folder's entries, unsorted.
     [[nodiscard]] static std::optional<std::vector<FolderEntry>> ReadListing(const NativePath& folder);
-    // Only where the system doesn't ignore letter case by itself.
+    // Used only where the system itself doesn't ignore letter case.
     [[nodiscard]] std::vector<NativePath> Matching(const NativePath& folder, std::u16string_view part);
     [[nodiscard]] std::vector<NativePath> Folders(const std::u16string& name);
 

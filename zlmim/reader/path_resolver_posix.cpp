@@ -17,11 +17,11 @@ namespace ZLMIM
 namespace
 {
 
-/// Parts that a name may have to be found in another letter case.
+/// Names with more parts are found by their exact letters only.
 constexpr std::ptrdiff_t kMaxParts = 64;
 
-/// @throws FileSystemError if the last call failed for want of descriptors or memory: nobody can say then
-/// what there is under that name.
+/// @throws FileSystemError if the last call failed for lack of descriptors or memory, so it is unknown
+/// whether the name exists.
 void TestResources(const std::string& nativePath)
 {
     if (errno == EMFILE || errno == ENFILE || errno == ENOMEM)
@@ -57,8 +57,8 @@ std::u16string WithSlashes(std::u16string_view name)
     return slashed;
 }
 
-/// The absolute form of `path`. Links keep their names, but the system decides where `..` leads: to the
-/// folder above the one that a link leads to.
+/// The absolute form of `path`. Links keep their names. The system resolves `..`: after a link, it is the
+/// parent of the link's target.
 std::filesystem::path Absolute(const std::filesystem::path& path)
 {
     std::filesystem::path absolute;
@@ -76,7 +76,7 @@ std::filesystem::path Absolute(const std::filesystem::path& path)
 
 NativePath ExactNativePath(std::u16string_view name)
 {
-    // A zero would end the name early for the system, and a name of its greatest length would not be taken.
+    // The system would end the name at a zero, and rejects a name of PATH_MAX bytes.
     if (name.empty() || name.size() >= PATH_MAX || name.find(u'\0') != std::u16string_view::npos)
         return {};
     return ToNativePath(name);
@@ -148,7 +148,7 @@ catch (const std::filesystem::filesystem_error&)
 
 bool IsRoot(NativePathView absoluteFolder) { return absoluteFolder.empty(); }
 
-/// The entries of a folder that `part` may mean, in their order; for no part, the folder itself.
+/// The entries of a folder that may match `part`, in order. An empty part matches the folder itself.
 std::vector<std::string> PathResolver::Matching(const std::string& folder, std::u16string_view part)
 {
     if (part.empty() || part == u"." || part == u"..")
@@ -164,8 +164,8 @@ std::vector<std::string> PathResolver::Matching(const std::string& folder, std::
     return names;
 }
 
-/// All folders that a name may mean, in their order, each with a slash behind it. `name` has slashes, and one
-/// behind each part; empty for the working folder.
+/// All folders that may match a name, in order, each with a trailing slash. `name` has slashes, also after
+/// its last part; empty for the working folder.
 std::vector<std::string> PathResolver::Folders(const std::u16string& name)
 {
     if (name.empty() || name == u"/")
@@ -174,7 +174,8 @@ std::vector<std::string> PathResolver::Folders(const std::u16string& name)
         return known->second;
     const std::size_t part = name.rfind(u'/', name.size() - 2) + 1;
     std::vector<std::string> found;
-    // A folder that several names lead to (by links) is taken once, so that names with many parts stay cheap.
+    // A folder that several names lead to (by links) is searched once, so that names with many parts stay
+    // cheap.
     std::set<std::pair<std::uint64_t, std::uint64_t>> seen;
     for (const std::string& folder : Folders(name.substr(0, part)))
     {

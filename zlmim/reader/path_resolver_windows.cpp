@@ -23,8 +23,8 @@ FoundFile::Kind KindOf(HANDLE handle, DWORD attributes)
     return isRegular ? FoundFile::Kind::File : FoundFile::Kind::Other;
 }
 
-/// @throws FileSystemError if the last call failed for want of handles or memory: nobody can say then what
-/// there is under that name.
+/// @throws FileSystemError if the last call failed for lack of handles or memory, so it is unknown whether
+/// the name exists.
 void TestResources(const NativePath& nativePath)
 {
     switch (::GetLastError())
@@ -44,7 +44,7 @@ std::optional<FoundFile> Stat(NativePath nativePath)
     const std::wstring name = CallName(nativePath);
     if (name.empty())
         return std::nullopt;
-    // Neither a right to read nor anybody's leave to share is needed to look; the flag is for folders.
+    // Reading attributes needs neither read permission nor sharing. The flag is needed to open folders.
     const HANDLE opened = ::CreateFileW(
         name.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | SECURITY_SQOS_PRESENT | SECURITY_ANONYMOUS, nullptr);

@@ -12,11 +12,12 @@ namespace
 
 constexpr std::u16string_view kShare = u"\\\\";
 constexpr std::u16string_view kDevice = u"\\\\.\\";
-// What begins so is taken by the letter, and may be longer than `MAX_PATH`.
+// Names with this prefix are taken literally, and may be longer than `MAX_PATH`.
 constexpr std::u16string_view kVerbatim = u"\\\\?\\";
 constexpr std::u16string_view kVerbatimShare = u"\\\\?\\UNC\\";
 
-/// The longest name that all calls take in its plain form: folders may have 12 characters less than files.
+/// The longest name that all calls accept in its plain form: the limit for folders is 12 characters below
+/// that for files.
 constexpr std::size_t kMaxPlainName = MAX_PATH - 13;
 
 std::u16string WithoutVerbatim(std::u16string name)
@@ -43,7 +44,7 @@ std::u16string AbsoluteName(std::u16string_view name)
         absolute.resize(length);
         length = ::GetFullPathNameW(wide.c_str(), length, absolute.data(), nullptr);
     }
-    // The working folder may have become longer meanwhile.
+    // The working folder may have become longer in the meantime.
     if (length >= absolute.size())
         return {};
     std::u16string full(absolute.begin(), absolute.begin() + static_cast<std::ptrdiff_t>(length));

@@ -8,15 +8,15 @@
 namespace ZLMIM
 {
 
-/// The absolute form of a name: `C:\x` or `\\server\share\x`, with no `.` and `..` in it. Empty for what
-/// can't name a file or a folder: an empty name, one with a zero inside, and the name of a device.
+/// The absolute form of a name: `C:\x` or `\\server\share\x`, without `.` and `..`. Empty for an invalid
+/// name: an empty name, a name with a zero inside, or the name of a device.
 [[nodiscard]] std::u16string AbsoluteName(std::u16string_view name);
 
-/// The same as the system's calls take it, whatever its length. Empty for a name that they aren't to be asked
-/// for.
+/// The same in the form that the system's calls take, for names of any length. Empty for a name that must not
+/// be passed to them.
 [[nodiscard]] std::wstring CallName(std::u16string_view name);
 
-/// How much of an absolute name is its drive or share, without a backslash behind it.
+/// Length of an absolute name's drive or share, without the backslash after it.
 [[nodiscard]] std::size_t RootLength(std::u16string_view absoluteName);
 
 } // namespace ZLMIM
