@@ -149,7 +149,7 @@ bool RunAndPrint(const Hostile& hostile)
     const std::int64_t size = SizeOfFiles(folder);
     const Cost cost = Measure(hostile, folder, file);
     // An asset may use up its limit, plus the stack and the heap's overhead.
-    constexpr std::int64_t kAssetMemory = ZLMIM::kUntrustedLimits.Memory + 4 * kMiB;
+    constexpr std::int64_t kAssetMemory = ZLMIM::kUntrustedLimits.Memory + 16 * kMiB;
     const bool isFile = hostile.kind == Hostile::Kind::Mesh || hostile.kind == Hostile::Kind::Animation;
     const bool isHonest = hostile.kind == Hostile::Kind::HonestAsset;
     const double allowedSeconds = isFile ? 0.2 + static_cast<double>(size) * 1e-6 : isHonest ? 30 : 10;
