@@ -1,4 +1,5 @@
 #include "good_files.h"
+#include "sanitized.h"
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
 
@@ -13,14 +14,6 @@ namespace ZLMIM::Testing
 {
 namespace
 {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kIsAddressSanitized = true;
-#elif defined(__has_feature)
-constexpr bool kIsAddressSanitized = __has_feature(address_sanitizer);
-#else
-constexpr bool kIsAddressSanitized = false;
-#endif
 
 /// A mesh of one chunk that hangs from `c`; skeleton a (b (c), d).
 Bytes BoundMesh()

@@ -1,6 +1,7 @@
 #include "asset_folder.h"
 #include "good_files.h"
 #include "model_walker.h"
+#include "sanitized.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -114,6 +115,8 @@ TEST(FindConfigFile, FindsFoldersWhereTheListingHasNoTypes)
 
 TEST(DiskFileSystem, ThrowsWhereDescriptorsRunOut)
 {
+    if (kIsAddressSanitized)
+        GTEST_SKIP() << "the sanitizers need descriptors of their own";
     AssetFolder folder;
     folder.Wagon("bogey <kuid:1:2>\n").Write("b/config.txt", "kuid <kuid:1:2>\nauthor b\n");
     const auto model = std::make_shared<ZLMModel>();
