@@ -74,12 +74,12 @@ TEST(FileCursorFixedSizes, CanReadTheZeroAfterTheFileButNoFurther)
         for (const std::int32_t pos : {52 - size, 51, kHighest, -1, kLowest})
         {
             cursor.Pos = pos;
-            EXPECT_EQ(ErrorPosition([&] { read(cursor); }), pos == 52 - size ? 51 : pos);
+            EXPECT_EQ(ErrorPosition([&cursor, read = read] { read(cursor); }), pos == 52 - size ? 51 : pos);
             EXPECT_EQ(cursor.Pos, pos);
         }
         cursor.Release();
         cursor.Pos = 0;
-        EXPECT_EQ(ErrorPosition([&] { read(cursor); }), 0) << "no data";
+        EXPECT_EQ(ErrorPosition([&cursor, read = read] { read(cursor); }), 0) << "no data";
     }
     FileCursor cursor = CursorOver(Bytes().Text("zABC"), 1);
     EXPECT_EQ(cursor.GetLong(), 0x00434241);
@@ -184,7 +184,7 @@ TEST(FileCursor, ReadsAtMostTwiceTheFilePlus65536Bytes)
             read(cursor);
         }
         cursor.Pos = 0;
-        const auto position = ErrorPosition([&] { read(cursor); });
+        const auto position = ErrorPosition([&cursor, read = read] { read(cursor); });
         EXPECT_EQ(position, cursor.Pos);
         EXPECT_FALSE(cursor.CanRead(1, 12));
     }
