@@ -19,9 +19,10 @@ namespace
 /// A mesh of `size` bytes, nearly all of it vertices.
 std::string MeshOf(std::int32_t size)
 {
-    const std::array<std::int32_t, 5> counts = {size / 32, 0, 0, 0, 0};
+    const std::int32_t vertices = size / 32;
+    const std::array<std::int32_t, 5> counts = {vertices, 0, 0, 0, 0};
     const auto geometry =
-        Bytes().Long(200).Zeros(8).Record(counts).Long(0).Zeros(std::size_t{32} * (size / 32));
+        Bytes().Long(200).Zeros(8).Record(counts).Long(0).Zeros(static_cast<std::size_t>(vertices) * 32);
     return MeshHeader(1).Block("CHNK", Bytes().Long(1).Long(1).Block("GEOM", geometry)).Str();
 }
 

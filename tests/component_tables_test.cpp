@@ -82,12 +82,12 @@ TEST(ComponentTables, AreThoseThatHostsKnow)
     }
     const auto& mesh = classes[9]->interfaces;
     ASSERT_EQ(mesh.size(), 4U);
-    for (int i = 0; i < 4; ++i)
+    for (std::size_t i = 0; i < 4; ++i)
     {
         const GUID& expected = i == 3 ? kExpectedClasses[9].interfaceId : kOlderMeshIds[i];
         EXPECT_EQ(Component::ToString(mesh[i].guid), Component::ToString(expected));
         EXPECT_EQ(mesh[i].name, i == 3 ? "_Mesh" : "Mesh___v" + std::to_string(i));
-        EXPECT_EQ(mesh[i].minorVersion, i);
+        EXPECT_EQ(mesh[i].minorVersion, static_cast<int>(i));
     }
 }
 
