@@ -152,7 +152,8 @@ bool RunAndPrint(const Hostile& hostile)
     constexpr std::int64_t kAssetMemory = ZLMIM::kUntrustedLimits.Memory + 16 * kMiB;
     const bool isFile = hostile.kind == Hostile::Kind::Mesh || hostile.kind == Hostile::Kind::Animation;
     const bool isHonest = hostile.kind == Hostile::Kind::HonestAsset;
-    const double allowedSeconds = isFile ? 0.2 + static_cast<double>(size) * 1e-6 : isHonest ? 30 : 10;
+    // A file's half second is for the page faults of 64 MiB of frame tables on a slow virtual machine.
+    const double allowedSeconds = isFile ? 0.5 + static_cast<double>(size) * 1e-6 : isHonest ? 30 : 10;
     const std::int64_t allowedMemory = isFile     ? 128 * kMiB + 256 * size
                                        : isHonest ? 2'048 * kMiB
                                                   : kAssetMemory;
