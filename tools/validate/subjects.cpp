@@ -86,19 +86,23 @@ private:
                 mSubjects.Files.push_back({kind, Tools::ToName(file)});
         }
         if (misnamed && !hasConfig)
-            mSubjects.Findings.push_back(
-                {Code::ConfigName,
-                 Tools::ShownName(NativePath(misnamed->native().begin(), misnamed->native().end())),
-                 {},
-                 "there is no config.txt in this folder; rename this file",
-                 {}});
+            Add(Code::ConfigName,
+                NativePath(misnamed->native().begin(), misnamed->native().end()),
+                "there is no config.txt in this folder; rename this file");
         return folders;
     }
 
     void Fail(const std::u16string& name, std::string message)
     {
-        mSubjects.Findings.push_back(
-            {Code::NotLoaded, Tools::ShownName(ToNativePath(name)), {}, std::move(message), {}});
+        Add(Code::NotLoaded, ToNativePath(name), std::move(message));
+    }
+
+    void Add(Code code, const NativePath& name, std::string message)
+    {
+        Finding& finding = mSubjects.Findings.emplace_back();
+        finding.Code = code;
+        finding.File = Tools::ShownName(name);
+        finding.Message = std::move(message);
     }
 
     PathResolver& mNames;
