@@ -1,7 +1,7 @@
 #include "temp_folder.h"
 #include "zlmim/config/config_line.h"
 #include "zlmim/config/disk_file_system.h"
-#include "zlmim/config/lod_number.h"
+#include "zlmim/config/lod_list.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 

@@ -6,10 +6,12 @@
 #include "zlmim/reader/load_budget.h"
 #include "zlmim/reader/path_resolver.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace ZLMIM
@@ -32,31 +34,47 @@ public:
     {
     public:
         /// Marks the file of that identity; `load` must outlive the scope.
-        OpenFileScope(AssetLoad& load, std::u16string fileIdentity);
+        OpenFileScope(AssetLoad& load, std::u16string fileIdentity) : mFiles(load.mOpenFiles)
+        {
+            mFiles.push_back(std::move(fileIdentity));
+        }
         OpenFileScope(const OpenFileScope&) = delete;
         OpenFileScope& operator=(const OpenFileScope&) = delete;
-        ~OpenFileScope();
+        ~OpenFileScope() { mFiles.pop_back(); }
 
     private:
-        AssetLoad& mLoad;
+        std::vector<std::u16string>& mFiles;
     };
 
     /// Whether the file of that identity is open. If it is, a reference to it leads back to itself.
-    [[nodiscard]] bool IsOpen(const std::u16string& fileIdentity) const;
+    [[nodiscard]] bool IsOpen(const std::u16string& fileIdentity) const
+    {
+        return std::find(mOpenFiles.begin(), mOpenFiles.end(), fileIdentity) != mOpenFiles.end();
+    }
 
     /// Counts another model. Returns false if there are too many, or if it would be nested too deep.
-    [[nodiscard]] bool AdmitModel();
+    [[nodiscard]] bool AdmitModel()
+    {
+        if (mModels >= kMaxModels || mOpenFiles.size() >= kMaxModelDepth)
+            return false;
+        ++mModels;
+        return true;
+    }
 
     /// The remaining limits.
     [[nodiscard]] LoadBudget& Budget() noexcept { return mBudget; }
 
-    /// The cache of listed folders.
-    [[nodiscard]] PathResolver& Paths() noexcept { return *mPaths; }
-    /// The same, for a service object, which may outlive the load.
-    [[nodiscard]] const std::shared_ptr<PathResolver>& SharedPaths() const noexcept { return mPaths; }
+    /// The cache of listed folders. Shared, since service objects may outlive the load.
+    [[nodiscard]] const std::shared_ptr<PathResolver>& Paths() const noexcept { return mPaths; }
 
     /// The search for references that starts at a folder.
-    [[nodiscard]] ReferenceSearch& SearchFrom(const Folder& start);
+    [[nodiscard]] ReferenceSearch& SearchFrom(const Folder& start)
+    {
+        std::u16string path = start.Path();
+        if (const auto known = mSearches.find(path); known != mSearches.end())
+            return known->second;
+        return mSearches.emplace(std::move(path), ReferenceSearch(start, mBudget, &mKuids)).first->second;
+    }
 
 private:
     LoadBudget mBudget;

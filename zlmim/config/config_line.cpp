@@ -78,14 +78,6 @@ bool ReadQuoted(LineReader& lines, std::u16string& value)
 
 } // namespace
 
-std::u16string_view Trim(std::u16string_view text)
-{
-    const std::size_t first = text.find_first_not_of(u' ');
-    if (first == std::u16string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(u' ') + 1 - first);
-}
-
 void ReadConfigLine(LineReader& lines, ConfigLine& line)
 {
     lines.BeginLogicalLine();

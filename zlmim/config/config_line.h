@@ -48,10 +48,6 @@ void ReadConfigLine(LineReader& lines, ConfigLine& line);
 [[nodiscard]] std::optional<std::u16string> FirstConfigValue(std::u16string_view key, TextStream& stream,
                                                              LoadBudget& budget);
 
-/// The part of `text` without the blanks (U+0020) at both ends.
-/// \ingroup inside
-[[nodiscard]] std::u16string_view Trim(std::u16string_view text);
-
 } // namespace ZLMIM
 
 #endif

@@ -60,8 +60,6 @@ private:
 
 } // namespace
 
-DiskFileSystem::DiskFileSystem(std::shared_ptr<PathResolver> paths) : mPaths(std::move(paths)) {}
-
 std::shared_ptr<PathResolver> DiskFileSystem::Paths() const
 {
     return mPaths ? mPaths : std::make_shared<PathResolver>();

@@ -5,6 +5,7 @@
 #include "zlmim/reader/path_resolver.h"
 
 #include <memory>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -25,7 +26,7 @@ public:
     /// Lists folders anew in each call. A folder that it returns caches its own listings.
     DiskFileSystem() = default;
     /// `paths` caches listed folders, and may be shared.
-    explicit DiskFileSystem(std::shared_ptr<PathResolver> paths);
+    explicit DiskFileSystem(std::shared_ptr<PathResolver> paths) : mPaths(std::move(paths)) {}
 
     [[nodiscard]] bool FileExists(const std::u16string& path) override;
     [[nodiscard]] std::unique_ptr<TextStream> OpenTextFile(const std::u16string& path) override;

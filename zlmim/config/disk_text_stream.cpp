@@ -11,15 +11,6 @@
 namespace ZLMIM
 {
 
-namespace
-{
-
-bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
-
-} // namespace
-
-DiskTextStream::DiskTextStream(File file) : mFile(std::move(file)) {}
-
 bool DiskTextStream::AtEndOfStream() { return !Fill(); }
 
 std::u16string DiskTextStream::ReadLine()
@@ -36,7 +27,8 @@ bool DiskTextStream::ReadPiece(std::u16string& line)
     if (!Fill())
         throw FileSystemError(FileSystemError::Code::PastEnd, mFile.Name());
     const char* const start = mBuffer.data() + mNext;
-    const char* const end = std::find_if(start, std::as_const(mBuffer).data() + mEnd, IsLineEnd);
+    const char* const end = std::find_if(start, std::as_const(mBuffer).data() + mEnd,
+                                         [](char c) { return c == '\r' || c == '\n'; });
     const std::string_view piece(start, static_cast<std::size_t>(end - start));
     if (line.empty())
         line = FromWindows1252(piece);

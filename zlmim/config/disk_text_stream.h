@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -17,7 +18,7 @@ class DiskTextStream : public TextStream
 {
 public:
     /// Takes over `file`, and reads on from its position.
-    explicit DiskTextStream(File file);
+    explicit DiskTextStream(File file) : mFile(std::move(file)) {}
 
     [[nodiscard]] bool AtEndOfStream() override;
     [[nodiscard]] std::u16string ReadLine() override;

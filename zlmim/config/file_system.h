@@ -81,13 +81,9 @@ public:
     /// to an open file. Called after `FileExists` returned true.
     [[nodiscard]] virtual std::u16string FileIdentity(const std::u16string& path) = 0;
     /// The folder, with a trailing backslash, for names that a config gives relative to the working folder:
-    /// animations, and the first place searched for a reference. `configFolder` is the config's own folder.
+    /// animations, and the first place searched for a reference. The argument is the config's own folder.
     /// The default is empty: the process's working folder.
-    [[nodiscard]] virtual std::u16string WorkingFolder(const std::u16string& configFolder)
-    {
-        static_cast<void>(configFolder);
-        return {};
-    }
+    [[nodiscard]] virtual std::u16string WorkingFolder(const std::u16string& /*configFolder*/) { return {}; }
 };
 
 } // namespace ZLMIM

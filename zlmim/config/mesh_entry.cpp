@@ -65,9 +65,9 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
     if (!Mesh || (!AnimFile.empty() && !anim))
         throw std::invalid_argument("an entry is loaded into its mesh and its animation");
     static_cast<void>(
-        Mesh->Load(MeshFile, load.Paths(), load.Budget())); // continues if the mesh doesn't load
+        Mesh->Load(MeshFile, *load.Paths(), load.Budget())); // continues if the mesh doesn't load
     if (!AnimFile.empty())
-        static_cast<void>(anim->Load(AnimFile, load.Paths(), load.Budget())); // or the animation
+        static_cast<void>(anim->Load(AnimFile, *load.Paths(), load.Budget())); // or the animation
     if (!AttPar.empty())
         Attach(*table, AttPar, AttName, load);
 }

@@ -70,8 +70,7 @@ public:
     /// false, the load continues. Then, unless `AttPar` is empty, links the entry: `AttParent` is the first
     /// entry of that name so far in the table, and `Att` is the first attachment point of that entry's mesh
     /// named `AttName`. A name that isn't found changes no link. All names except those of files match in any
-    /// letter case; `AttPar` and `AttName` are converted to
-    /// lower case.
+    /// letter case; `AttPar` and `AttName` are converted to lower case.
     ///
     /// A further load of the same entry appends it again, and loads into the same mesh and animation.
     /// @throws BoundsError like `Mesh::Load` and `Anim::Load`; the entry stays in the table, unlinked.

@@ -19,12 +19,7 @@ namespace
 {
 
 /// A key whose value is stored as it is.
-struct TextKey
-{
-    std::u16string_view key;
-    std::u16string ZLMModel::*text;
-};
-
+using TextKey = std::pair<std::u16string_view, std::u16string ZLMModel::*>;
 constexpr std::array<TextKey, 6> kTextKeys = {{
     {u"username", &ZLMModel::UserName},
     {u"author", &ZLMModel::Author},
@@ -80,7 +75,7 @@ void ZLMModel::LoadConfig(const std::u16string& configFileName, AssetLoad& load)
 {
     const std::size_t backslash = configFileName.rfind(u'\\');
     mPath = backslash == std::u16string::npos ? std::u16string() : configFileName.substr(0, backslash + 1);
-    ResetModel(load.SharedPaths());
+    ResetModel(load.Paths());
     if (!FileExists(configFileName, load))
         return;
     const AssetLoad::OpenFileScope scope(load, mFSO->FileIdentity(configFileName));
@@ -109,7 +104,7 @@ void ZLMModel::ResetModel(const std::shared_ptr<PathResolver>& paths)
     BogieNames = std::move(bogieNames);
     mFSO = mHostFiles ? mHostFiles : std::make_shared<DiskFileSystem>(paths);
     for (const TextKey& key : kTextKeys)
-        (this->*key.text).clear();
+        (this->*key.second).clear();
     Pantograph.reset();
     mKuid.clear();
     mHasFolderAnim.reset();
@@ -128,15 +123,15 @@ void ZLMModel::ParseConfig(LineReader& lines, AssetLoad& load)
 void ZLMModel::ParseKey(ConfigLine& line, LineReader& lines, AssetLoad& load)
 {
     const auto text = std::find_if(kTextKeys.begin(), kTextKeys.end(),
-                                   [&](const TextKey& candidate) { return candidate.key == line.Key; });
+                                   [&](const TextKey& candidate) { return candidate.first == line.Key; });
     if (text != kTextKeys.end())
     {
-        load.Budget().ChargeMemory(static_cast<std::int64_t>(line.Value.size() * sizeof(char16_t)));
-        this->*text->text = std::move(line.Value);
+        load.Budget().ChargeText(line.Value);
+        this->*text->second = std::move(line.Value);
     }
     else if (line.Key == u"kuid")
     {
-        load.Budget().ChargeMemory(static_cast<std::int64_t>(line.Value.size() * sizeof(char16_t)));
+        load.Budget().ChargeText(line.Value);
         SetKuid(line.Value);
     }
     else if (line.Key == u"pantograph")

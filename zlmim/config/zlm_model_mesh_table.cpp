@@ -1,7 +1,9 @@
 #include "zlmim/config/asset_load.h"
+#include "zlmim/config/lod_list.h"
 #include "zlmim/config/mesh_table.h"
 #include "zlmim/config/mesh_table_parser.h"
 #include "zlmim/config/zlm_model.h"
+#include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 #include "zlmim/reader/native_path.h"
 
@@ -66,6 +68,15 @@ std::u16string ZLMModel::MeshPath(const std::u16string& value, AssetLoad& load)
         return path;
     path.resize(path.rfind(u'\\') + 1); // npos + 1 is 0
     return path + ResolveLodMesh(listFile, load);
+}
+
+std::u16string ZLMModel::ResolveLodMesh(const std::u16string& listFile, AssetLoad& load)
+{
+    const auto stream = mFSO->OpenTextFile(listFile);
+    LineReader lines(*stream, load.Budget());
+    std::u16string name = NameFileInErrors(listFile, [&] { return Level1Mesh(lines); });
+    stream->Close();
+    return name;
 }
 
 } // namespace ZLMIM

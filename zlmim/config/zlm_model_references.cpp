@@ -18,7 +18,7 @@ void ZLMModel::AddBogey(const std::u16string& value, const std::u16string& key, 
         throw std::invalid_argument("a model is loaded into its lists of bogeys");
     // The name is always added first: after a failure below, there is one more name than models.
     load.Budget().ChargeObjects<std::u16string>();
-    load.Budget().ChargeMemory(static_cast<std::int64_t>(key.size() * sizeof(char16_t)));
+    load.Budget().ChargeText(key);
     bogieNames->Add(key);
     load.Budget().ChargeWork(LoadCost::NameComparison * bogies->Count());
     for (const auto& bogey : bogies->Entries())

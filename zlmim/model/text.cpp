@@ -87,6 +87,14 @@ void MakeLowerCase(std::u16string& text) noexcept
         c = LowerCase(c);
 }
 
+std::u16string_view Trim(std::u16string_view text)
+{
+    const std::size_t first = text.find_first_not_of(u' ');
+    if (first == std::u16string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(u' ') + 1 - first);
+}
+
 std::u16string FromWindows1252(std::string_view bytes)
 {
     std::u16string text(bytes.size(), u'\0');

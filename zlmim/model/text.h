@@ -18,6 +18,9 @@ namespace ZLMIM
 /// The same in place.
 void MakeLowerCase(std::u16string& text) noexcept;
 
+/// The part of `text` without the blanks (U+0020) at both ends.
+[[nodiscard]] std::u16string_view Trim(std::u16string_view text);
+
 /// Decodes bytes as Windows-1252, one character per byte. A byte without a character there (81, 8D, 8F, 90,
 /// 9D hexadecimal) becomes the character of its own number.
 [[nodiscard]] std::u16string FromWindows1252(std::string_view bytes);

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace ZLMIM
 {
@@ -34,6 +35,13 @@ public:
     void ChargeObjects()
     {
         ChargeMemory((... + (static_cast<std::int64_t>(sizeof(Objects)) + kObjectOverhead)));
+    }
+
+    /// Charges the memory of the characters of a text that is kept.
+    /// @throws BoundsError if that exceeds `LoadLimits::Memory`.
+    void ChargeText(std::u16string_view text)
+    {
+        ChargeMemory(static_cast<std::int64_t>(text.size() * sizeof(char16_t)));
     }
 
     /// Returns memory that was charged and is freed before the load ends.

@@ -1,8 +1,10 @@
-#include "zlmim/config/lod_number.h"
+#include "zlmim/config/lod_list.h"
+
+#include "zlmim/model/text.h"
 
 #include <charconv>
 #include <cstddef>
-#include <string>
+#include <optional>
 
 namespace ZLMIM
 {
@@ -22,6 +24,24 @@ std::string Condensed(std::u16string_view text)
 }
 
 bool IsDigit(std::string_view text) { return !text.empty() && text.front() >= '0' && text.front() <= '9'; }
+
+/// The text after `marker` on the next line that contains it, in lower case, without quotation marks and
+/// `dropped` characters; `std::nullopt` at the end of the file.
+std::optional<std::u16string> NextAfter(LineReader& lines, std::u16string_view marker, char16_t dropped)
+{
+    while (!lines.AtEndOfStream())
+    {
+        std::u16string line = lines.ReadLine();
+        MakeLowerCase(line);
+        const std::size_t start = line.find(marker);
+        if (start == std::u16string::npos)
+            continue;
+        line.erase(0, start + marker.size());
+        std::erase_if(line, [dropped](char16_t c) { return c == u'"' || c == dropped; });
+        return line;
+    }
+    return std::nullopt;
+}
 
 } // namespace
 
@@ -43,6 +63,19 @@ double LodNumber(std::u16string_view text)
     if (IsDigit(number))
         std::from_chars(number.data(), number.data() + number.size(), value);
     return isNegative ? -value : value;
+}
+
+std::u16string Level1Mesh(LineReader& lines)
+{
+    std::optional<std::u16string> level;
+    do
+    {
+        level = NextAfter(lines, u"mesh(", u')');
+        if (!level)
+            return {};
+    } while (LodNumber(*level) != 1.0);
+    const auto name = NextAfter(lines, u"name=", u';');
+    return name ? std::u16string(Trim(*name)) : std::u16string();
 }
 
 } // namespace ZLMIM
