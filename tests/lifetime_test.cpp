@@ -83,7 +83,7 @@ TEST(Lifetime, AnAnimationsBonesKeepOnlyTheirChildren)
     EXPECT_TRUE(tree.expired()) << "a leaf keeps only itself";
 }
 
-TEST(Lifetime, ReferencesWithinATreeTieNoRing)
+TEST(Lifetime, ReferencesWithinATreeMakeNoRing)
 {
     auto mesh = LoadedMesh();
     const std::weak_ptr<Bone> tree = mesh->RootBone;
@@ -97,7 +97,7 @@ TEST(Lifetime, ReferencesWithinATreeTieNoRing)
     EXPECT_TRUE(tree.expired());
 }
 
-TEST(Lifetime, WhatAHostWritesIsHeld)
+TEST(Lifetime, KeepsWhatAHostWrites)
 {
     const auto mesh = LoadedMesh();
     const auto leaf = mesh->RootBone->Children()->Item(2);
@@ -123,7 +123,7 @@ TEST(Lifetime, WhatAHostWritesIsHeld)
     EXPECT_FALSE(boneAlive.expired());
 }
 
-/// Loads one good or failing file after another; nothing that a load has replaced may stay.
+/// Loads one good or failing file after another; what a load has replaced must be freed.
 template <class Asset>
 void LoadAThousandTimes(const Bytes& good)
 {
@@ -144,7 +144,7 @@ TEST(Lifetime, AThousandLoadsKeepOnlyTheLast)
     LoadAThousandTimes<Anim>(SmallAnim());
 }
 
-/// Loads a tree of the greatest depth, and lets go of it on a thread with a small stack.
+/// Loads a tree of the greatest depth, and releases it on a thread with a small stack.
 template <class Asset>
 void FreeDeepTree(const Bytes& file)
 {

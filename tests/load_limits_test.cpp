@@ -12,7 +12,7 @@ namespace ZLMIM::Testing
 namespace
 {
 
-/// The disk through a service of a host's own, which calls back before it returns a folder.
+/// A host's file system: reads the disk, and calls `onGetFolder` before it returns a folder.
 class HostFileSystem : public FileSystem
 {
 public:
@@ -131,7 +131,7 @@ TEST(LoadLimits, EndTheLoadWithAnErrorThatNamesTheFile)
     }
 }
 
-TEST(ZLMModel, WithstandsAHostThatChangesItDuringALoad)
+TEST(ZLMModel, SurvivesAHostThatChangesItDuringALoad)
 {
     AssetFolder folder;
     folder.Wagon("pantograph x\nbogey y\nauthor late\n" + Table(1, "mesh m.im\n"));
@@ -175,7 +175,7 @@ TEST(ZLMModel, WithstandsAHostThatChangesItDuringALoad)
     EXPECT_TRUE(alive.expired());
 }
 
-TEST(FindConfigFile, ThrowsTheSearchsFailuresAtEachDepth)
+TEST(FindConfigFile, ThrowsIfASearchFailsAtAnyDepth)
 {
     AssetFolder folder;
     folder.Wagon("bogey <kuid:0>\n").Write("z/config.txt", "open \"");
@@ -183,8 +183,8 @@ TEST(FindConfigFile, ThrowsTheSearchsFailuresAtEachDepth)
         folder.Write("c" + std::to_string(i) + "/config.txt",
                      "kuid <kuid:" + std::to_string(i) +
                          ">\nbogey <kuid:" + std::to_string(i == 30 ? 99 : i + 1) + ">\n");
-    // The 32nd model's reference is too deep to be loaded, but it is searched for past the open quotation
-    // mark.
+    // The 32nd model is too deep to load further models, but still searches for its reference, which no asset
+    // has. That search reads z/config.txt, whose quotation mark isn't closed.
     const auto model = std::make_shared<ZLMModel>();
     EXPECT_EQ(folder.Load(*model), "FileSystemError 62");
 }

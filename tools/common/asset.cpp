@@ -155,7 +155,7 @@ Asset LoadAsGiven(const std::u16string& name)
                 });
 }
 
-std::string Told(const Outcome& outcome)
+std::string Describe(const Outcome& outcome)
 {
     const auto utf8 = FromUtf8(outcome.What);
     const std::string what = Printable(utf8 ? *utf8 : FromWindows1252(outcome.What));
@@ -175,7 +175,7 @@ std::string Failure(const Mesh& mesh, const Outcome& outcome, PathResolver& name
     if (outcome.Thrown == "OutOfMemory")
         return NoMemory(mesh.FileSize);
     if (!outcome.Thrown.empty())
-        return Told(outcome);
+        return Describe(outcome);
     if (mesh.Chunks) // so a chunk is missing
         return Printable(mesh.ErrorMessage) + ", after " + Number(mesh.Chunks->Count()) + " of " +
                Counted(mesh.ChunkCount, "chunk", "chunks");
@@ -191,7 +191,7 @@ std::string Failure(const Anim& anim, const Outcome& outcome, PathResolver& name
     if (outcome.Thrown == "BoundsError" && anim.FileSize == 0)
         return "it is empty";
     if (!outcome.Thrown.empty())
-        return Told(outcome);
+        return Describe(outcome);
     if (!anim.ErrorMessage.empty())
         return Printable(anim.ErrorMessage);
     if (anim.FileSize == 0)
@@ -205,7 +205,7 @@ std::string Failure(const ZLMModel&, const Outcome& outcome, PathResolver&)
 {
     if (outcome.IsLoaded)
         return {};
-    return (outcome.File.empty() ? "" : ShownFile(outcome.File) + ": ") + Told(outcome);
+    return (outcome.File.empty() ? "" : ShownFile(outcome.File) + ": ") + Describe(outcome);
 }
 
 bool HasChunks(const Mesh& mesh) { return mesh.Attachments != nullptr; }

@@ -42,9 +42,9 @@ struct Outcome
 {
     /// What `Load` returned (true for a model); false if it threw.
     bool IsLoaded = false;
-    /// Name of what it threw; empty if nothing.
+    /// The exception's name; empty if it threw nothing.
     std::string Thrown;
-    /// The file that it is about, in the object model's form; may be empty.
+    /// The file that the exception is about, in the object model's form; may be empty.
     std::u16string File;
     /// What went wrong, without the file.
     std::string What;
@@ -72,8 +72,8 @@ struct Asset
 [[nodiscard]] std::string Failure(const Anim& anim, const Outcome& outcome, PathResolver& names);
 [[nodiscard]] std::string Failure(const ZLMModel& model, const Outcome& outcome, PathResolver& names);
 
-/// What was thrown, for people.
-[[nodiscard]] std::string Told(const Outcome& outcome);
+/// Describes what was thrown, for people.
+[[nodiscard]] std::string Describe(const Outcome& outcome);
 
 /// Whether the mesh has been read at least up to its skeleton.
 [[nodiscard]] bool HasChunks(const Mesh& mesh);

@@ -9,7 +9,7 @@ namespace ZLMIM::Tools
 {
 
 /// Makes standard output binary and, on a Windows console, UTF-8 until the program ends. Elsewhere the
-/// program ends quietly when whoever reads its output stops reading.
+/// program ends quietly when the reader of its output stops reading.
 void SetUpOutput();
 
 [[nodiscard]] bool IsOutputTerminal();

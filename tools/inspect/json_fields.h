@@ -18,7 +18,7 @@ namespace ZLMIM::Inspect
 
 using Tools::JsonWriter;
 
-/// Write the properties that a host can read, each under its name, into an object that has been begun.
+/// Write the properties that a host can read, each under its name, into the current JSON object.
 void WriteFields(JsonWriter& json, const Mesh& mesh);
 void WriteFields(JsonWriter& json, const Anim& anim);
 void WriteFields(JsonWriter& json, const ZLMModel& model);

@@ -14,7 +14,7 @@ namespace
 /// The picture is drawn that many times, each time with its samples elsewhere in their pixels, and averaged.
 constexpr int kPasses = 16;
 
-/// What a row of a face costs beside its samples, in samples.
+/// The cost of a row of a face in addition to its samples, in samples.
 constexpr double kCostOfRow = 8;
 
 constexpr double kMargin = 0.04;
@@ -194,8 +194,8 @@ public:
         std::fill(mDepths.begin(), mDepths.end(), -std::numeric_limits<double>::infinity());
     }
 
-    /// Draws a face; each pixel's sample is at `sample` in it. A sample on the edge between two faces belongs
-    /// to exactly one of them.
+    /// Draws a face. Each pixel is sampled at the position `sample` within it. A sample on the edge between
+    /// two faces belongs to exactly one of them.
     void Draw(const Face& face, const glm::dvec2& sample)
     {
         const auto& [top, middle, bottom] = face.Corners;
@@ -292,7 +292,7 @@ Turn TurnFrom(double azimuth, double elevation)
     const double a = glm::radians(azimuth);
     const double e = glm::radians(elevation);
     const glm::dvec3 viewer = {std::sin(a) * std::cos(e), std::cos(a) * std::cos(e), std::sin(e)};
-    // Straight from above or below, up is away from where the viewer would be a little lower or higher.
+    // Seen exactly from above or below, the up direction is that of a slightly lower or higher viewer.
     if (std::cos(e) < 1e-6)
         return Look(viewer, glm::dvec3(-std::sin(a), -std::cos(a), 0) * (e > 0 ? 1.0 : -1.0));
     return Look(viewer, {0, 0, 1});

@@ -52,7 +52,7 @@ struct Drawing
 {
     Picture::Image Image;
     /// Triangles that weren't drawn because of `kMaxLayers`.
-    std::size_t LeftOut = 0;
+    std::size_t Skipped = 0;
 };
 
 /// Draws a scene in parallel projection, so that lengths compare; `frame` fills the picture at a `zoom` of 1.

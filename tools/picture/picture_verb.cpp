@@ -310,8 +310,8 @@ private:
         for (Scene& scene : scenes)
         {
             Drawing drawing = Draw(scene, frame, mSize[0], mSize[1], mZoom);
-            if (drawing.LeftOut > 0)
-                scene.Problems["triangles are left out, since they would take too long"] = drawing.LeftOut;
+            if (drawing.Skipped > 0)
+                scene.Problems["triangles are skipped, since they would take too long"] = drawing.Skipped;
             images.push_back(std::move(drawing.Image));
         }
         const Scene& scene = scenes.front();

@@ -113,7 +113,7 @@ std::vector<SceneMaker::PlacedMesh> SceneMaker::Add(const Collection<MeshEntry>&
             const auto parent = places.find(entry->AttParent().get());
             if (parent == places.end())
             {
-                AddProblem("entries that hang on themselves are left out");
+                AddProblem("entries that hang on themselves are skipped");
                 continue;
             }
             place = parent->second * Tools::ToMat4(entry->Att->Matrix);
@@ -136,7 +136,7 @@ bool SceneMaker::IsShown(const MeshEntry& entry) const
            !mRequest.Without.contains(entry.Name);
 }
 
-/// Adds what the model refers to, on the attachment points of its meshes.
+/// Adds the model's bogeys and pantograph at the attachment points of its meshes.
 void SceneMaker::AddReferences(const ZLMModel& model, const std::vector<PlacedMesh>& meshes)
 {
     if (!mRequest.Only.empty())
@@ -162,7 +162,7 @@ void SceneMaker::AddReferences(const ZLMModel& model, const std::vector<PlacedMe
         const auto point = points.find(u"a." + key);
         const auto table = reference ? reference->MeshTable() : nullptr;
         if (point == points.end() || !table || table->Count() == 0 || ++seen > kMaxReferences)
-            AddProblem("bogeys and pantographs without a place or a mesh are left out");
+            AddProblem("bogeys and pantographs without a place or a mesh are skipped");
         else
             static_cast<void>(Add(*table, point->second, false));
     }
@@ -249,7 +249,7 @@ void SceneMaker::AddTriangles(const Geometry& geometry, const glm::mat4& place)
         else if (HasArea(triangle.Corners))
             mScene.Triangles.push_back(triangle);
     }
-    AddProblem("triangles with a corner that doesn't exist are left out", broken);
+    AddProblem("triangles with a corner that doesn't exist are skipped", broken);
 }
 
 void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
@@ -259,7 +259,7 @@ void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
     const bool isPoints = type == PrimFlag::POINTS;
     if (!isPoints && type != PrimFlag::LINES && type != PrimFlag::LINE_STRIP)
     {
-        AddProblem("chunks of an unknown kind of primitive are left out");
+        AddProblem("chunks of an unknown kind of primitive are skipped");
         return;
     }
     const std::size_t step = type == PrimFlag::LINES ? 2 : 1;
@@ -277,7 +277,7 @@ void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
         else
             ++broken;
     }
-    AddProblem("lines and points with an end that doesn't exist are left out", broken);
+    AddProblem("lines and points with an end that doesn't exist are skipped", broken);
 }
 
 Surface SceneMaker::SurfaceOf(const Material& material, const Mesh& mesh)
@@ -330,13 +330,13 @@ void SceneMaker::AddProblem(const char* what, std::size_t count)
         mScene.Problems[what] += count;
 }
 
-/// How many of `count` further triangles or lines there is room for.
+/// How many of `count` further triangles or lines the limit allows.
 std::size_t SceneMaker::Admit(std::size_t count)
 {
     const std::size_t room =
         kMaxTriangles - std::min(kMaxTriangles, mScene.Triangles.size() + mScene.Lines.size());
     const std::size_t admitted = std::min(count, room);
-    AddProblem("triangles and lines are left out, since there are too many", count - admitted);
+    AddProblem("triangles and lines are skipped, since there are too many", count - admitted);
     return admitted;
 }
 

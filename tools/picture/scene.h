@@ -61,7 +61,7 @@ struct Scene
     std::vector<Triangle> Triangles;
     std::vector<Line> Lines;
     std::vector<Picture::Surface> Surfaces;
-    /// What is left out or not as it should be, and how many of each.
+    /// What was skipped or is wrong, and how many of each.
     std::map<std::string, std::size_t> Problems;
     /// Names of textures without a file, or whose file isn't a picture that can be read.
     std::set<std::string> MissingTextures;
@@ -82,7 +82,7 @@ struct SceneRequest
     bool HasTextures = true;
 };
 
-/// Limits: further triangles and lines, and further bogeys and pantographs, are left out.
+/// Limits: further triangles and lines, and further bogeys and pantographs, are skipped.
 constexpr std::size_t kMaxTriangles = 2'000'000;
 constexpr std::size_t kMaxReferences = 64;
 
@@ -99,12 +99,12 @@ public:
 
     [[nodiscard]] Scene Make(const Mesh& mesh);
 
-    /// All entries of the mesh table: each where its attachment puts it, relative to the entry that it hangs
+    /// All entries of the mesh table, each placed by its attachment point relative to the entry that it hangs
     /// on; one without an attachment at the origin.
     ///
     /// A bogey's key doesn't say where the bogey is. By custom the asset's meshes have an attachment point of
     /// the key's name: `bogey-0` goes to `a.bogey0`, the pantograph to `a.pantograph`. One without such a
-    /// point is left out, and so is what a bogey refers to itself.
+    /// point is skipped, and so is what a bogey refers to itself.
     [[nodiscard]] Scene Make(const ZLMModel& model);
 
 private:

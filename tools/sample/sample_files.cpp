@@ -87,7 +87,7 @@ void AppendAttachments(Bytes& file, const std::vector<AttachmentPoint>& points)
     file.Block("ATCH", attachments);
 }
 
-/// A bone of the wagon, and where its door or handle is in a frame.
+/// A bone of the wagon, and how its door or handle moves.
 struct BonePlan
 {
     std::string name;
