@@ -1,6 +1,6 @@
-# `cpack -G DEB` makes three packages: libzlmim1 with what programs load, libzlmim-dev with what builds on it, and
-# zlmim-tools with the program `zlmim`.
-# The preset `package` has the folders of a Debian system. Who hands packages on names themselves by
+# `cpack -G DEB` makes three packages: libzlmim1 has the shared libraries, libzlmim-dev the files for developers, and
+# zlmim-tools the program `zlmim`.
+# The preset `package` uses the folders of a Debian system. If you distribute packages, set your name by
 # `cpack -G DEB -D CPACK_PACKAGE_CONTACT="Name <address>"`.
 set(CPACK_PACKAGE_VENDOR "The ZLMIM authors")
 set(CPACK_PACKAGE_CONTACT "The ZLMIM authors <authors@zlmim.invalid>")
@@ -43,7 +43,7 @@ The program zlmim shows what meshes, animations and asset descriptions
 hold, says what is wrong with them and where, and draws them into PNG
 files.")
 
-# What a Debian package tells of itself, in its folder of documentation.
+# The documentation that a Debian package must contain.
 find_program(GZIP gzip)
 if(GZIP)
     set(folder ${PROJECT_BINARY_DIR}/packaging)
