@@ -26,7 +26,7 @@ Asset Fill(std::shared_ptr<Object> object, Load load)
     return {std::move(object), std::move(outcome)};
 }
 
-/// Why a load that found nothing wrong with the content returned false.
+/// Why a load returned false without an `ErrorMessage`.
 std::string FileProblem(std::u16string_view name, PathResolver& names)
 {
     const auto found = names.Find(name, FoundFile::Kind::File);
@@ -130,7 +130,7 @@ Asset LoadAsset(const Input& input, const std::shared_ptr<PathResolver>& names, 
     if (input.Kind == Kind::Anim)
         return Fill(std::make_shared<Anim>(),
                     [&](Anim& anim) { return anim.Load(input.Name, *names, budget); });
-    // A config's name needs a folder, from which references are searched.
+    // A config's name needs a folder in which the search for references starts.
     const std::u16string name = FolderOf(input.Name) + std::u16string(BaseName(input.Name));
     auto files = std::make_shared<AssetFiles>(name, names, references);
     return Fill(std::make_shared<ZLMModel>(std::move(files)),
@@ -176,7 +176,7 @@ std::string Failure(const Mesh& mesh, const Outcome& outcome, PathResolver& name
         return NoMemory(mesh.FileSize);
     if (!outcome.Thrown.empty())
         return Describe(outcome);
-    if (mesh.Chunks) // so a chunk is missing
+    if (mesh.Chunks) // the chunks were begun, so one is missing
         return Printable(mesh.ErrorMessage) + ", after " + Number(mesh.Chunks->Count()) + " of " +
                Counted(mesh.ChunkCount, "chunk", "chunks");
     return mesh.ErrorMessage.empty() ? FileProblem(mesh.FileName, names) : Printable(mesh.ErrorMessage);

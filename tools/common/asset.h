@@ -53,18 +53,18 @@ struct Outcome
 /// Runs a load and catches what it throws.
 [[nodiscard]] Outcome Attempt(const std::function<bool()>& load);
 
-/// An object of the model, filled as far as its load went.
+/// An object of the model, with what its load has read.
 struct Asset
 {
     std::variant<std::shared_ptr<Mesh>, std::shared_ptr<Anim>, std::shared_ptr<ZLMModel>> Object;
     Tools::Outcome Outcome;
 };
 
-/// Loads a file; a config as by a host whose working folder is the asset's.
+/// Loads a file. A config is loaded as if its own folder were the working folder.
 [[nodiscard]] Asset LoadAsset(const Input& input, const std::shared_ptr<PathResolver>& names,
                               References references = References::Follow);
 
-/// Loads a name as it is given, relative to the working folder, into the class that its ending asks for.
+/// Loads a name unchanged, relative to the working folder, into the class for its ending.
 [[nodiscard]] Asset LoadAsGiven(const std::u16string& name);
 
 /// Why a load failed, for people; empty if it didn't.

@@ -18,7 +18,7 @@ void SetUpOutput();
 /// Columns of the terminal that standard output goes to; 80 if it isn't one.
 [[nodiscard]] std::size_t OutputWidth();
 
-/// The largest amount of memory that the program has used so far, in bytes; 0 if the system doesn't say.
+/// Peak memory use of the program so far, in bytes; 0 if unknown.
 [[nodiscard]] std::size_t PeakMemory();
 
 enum class Colour

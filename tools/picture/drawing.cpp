@@ -11,7 +11,8 @@ namespace ZLMIM::Picture
 namespace
 {
 
-/// The picture is drawn that many times, each time with its samples elsewhere in their pixels, and averaged.
+/// The picture is drawn this many times, each time with other sample positions within the pixels, and
+/// averaged.
 constexpr int kPasses = 16;
 
 /// The cost of a row of a face in addition to its samples, in samples.
@@ -19,7 +20,7 @@ constexpr double kCostOfRow = 8;
 
 constexpr double kMargin = 0.04;
 constexpr double kAmbient = 0.5;
-/// The way to the light, as the viewer sees it; of unit length.
+/// The direction to the light, as the viewer sees it; of unit length.
 constexpr glm::dvec3 kLight = {-0.28, 0.6, 0.75};
 
 /// Widths of lines and points, in pixels.
@@ -49,7 +50,7 @@ float LightOn(const Triangle& triangle, const Turn& turn)
     return static_cast<float>(kAmbient + (1 - kAmbient) * std::max(0.0, glm::dot(normal, kLight)));
 }
 
-/// Brings a scene into the picture.
+/// Projects a scene onto the picture.
 class Projection
 {
 public:
@@ -82,8 +83,7 @@ public:
 private:
     [[nodiscard]] glm::dvec3 Project(const glm::vec3& point) const
     {
-        // Relative to the middle before it is scaled, since far from the origin small differences would be
-        // lost.
+        // Subtracts the middle before scaling, since small differences far from the origin would be lost.
         return mCentre + (mTurn * glm::dvec3(point) - mMiddle) * glm::dvec3(mScale, -mScale, mScale);
     }
 
@@ -125,14 +125,14 @@ private:
     double mScale = 1;
 };
 
-/// Takes out the faces that would take too long to draw, and returns how many they are.
+/// Removes the faces that would take too long to draw, and returns their number.
 std::size_t Limit(std::vector<Face>& faces, int width, int height)
 {
     double left = kMaxLayers * width * height;
     return std::erase_if(faces,
                          [&](const Face& face)
                          {
-                             // Only the part inside the picture costs anything.
+                             // Only the part inside the picture takes time.
                              const auto& [a, b, c] = face.Corners;
                              const auto [low, high] = std::minmax({a.x, b.x, c.x});
                              const double columns = std::min<double>(high, width) - std::max(low, 0.0);
@@ -148,7 +148,7 @@ std::size_t Limit(std::vector<Face>& faces, int width, int height)
                          });
 }
 
-/// A value that changes evenly over a face.
+/// A value that is interpolated linearly over a face.
 template <class Value>
 class Slope
 {
@@ -264,8 +264,8 @@ private:
     std::vector<double> mDepths;
 };
 
-/// Places that fill a pixel evenly, no two in one row or column: the bits of `pass`, mirrored, for the one
-/// way, and `pass` for the other.
+/// Sample positions spread evenly over a pixel, no two in one row or column: one coordinate is `pass`, the
+/// other its bits in reverse order.
 glm::dvec2 SampleOf(int pass)
 {
     int mirrored = 0;

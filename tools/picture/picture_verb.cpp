@@ -109,7 +109,7 @@ void CheckOutput(const std::string& output)
         throw UsageError("-o: '" + output + "' must end in .png: pictures are PNG files, also animated ones");
 }
 
-/// The drawing of pictures as the command line asks for them.
+/// Draws the pictures that the command line requests.
 class Job
 {
 public:

@@ -42,8 +42,8 @@ std::size_t TriangleCount(PrimFlag type, std::size_t indexCount)
     return indexCount < 3 ? 0 : indexCount - 2;
 }
 
-/// Places of a triangle's corners among the indices. Every other triangle of a strip runs the other way
-/// round, so its first two corners are swapped.
+/// Positions of a triangle's corners in the array of indices. Every other triangle of a strip has the
+/// opposite winding, so its first two corners are swapped.
 std::array<std::size_t, 3> CornersOf(PrimFlag type, std::size_t triangle)
 {
     if (type == PrimFlag::TRIANGLES)
@@ -54,7 +54,7 @@ std::array<std::size_t, 3> CornersOf(PrimFlag type, std::size_t triangle)
     return {triangle + odd, triangle + 1 - odd, triangle + 2};
 }
 
-/// The vertex that an index means; null if there is none.
+/// The vertex of an index; null if there is none.
 const Vertex* VertexAt(std::span<const Vertex> vertices, std::int32_t index)
 {
     if (index < 0 && index >= -32'768 && vertices.size() > kMostSignedVertices)
@@ -64,7 +64,7 @@ const Vertex* VertexAt(std::span<const Vertex> vertices, std::int32_t index)
                : nullptr;
 }
 
-/// Where a vertex is, if that is finite.
+/// The position of a vertex, if it is finite.
 std::optional<glm::vec3> PlaceOf(const Vertex* vertex, const glm::mat4& place)
 {
     if (!vertex)

@@ -119,7 +119,7 @@ private:
         check(mGeometry.PrimitiveCount, "primitives");
     }
 
-    /// The vertex that an index means.
+    /// The vertex number of an index.
     [[nodiscard]] std::int32_t VertexOf(std::int32_t index) const
     {
         const bool isUnsigned = mGeometry.Vertices().size() > kMostSignedVertices && index >= -32'768;
@@ -288,8 +288,9 @@ private:
         return mGeometry.Vertices()[static_cast<std::size_t>(number)];
     }
 
-    /// The cosine between the normal that a triangle's corners make and the one that is stored for it: its
-    /// face normal if there is one for each face, else the sum of its corners'. 0 if it can't be computed.
+    /// The cosine of the angle between the normal computed from a triangle's corners and the stored one. That
+    /// is the face normal if there is one for each face, otherwise the sum of the corners' normals. 0 if it
+    /// can't be computed.
     [[nodiscard]] double Direction(const Corners& corners, std::int64_t face, std::int64_t faceCount) const
     {
         Point stored = {};
