@@ -1,7 +1,10 @@
 #include "binding.h"
 #include "loads.h"
 
+#include "zlmim/model/text.h"
+
 #include <exception>
+#include <string>
 
 namespace ZLMIM::Python
 {
@@ -14,18 +17,27 @@ namespace
     throw py::error_already_set();
 }
 
+/// The error's text, which begins with the file's name, with that in the system's form.
+template <class Error>
+py::str TextOf(const Error& error)
+{
+    const std::string text = error.what();
+    const std::string name = ToUtf8(error.File());
+    return text.starts_with(name) ? ToNativePath(error.File()) + text.substr(name.size()) : text;
+}
+
 } // namespace
 
 void Throw(const BoundsError& error, const py::object& partial)
 {
     const py::object type = Class("zlmim._errors", "BoundsError");
-    Throw(type, type(error.what(), error.Position(), Path{error.File()}, partial));
+    Throw(type, type(TextOf(error), error.Position(), Path{error.File()}, partial));
 }
 
 void Throw(const OverflowError& error, const py::object& partial)
 {
     const py::object type = Class("zlmim._errors", "OverflowError");
-    Throw(type, type(error.what(), error.Sum(), Path{error.File()}, partial));
+    Throw(type, type(TextOf(error), error.Sum(), Path{error.File()}, partial));
 }
 
 void Throw(const FileSystemError& error, const py::object& partial)

@@ -21,6 +21,9 @@ class _OpenEnum(enum.IntEnum):
         member._value_ = int(value)
         return member
 
+    def __reduce_ex__(self, protocol: Any) -> tuple[Any, ...]:
+        return type(self), (int(self),)
+
 
 class PrimFlag(_OpenEnum):
     """The kind of primitive that the indices of a Geometry describe."""
