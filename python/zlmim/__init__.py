@@ -192,7 +192,7 @@ def _from_bytes(cls: Type[_Loadable], data: _zlmim._Buffer, name: _Path = "") ->
     """
     loaded = cls()
     if not loaded.load_bytes(data, name):
-        raise _content_error(_os.fsdecode(name), loaded, memoryview(data).nbytes == 0)
+        raise _content_error(_os.fsdecode(name), loaded, loaded.file_size == 0)
     return loaded
 
 

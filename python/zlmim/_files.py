@@ -55,7 +55,7 @@ class FileSystem(abc.ABC):
     def working_folder(self, config_folder: str) -> str:
         """The folder that names of animations and references are relative to, with a separator at its end.
 
-        config_folder is the folder of the config file that is loaded. Empty, as here, is the working folder
-        of the process.
+        config_folder is the folder of the config file that is loaded, and the default. An empty text is the
+        working folder of the process.
         """
-        return ""
+        return config_folder

@@ -58,9 +58,6 @@ class MemoryFiles(zlmim.FileSystem):
     def file_identity(self, path):
         return self.path(path)
 
-    def working_folder(self, config_folder):
-        return config_folder
-
 
 CONFIGS = {
     "/assets/wagon/config.txt": 'kuid <kuid:1:1>\r\nusername "Wägon"\nbogey-0 <kuid:1:2>\npantograph <kuid:1:3>\n'
