@@ -48,7 +48,6 @@ files.")
 
 # The module is built for one version of Python.
 if(ZLMIM_BUILD_PYTHON)
-    find_package(Python 3.9 REQUIRED COMPONENTS Interpreter)
     math(EXPR next "${Python_VERSION_MINOR} + 1")
     set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.${Python_VERSION_MINOR}~), python3 (<< 3.${next}~), python3-numpy")
 endif()
