@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import builtins
+import errno
 from typing import TYPE_CHECKING, Optional, Union
 
 from zlmim._records import FileErrorCode
@@ -19,8 +20,8 @@ class LoadError(OSError):
     partial: Optional[Partial]
     """The object as far as it was loaded; None if nothing was."""
 
-    def __init__(self, errno: int, text: str, file: str, partial: Optional[Partial] = None) -> None:
-        super().__init__(errno, text, file)
+    def __init__(self, number: int, text: str, file: str, partial: Optional[Partial] = None) -> None:
+        super().__init__(number, text, file)
         self.partial = partial
 
     @property
@@ -55,13 +56,20 @@ class OverflowError(builtins.OverflowError):
         """The object as far as it was loaded; None outside a load."""
 
 
+_ERRNO = {
+    FileErrorCode.NO_SUCH_FILE: errno.ENOENT,
+    FileErrorCode.NO_PERMISSION: errno.EACCES,
+    FileErrorCode.NO_SUCH_FOLDER: errno.ENOENT,
+}
+
+
 class FileSystemError(OSError):
     """The file system couldn't do what was requested. A FileSystem of your own may raise it, too."""
 
     def __init__(self, number: int, file: str, partial: Optional[Partial] = None) -> None:
         self.number = FileErrorCode(number)
-        """The cause. It isn't an errno."""
-        super().__init__(self.number, self.number.name.replace("_", " ").lower(), file)
+        """The cause, more exactly than by errno."""
+        super().__init__(_ERRNO.get(self.number, errno.EIO), self.number.name.replace("_", " ").lower(), file)
         self.partial = partial
         """The object as far as it was loaded; None outside a load."""
 

@@ -91,6 +91,7 @@ def test_a_reference_in_a_bare_name(own_assets, monkeypatch):
     with pytest.raises(zlmim.FileSystemError) as error:
         model.load("config.txt")
     assert error.value.number is zlmim.FileErrorCode.NO_SUCH_FOLDER and isinstance(error.value, OSError)
+    assert error.value.errno == errno.ENOENT
     assert error.value.partial is model and model.author == "me"
 
 
@@ -145,7 +146,7 @@ def test_names_that_are_not_utf8(wagon, tmp_path):
 
 def test_other_threads_run_during_a_load(tmp_path, wagon):
     """Main counts while a thread loads; with the interpreter locked, it couldn't in the middle of the load."""
-    content = b"".join([(wagon / "body.im").read_bytes()] + [bytes(192 << 20)])
+    content = b"".join([(wagon / "body.im").read_bytes()] + [bytes(96 << 20)])
     moments = []
 
     def load():
