@@ -60,6 +60,9 @@ std::vector<Group> AllGroups()
             {"references", Bench::References},
             {"table", one(Bench::MeshTable)},
             {"bones", one([](const Bench::TempFolder&) { return Bench::BoneNames(); })},
+#ifdef ZLMIM_PYTHON
+            {"python", one(Bench::PythonMesh)},
+#endif
             {"component", Bench::ComponentCalls}};
 }
 

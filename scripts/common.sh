@@ -6,7 +6,9 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # Packages that are needed to build the library and its programs.
 build_packages=(g++ cmake ninja-build libboost-dev libcli11-dev libglm-dev libstb-dev rapidjson-dev)
 test_packages=("${build_packages[@]}" libgtest-dev)
-package_packages=("${build_packages[@]}" dpkg-dev file help2man lintian)
+# Debian's python3 has numpy; the one that a user has installed beside it doesn't.
+python_packages=(pybind11-dev python3-dev python3-numpy)
+package_packages=("${build_packages[@]}" "${python_packages[@]}" dpkg-dev file help2man lintian)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then

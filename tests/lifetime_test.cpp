@@ -138,6 +138,38 @@ void LoadAThousandTimes(const Bytes& good)
     }
 }
 
+TEST(Lifetime, ASharedArrayOutlivesItsReplacementAndItsGrowth)
+{
+    Geometry geometry;
+    EXPECT_EQ(geometry.ShareVertices(), nullptr);
+    geometry.SetMaxVertices(1);
+    const auto vertices = geometry.ShareVertices();
+    EXPECT_EQ(vertices, geometry.ShareVertices());
+    vertices->x = 5;
+    EXPECT_EQ(geometry.Vertices()[0].x, 5);
+    geometry.SetMaxVertices(2);
+    EXPECT_EQ(vertices->x, 5);
+    EXPECT_EQ(geometry.Vertices()[0].x, 0);
+    EXPECT_NE(vertices, geometry.ShareVertices());
+
+    geometry.FaceNormals->Add({1, 2, 3});
+    const auto normals = geometry.FaceNormals->ShareEntries();
+    for (int i = 0; i < 1000; ++i)
+        geometry.FaceNormals->Add({4, 5, 6});
+    EXPECT_EQ(*normals, Vector({1, 2, 3}));
+    EXPECT_EQ(geometry.FaceNormals->Item(1), Vector({1, 2, 3}));
+
+    std::shared_ptr<Keyframe> frames;
+    {
+        BoneAnim bone;
+        bone.InitFrames(3);
+        bone.SetFrame(3, {{1, 0, 0}, {}});
+        frames = bone.ShareFrames();
+        bone.InitFrames(1);
+    }
+    EXPECT_EQ(frames.get()[3].p.x, 1);
+}
+
 TEST(Lifetime, AThousandLoadsKeepOnlyTheLast)
 {
     LoadAThousandTimes<Mesh>(BoundMesh());
