@@ -11,7 +11,7 @@ int main(int argc, char** argv)
     try
     {
         SetUpOutput();
-        return RunProgram({InspectVerb(), ValidateVerb(), PictureVerb(), SampleVerb()},
+        return RunProgram({InspectVerb(), ValidateVerb(), PictureVerb(), ExportVerb(), SampleVerb()},
                           Arguments(argc, argv));
     }
     catch (const std::exception& error)

@@ -10,6 +10,7 @@ namespace ZLMIM::Tools
 [[nodiscard]] Verb InspectVerb();
 [[nodiscard]] Verb ValidateVerb();
 [[nodiscard]] Verb PictureVerb();
+[[nodiscard]] Verb ExportVerb();
 [[nodiscard]] Verb SampleVerb();
 
 } // namespace ZLMIM::Tools

@@ -69,7 +69,7 @@ std::string HelpText(const std::vector<Verb>& verbs)
 {
     std::string text =
         "Usage: zlmim VERB [OPTION]... PATH...\n" +
-        Wrapped("Shows, checks and draws 3D assets of the ZLM railway simulator: meshes (.im), "
+        Wrapped("Shows, checks, draws and exports 3D assets of the ZLM railway simulator: meshes (.im), "
                 "animations (.kin) and asset descriptions (config.txt).",
                 kWidth, 0) +
         "\n\nVerbs:\n";

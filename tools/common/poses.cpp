@@ -68,8 +68,9 @@ Run RunOf(const Anim& anim)
             static_cast<std::int32_t>(frames.size() - 1 - static_cast<std::size_t>(last - frames.rbegin()))};
 }
 
-Poses::Poses(const Anim& anim, PoseBase base) : mBase(base)
+std::unordered_map<std::u16string, const BoneAnim*> BonesByName(const Anim& anim)
 {
+    std::unordered_map<std::u16string, const BoneAnim*> bones;
     std::vector<std::shared_ptr<BoneAnim>> waiting;
     if (anim.RootBone)
         waiting.push_back(anim.RootBone);
@@ -77,12 +78,13 @@ Poses::Poses(const Anim& anim, PoseBase base) : mBase(base)
     {
         const auto bone = waiting.back();
         waiting.pop_back();
-        mBones.emplace(bone->Name, bone.get());
+        bones.emplace(bone->Name, bone.get());
         const auto children = bone->Children();
         for (std::int32_t i = children->Count(); i > 0; --i)
             if (auto child = children->Item(i))
                 waiting.push_back(std::move(child));
     }
+    return bones;
 }
 
 glm::mat4 Poses::Motion(const Bone& bone, double slot) const

@@ -37,12 +37,16 @@ struct Run
 
 [[nodiscard]] Run RunOf(const Anim& anim);
 
+/// The bones of an animation by their names; of several, the first in tree order, parents first. The bones
+/// of a mesh are animated by those of the same name.
+[[nodiscard]] std::unordered_map<std::u16string, const BoneAnim*> BonesByName(const Anim& anim);
+
 /// How the bones of a mesh move in an animation.
 class Poses
 {
 public:
     /// `anim` must outlive this object.
-    Poses(const Anim& anim, PoseBase base);
+    Poses(const Anim& anim, PoseBase base) : mBones(BonesByName(anim)), mBase(base) {}
 
     /// Takes what hangs from a bone from its place in the mesh, as stored, to its place in a slot: the
     /// inverse of the bone's rest pose, then its pose. A slot such as 2.5 is interpolated. A bone that the

@@ -60,6 +60,19 @@ std::string PngBlock(std::string_view tag, std::string_view payload)
     return BigEndian(static_cast<std::uint32_t>(payload.size())) + content + BigEndian(sum.checksum());
 }
 
+std::string ToPng(int width, int height, int channels, const void* pixels)
+{
+    std::string bytes;
+    const auto append = [](void* context, void* data, int size)
+    {
+        static_cast<std::string*>(context)->append(static_cast<const char*>(data),
+                                                   static_cast<std::size_t>(size));
+    };
+    if (stbi_write_png_to_func(append, &bytes, width, height, channels, pixels, 0) == 0)
+        throw std::runtime_error("there isn't enough memory for the picture");
+    return bytes;
+}
+
 /// The payload of the blocks with that tag, one after another.
 std::string PngPayload(std::string_view png, std::string_view tag)
 {
@@ -131,15 +144,18 @@ std::optional<Texture> ReadTexture(const NativePath& file)
 std::string ToPng(const Image& image)
 {
     static_assert(sizeof(glm::u8vec3) == 3);
-    std::string bytes;
-    const auto append = [](void* context, void* data, int size)
-    {
-        static_cast<std::string*>(context)->append(static_cast<const char*>(data),
-                                                   static_cast<std::size_t>(size));
-    };
-    if (stbi_write_png_to_func(append, &bytes, image.Width, image.Height, 3, image.Pixels.data(), 0) == 0)
-        throw std::runtime_error("there isn't enough memory for the picture");
-    return bytes;
+    return ToPng(image.Width, image.Height, 3, image.Pixels.data());
+}
+
+std::string ToPng(const Texture& texture)
+{
+    if (texture.HasAlpha)
+        return ToPng(texture.Width, texture.Height, 4, texture.Pixels.data());
+    Image image = {texture.Width, texture.Height, {}};
+    image.Pixels.reserve(texture.Pixels.size());
+    for (const glm::u8vec4& pixel : texture.Pixels)
+        image.Pixels.emplace_back(pixel);
+    return ToPng(image);
 }
 
 std::string ToAnimatedPng(const std::vector<Image>& images, int framesPerSecond)

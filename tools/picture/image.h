@@ -41,6 +41,7 @@ struct Texture
 /// The bytes of a PNG file.
 /// @throws std::runtime_error if it can't be made.
 [[nodiscard]] std::string ToPng(const Image& image);
+[[nodiscard]] std::string ToPng(const Texture& texture);
 
 /// The bytes of an animated PNG file that repeats for ever. All images must be of one size.
 /// @throws std::runtime_error if it can't be made.

@@ -1,5 +1,6 @@
 #include "scene.h"
 
+#include "tools/common/assembly.h"
 #include "tools/common/asset.h"
 #include "tools/common/paths.h"
 #include "tools/common/text.h"
@@ -91,81 +92,27 @@ Scene SceneMaker::Make(const Mesh& mesh)
 
 Scene SceneMaker::Make(const ZLMModel& model)
 {
-    if (const auto table = model.MeshTable())
-        AddReferences(model, Add(*table, kOrigin, true));
-    return std::move(mScene);
-}
-
-/// Adds the entries of a mesh table, and returns where their meshes are.
-std::vector<SceneMaker::PlacedMesh> SceneMaker::Add(const Collection<MeshEntry>& table,
-                                                    const glm::mat4& origin, bool isOwn)
-{
-    std::vector<PlacedMesh> meshes;
-    std::unordered_map<const MeshEntry*, glm::mat4> places;
-    for (const auto& entry : table)
+    const Tools::Assembly assembly =
+        Tools::Assemble(model, mRequest.Only.empty() ? Tools::References::Follow : Tools::References::Skip);
+    for (const auto& [what, count] : assembly.Problems)
+        AddProblem(what.c_str(), count);
+    std::vector<glm::mat4> places;
+    for (const Tools::Part& part : assembly.Parts)
     {
-        if (!entry || !entry->Mesh)
-            continue;
-        glm::mat4 place = origin;
-        if (entry->Att)
-        {
-            // An entry hangs on one above it, or on itself.
-            const auto parent = places.find(entry->AttParent().get());
-            if (parent == places.end())
-            {
-                AddProblem("entries that hang on themselves are left out");
-                continue;
-            }
-            place = parent->second * Tools::ToMat4(entry->Att->Matrix);
-        }
-        else if (entry->AttParent())
-        {
-            AddProblem("entries whose attachment point doesn't exist are at the origin");
-        }
-        places.emplace(entry.get(), place);
-        meshes.push_back({entry->Mesh, place});
-        if (!isOwn || IsShown(*entry))
-            Add(*entry->Mesh, entry->anim.get(), place);
+        glm::mat4 place = part.Parent ? places[*part.Parent] : kOrigin;
+        if (part.Point)
+            place *= Tools::ToMat4(part.Point->Matrix);
+        places.push_back(place);
+        if (part.Entry && (part.Reference || IsShown(*part.Entry)))
+            Add(*part.Entry->Mesh, part.Entry->anim.get(), place);
     }
-    return meshes;
+    return std::move(mScene);
 }
 
 bool SceneMaker::IsShown(const MeshEntry& entry) const
 {
     return (mRequest.Only.empty() || mRequest.Only.contains(entry.Name)) &&
            !mRequest.Without.contains(entry.Name);
-}
-
-/// Adds what the model refers to, on the attachment points of its meshes.
-void SceneMaker::AddReferences(const ZLMModel& model, const std::vector<PlacedMesh>& meshes)
-{
-    if (!mRequest.Only.empty())
-        return;
-    std::unordered_map<std::u16string, glm::mat4> points;
-    for (const auto& [mesh, place] : meshes)
-        if (mesh->Attachments)
-            for (const auto& attachment : mesh->Attachments->Entries())
-                if (attachment)
-                    points.emplace(attachment->Name, place * Tools::ToMat4(attachment->Matrix));
-
-    std::vector<std::pair<std::u16string, std::shared_ptr<ZLMModel>>> references;
-    if (model.Bogies && model.BogieNames)
-        for (std::int32_t i = 1; i <= std::min(model.Bogies->Count(), model.BogieNames->Count()); ++i)
-            references.emplace_back(model.BogieNames->Item(i), model.Bogies->Item(i));
-    if (model.Pantograph)
-        references.emplace_back(u"pantograph", model.Pantograph);
-
-    std::size_t seen = 0;
-    for (auto& [key, reference] : references)
-    {
-        std::erase(key, u'-');
-        const auto point = points.find(u"a." + key);
-        const auto table = reference ? reference->MeshTable() : nullptr;
-        if (point == points.end() || !table || table->Count() == 0 || ++seen > kMaxReferences)
-            AddProblem("bogeys and pantographs without a place or a mesh are left out");
-        else
-            static_cast<void>(Add(*table, point->second, false));
-    }
 }
 
 void SceneMaker::Add(const Mesh& mesh, const Anim* anim, const glm::mat4& place)

@@ -82,9 +82,8 @@ struct SceneRequest
     bool HasTextures = true;
 };
 
-/// Limits: further triangles and lines, and further bogeys and pantographs, are left out.
+/// Limit: further triangles and lines are left out.
 constexpr std::size_t kMaxTriangles = 2'000'000;
-constexpr std::size_t kMaxReferences = 64;
 
 /// Textures that have been read, by their files.
 using TextureCache = std::map<NativePath, std::shared_ptr<const Texture>>;
@@ -99,24 +98,10 @@ public:
 
     [[nodiscard]] Scene Make(const Mesh& mesh);
 
-    /// All entries of the mesh table: each where its attachment puts it, relative to the entry that it hangs
-    /// on; one without an attachment at the origin.
-    ///
-    /// A bogey's key doesn't say where the bogey is. By custom the asset's meshes have an attachment point of
-    /// the key's name: `bogey-0` goes to `a.bogey0`, the pantograph to `a.pantograph`. One without such a
-    /// point is left out, and so is what a bogey refers to itself.
+    /// All parts of the asset (see `Tools::Assembly`).
     [[nodiscard]] Scene Make(const ZLMModel& model);
 
 private:
-    struct PlacedMesh
-    {
-        std::shared_ptr<const Mesh> Object;
-        glm::mat4 Place;
-    };
-
-    [[nodiscard]] std::vector<PlacedMesh> Add(const Collection<MeshEntry>& table, const glm::mat4& origin,
-                                              bool isOwn);
-    void AddReferences(const ZLMModel& model, const std::vector<PlacedMesh>& meshes);
     void Add(const Mesh& mesh, const Anim* anim, const glm::mat4& place);
     void Add(const Chunk& chunk, const Mesh& mesh, const glm::mat4& place);
     void AddTriangles(const Geometry& geometry, const glm::mat4& place);

@@ -1,0 +1,55 @@
+#ifndef ZLMIM_TOOLS_COMMON_ASSEMBLY_H
+#define ZLMIM_TOOLS_COMMON_ASSEMBLY_H
+
+#include "tools/common/asset_files.h"
+
+#include "zlmim/config/zlm_model.h"
+#include "zlmim/mesh/attachment.h"
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ZLMIM::Tools
+{
+
+/// An entry of a mesh table, or an asset that is referred to, and what it hangs on.
+struct Part
+{
+    /// The entry's name, or the key of the reference.
+    std::u16string Name;
+    /// Null for a reference.
+    std::shared_ptr<const MeshEntry> Entry;
+    /// The asset that a reference leads to; for an entry of such an asset also that asset. Null for the
+    /// asset's own entries.
+    std::shared_ptr<const ZLMModel> Reference = nullptr;
+    /// The earlier part that it hangs on; `std::nullopt` for the asset's origin.
+    std::optional<std::size_t> Parent = {};
+    /// The parent's attachment point; null for its origin.
+    std::shared_ptr<const Attachment> Point = nullptr;
+};
+
+/// An asset's meshes, each where its attachment puts it, and the bogeys and pantograph.
+///
+/// A bogey's key doesn't say where the bogey is. By custom the asset's meshes have an attachment point of
+/// the key's name: `bogey-0` goes to `a.bogey0`, the pantograph to `a.pantograph`. One without such a point
+/// is left out, and so is what a bogey refers to itself. Of the entries, one without an attachment point is
+/// at the origin.
+struct Assembly
+{
+    std::vector<Part> Parts;
+    /// What is left out or not as it should be, and how many of each.
+    std::map<std::string, std::size_t> Problems;
+};
+
+/// Limit: further bogeys and pantographs are left out.
+constexpr std::size_t kMaxReferences = 64;
+
+[[nodiscard]] Assembly Assemble(const ZLMModel& model, References references = References::Follow);
+
+} // namespace ZLMIM::Tools
+
+#endif
