@@ -4,7 +4,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # What the library and the programs around it are built from.
-build_packages=(g++ cmake ninja-build libboost-dev libcli11-dev libglm-dev libstb-dev rapidjson-dev)
+build_packages=(
+    g++ cmake ninja-build libboost-dev libcli11-dev libglm-dev libjs-three libstb-dev rapidjson-dev)
 test_packages=("${build_packages[@]}" libgtest-dev)
 package_packages=("${build_packages[@]}" dpkg-dev file help2man lintian)
 

@@ -117,7 +117,9 @@ class Browser:
         entries = self._call("POST", "/se/log", {"type": "browser"})
         return [entry["message"] for entry in entries]
 
-    def requests(self):
-        """The addresses of everything that was requested."""
-        events = [json.loads(entry["message"])["message"] for entry in self._call("POST", "/se/log", {"type": "performance"})]
-        return [event["params"]["request"]["url"] for event in events if event["method"] == "Network.requestWillBeSent"]
+    def requests(self, page):
+        """The addresses of everything that a page requested since this was last called."""
+        entries = self._call("POST", "/se/log", {"type": "performance"})
+        events = [json.loads(entry["message"])["message"] for entry in entries]
+        requests = [event["params"] for event in events if event["method"] == "Network.requestWillBeSent"]
+        return [request["request"]["url"] for request in requests if request["documentURL"] == page]

@@ -197,12 +197,23 @@ function variantOf(original, { textures, wireframe, normals }) {
     return material;
 }
 
+// EdgesGeometry can't read positions that are interleaved with other attributes.
+function shapeOnly({ index, attributes: { position } }) {
+    const numbers = new Float32Array(position.count * 3);
+    for (let i = 0; i < position.count; ++i)
+        numbers.set([position.getX(i), position.getY(i), position.getZ(i)], 3 * i);
+    const geometry = new THREE.BufferGeometry();
+    geometry.setAttribute('position', new THREE.BufferAttribute(numbers, 3));
+    geometry.setIndex(index);
+    return geometry;
+}
+
 const kMostOutlined = 60000;
 
 function outlineOf(mesh) {
     let geometry = null;
     if (mesh.isMesh && elementCount(mesh) <= kMostOutlined) {
-        geometry = new THREE.EdgesGeometry(mesh.geometry, 15);
+        geometry = new THREE.EdgesGeometry(shapeOnly(mesh.geometry), 15);
     } else {
         const box = mesh.geometry.boundingBox;
         const size = box.getSize(new THREE.Vector3());

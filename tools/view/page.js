@@ -129,7 +129,8 @@ class Page {
         byId('play').ariaPressed = String(player.isPlaying);
         byId('time').max = player.lastFrame();
         byId('time').value = player.frame();
-        byId('frame').textContent = player.duration() > 0 ? `${Math.floor(player.frame() + 1e-3)} / ${player.lastFrame()} · ${player.time.toFixed(2)} s` : '';
+        byId('frame').textContent = player.duration() > 0 ? `${Math.floor(player.frame() + 1e-3)} / ${player.lastFrame()}` : '';
+        byId('seconds').textContent = player.duration() > 0 ? `${player.time.toFixed(2)} s` : '';
     }
 
     // A click, not the end of a drag.
