@@ -154,7 +154,7 @@ TEST(Validate, JudgesMeshes)
         {[](Plan& p) { p.texture = "body"; }, {", texture 1: texture-missing"}},
     };
     AssetFolder folder;
-    folder.Write("wagon/wood.x.TGA", ::Sample::WhitePicture().Str());
+    folder.Write("wagon/wood.x.TGA", ::Sample::CratePicture().Str());
     for (const auto& [damage, findings] : cases)
     {
         Plan plan;
@@ -438,7 +438,7 @@ TEST(Validate, ComparesEntriesWithTheirFiles)
         {"kuid <a:1>\nbogey <b:2>\n", {}},
     };
     AssetFolder folder;
-    folder.Write("wagon/body.im", PlannedMesh()).Write("wagon/wood.tga", ::Sample::WhitePicture().Str());
+    folder.Write("wagon/body.im", PlannedMesh()).Write("wagon/wood.tga", ::Sample::CratePicture().Str());
     folder.Write("wagon/run.kin", PlannedAnim(1, {0})).Write("wagon/bare.im", MeshHeader(0).Str());
     folder.Write("wagon/other.kin", AnimWith(0, AnimBone("A", 1, AnimBone("C"))).Str());
     folder.Write("p/config.txt", "kuid <b:1>\n").Write("q/config.txt", "author x\nKUID <B:1>\n");
@@ -484,7 +484,7 @@ TEST(Validate, FindsNothingWrongWithTheSample)
     ::Sample::WriteSampleAssets("../..");
     std::ostringstream text;
     WriteText(Validate::Validate({{".."}, true, 0}), text);
-    EXPECT_EQ(text.str(), "9 files in 3 assets, nothing wrong found\n");
+    EXPECT_EQ(text.str(), "10 files in 3 assets, nothing wrong found\n");
 }
 
 TEST(Validate, ReportsAKuidOfSeveralAssetsOnce)

@@ -47,6 +47,13 @@ SkeletonExport::SkeletonExport(const Bone& root, Tools::PoseBase base, const Rep
     {
         const auto [bone, parent] = waiting.back();
         waiting.pop_back();
+        const auto children = bone->Children();
+        const std::int32_t childCount = children ? children->Count() : 0;
+        if (bone->Name.empty() && childCount == 0 && parent)
+        {
+            report("bones without a name and children, on which nothing can hang, are left out");
+            continue;
+        }
         Joint joint = {bone, base == Tools::PoseBase::Parent ? parent : std::nullopt};
         if (IsFinite(bone->Position))
             joint.Translation = {bone->Position.x, bone->Position.y, bone->Position.z};
@@ -59,8 +66,7 @@ SkeletonExport::SkeletonExport(const Bone& root, Tools::PoseBase base, const Rep
         else if (!IsUnit(bone->Rotation))
             report(kQuaternionRepair);
         mNumbers.emplace(bone, mJoints.size());
-        const auto children = bone->Children();
-        for (std::int32_t i = children ? children->Count() : 0; i > 0; --i)
+        for (std::int32_t i = childCount; i > 0; --i)
             if (const auto& child = children->Entries()[static_cast<std::size_t>(i - 1)])
                 waiting.emplace_back(child.get(), mJoints.size());
         mJoints.push_back(std::move(joint));
@@ -135,10 +141,23 @@ void SkeletonExport::AddAnimation(const Anim& anim, const std::u16string& entry,
     Animation animation = {
         anim.Name.empty() ? entry : anim.Name, entry, hasRate ? anim.FPS : kUsualRate, {}, {}};
     Times last;
+    // Joints of one name share their samplers.
+    std::unordered_map<const BoneAnim*, std::optional<Samplers>> known;
     const auto bones = Tools::BonesByName(anim);
     for (const Joint& joint : mJoints)
-        if (const auto bone = bones.find(joint.Source->Name); bone != bones.end())
-            AddChannels(joint, *bone->second, last, animation, document, report);
+    {
+        const auto bone = bones.find(joint.Source->Name);
+        if (bone == bones.end())
+            continue;
+        const auto [samplers, isNew] = known.try_emplace(bone->second);
+        if (isNew)
+            samplers->second = AddSamplers(*bone->second, last, animation, document, report);
+        for (const Index node : samplers->second ? joint.Nodes : std::vector<Index>())
+        {
+            animation.Channels.push_back({samplers->second->Translation, node, false});
+            animation.Channels.push_back({samplers->second->Rotation, node, true});
+        }
+    }
     if (animation.Channels.empty())
         return;
     if (!hasRate)
@@ -146,8 +165,9 @@ void SkeletonExport::AddAnimation(const Anim& anim, const std::u16string& entry,
     document.Animations.push_back(std::move(animation));
 }
 
-void SkeletonExport::AddChannels(const Joint& joint, const BoneAnim& bone, Times& last, Animation& animation,
-                                 Document& document, const Report& report)
+std::optional<SkeletonExport::Samplers> SkeletonExport::AddSamplers(const BoneAnim& bone, Times& last,
+                                                                    Animation& animation, Document& document,
+                                                                    const Report& report)
 {
     std::vector<float> times;
     std::vector<Vector> positions;
@@ -182,7 +202,7 @@ void SkeletonExport::AddChannels(const Joint& joint, const BoneAnim& bone, Times
         rotations.push_back(Floats(*rotation));
     }
     if (times.empty())
-        return;
+        return std::nullopt;
     const std::size_t count = times.size();
     if (times != last.Seconds)
     {
@@ -196,12 +216,9 @@ void SkeletonExport::AddChannels(const Joint& joint, const BoneAnim& bone, Times
         document, {.View = AddView(document, std::move(positions)), .Count = count, .Type = "VEC3"});
     const Index rotation = AddAccessor(
         document, {.View = AddView(document, std::move(rotations)), .Count = count, .Type = "VEC4"});
-    for (const bool isRotation : {false, true})
-    {
-        for (const Index node : joint.Nodes)
-            animation.Channels.push_back({animation.Samplers.size(), node, isRotation});
-        animation.Samplers.push_back({last.Input, isRotation ? rotation : translation});
-    }
+    animation.Samplers.push_back({last.Input, translation});
+    animation.Samplers.push_back({last.Input, rotation});
+    return Samplers{animation.Samplers.size() - 2, animation.Samplers.size() - 1};
 }
 
 } // namespace ZLMIM::Export

@@ -59,8 +59,17 @@ private:
     };
 
     [[nodiscard]] Index AddInverseBindMatrices(Document& document, const Report& report) const;
-    static void AddChannels(const Joint& joint, const BoneAnim& bone, Times& last, Animation& animation,
-                            Document& document, const Report& report);
+    /// Those of one bone, by their numbers in the animation.
+    struct Samplers
+    {
+        Index Translation = 0;
+        Index Rotation = 0;
+    };
+
+    /// `std::nullopt` if the bone has no frames. `last` is that of the bone before, which most bones share.
+    [[nodiscard]] static std::optional<Samplers> AddSamplers(const BoneAnim& bone, Times& last,
+                                                             Animation& animation, Document& document,
+                                                             const Report& report);
 
     std::vector<Joint> mJoints;
     std::unordered_map<const Bone*, std::size_t> mNumbers;

@@ -71,6 +71,7 @@ username "Bogey with two axles"
 mesh-table {
   bogey {
     mesh bogey.im
+    anim wheels.kin
   }
 }
 )";
@@ -95,6 +96,7 @@ std::map<std::string, std::string> SampleAssets()
         {"assets/wagon/load/load_far.im", LoadMesh(6).Str()},
         {"assets/bogey y/config.txt", std::string(kBogeyConfig)},
         {"assets/bogey y/bogey.im", BogeyMesh().Str()},
+        {"assets/bogey y/wheels.kin", BogeyAnimation().Str()},
         {"assets/kuid 4711 3001/config.txt", std::string(kPantographConfig)},
         {"assets/kuid 4711 3001/pantograph.im", PantographMesh().Str()},
     };
@@ -102,10 +104,15 @@ std::map<std::string, std::string> SampleAssets()
 
 std::map<std::string, std::string> SamplePictures()
 {
-    std::map<std::string, std::string> pictures;
-    for (const std::string name : {"underframe", "planks", "planks_bump", "doors", "sky", "load/crate"})
-        pictures.emplace("assets/wagon/" + name + ".tga", WhitePicture().Str());
-    return pictures;
+    return {
+        {"assets/wagon/underframe.tga", UnderframePicture().Str()},
+        {"assets/wagon/planks.tga", PlanksPicture().Str()},
+        {"assets/wagon/planks_bump.tga", PlanksBumpPicture().Str()},
+        {"assets/wagon/doors.tga", DoorsPicture().Str()},
+        {"assets/wagon/sky.tga", SkyPicture().Str()},
+        {"assets/wagon/load/crate.tga", CratePicture().Str()},
+        {"assets/bogey y/wheel.tga", WheelPicture().Str()},
+    };
 }
 
 void WriteSampleAssets(const std::filesystem::path& folder)

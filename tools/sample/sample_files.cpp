@@ -2,7 +2,9 @@
 
 #include "tools/sample/shapes.h"
 
+#include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -87,16 +89,17 @@ void AppendAttachments(Bytes& file, const std::vector<AttachmentPoint>& points)
     file.Block("ATCH", attachments);
 }
 
-/// A bone of the wagon, and where its door or handle is in a frame.
+/// A bone of a mesh, and where it is in a frame.
 struct BonePlan
 {
     std::string name;
     Vector position;
     std::vector<BonePlan> children;
-    /// Metres that the bone slides, and quarter turns about the y axis, from frame 0 to the middle of the
-    /// run.
+    /// What it does while the movement goes from 0 to 1: metres that it slides along the y axis, and turns
+    /// about the y and the x axis.
     float slide = 0;
     float turn = 0;
+    float roll = 0;
 };
 
 /// How far the right door is open in the mesh as stored, and how far the left one opens. In metres.
@@ -106,7 +109,7 @@ BonePlan WagonBones()
 {
     const auto door = [](const std::string& side, float x, float y, float slide)
     {
-        const BonePlan handle = {"b.r.handle." + side, {x > 0 ? 0.05F : -0.05F, 0.6F, 0}, {}, 0, 1};
+        const BonePlan handle = {"b.r.handle." + side, {x > 0 ? 0.05F : -0.05F, 0.6F, 0}, {}, 0, 0.25F};
         return BonePlan{"b.r.door." + side, {x, y, 1.6F}, {handle}, slide, 0};
     };
     return {"b.r.wagon",
@@ -135,14 +138,98 @@ Bytes AnimBone(const BonePlan& bone)
     return Bytes().Block("BONE", payload);
 }
 
-/// The pose of each bone, a bone before its children; `opened` runs from 0 to 1.
-void AppendPoses(Bytes& frame, const BonePlan& bone, float opened)
+/// The pose of each bone, a bone before its children; `moved` runs from 0 to 1. A bone turns or rolls, not
+/// both.
+void AppendPoses(Bytes& frame, const BonePlan& bone, float moved)
 {
     const auto& [x, y, z] = bone.position;
-    const float halfAngle = bone.turn * opened * 0.785398163F;
-    frame.Record(Keyframe{{x, y + bone.slide * opened, z}, {0, std::sin(halfAngle), 0, std::cos(halfAngle)}});
+    const float turn = bone.turn * moved * std::numbers::pi_v<float>;
+    const float roll = bone.roll * moved * std::numbers::pi_v<float>;
+    frame.Record(Keyframe{{x, y + bone.slide * moved, z},
+                          {std::sin(roll), std::sin(turn), 0, std::cos(turn) * std::cos(roll)}});
     for (const BonePlan& child : bone.children)
-        AppendPoses(frame, child, opened);
+        AppendPoses(frame, child, moved);
+}
+
+constexpr std::int32_t kFrames = 25;
+
+/// An animation in which `moved` gives how far the movement is in a frame.
+template <class Moved>
+Bytes Animation(std::string_view name, const BonePlan& bones, const Moved& moved)
+{
+    Bytes file = AnimHeader(name, kFrames);
+    file.Block("EVNT", Bytes().Long(0)).Block("SKEL", AnimBone(bones));
+    for (std::int32_t i = 0; i < kFrames; ++i)
+    {
+        Bytes frame = Bytes().Long(0).Long(i);
+        AppendPoses(frame, bones, moved(static_cast<float>(i)));
+        file.Block("FRAM", frame);
+    }
+    return file;
+}
+
+/// The distance of a bogey's axles from its middle, and their height, in metres.
+constexpr float kAxleY = 0.9F;
+constexpr float kAxleZ = -0.05F;
+
+BonePlan BogeyBones()
+{
+    const auto axle = [](const std::string& side, float y) {
+        return BonePlan{"b.r.axle." + side, {0, y, kAxleZ}, {}, 0, 0, 1};
+    };
+    return {"b.r.bogey", {}, {axle("front", kAxleY), axle("back", -kAxleY)}};
+}
+
+/// A TGA picture of 64 x 64 pixels. `shade` gives the brightness at a place, of which both coordinates run
+/// from 0 to 1, the second upwards. It multiplies the colour of the material.
+template <class Shade>
+Bytes Picture(const Shade& shade)
+{
+    constexpr std::int32_t kSide = 64;
+    constexpr char kTrueColour = 2;
+    constexpr char kBitsPerPixel = 24;
+    Bytes file;
+    file.Zeros(2).Record(kTrueColour).Zeros(9).Short(kSide).Short(kSide).Record(kBitsPerPixel).Zeros(1);
+    for (std::int32_t row = 0; row < kSide; ++row)
+    {
+        for (std::int32_t column = 0; column < kSide; ++column)
+        {
+            // Some grain, the same on every system.
+            const auto grain = static_cast<float>((row * 7 + column * 31 + row * column * 13) % 17) / 17;
+            const float brightness =
+                shade((static_cast<float>(column) + 0.5F) / kSide, (static_cast<float>(row) + 0.5F) / kSide) *
+                (0.92F + 0.08F * grain);
+            file.Text(std::string(3, static_cast<char>(static_cast<unsigned char>(255 * brightness))));
+        }
+    }
+    return file;
+}
+
+/// Whether a place is within `width` of a multiple of `step`.
+bool IsNear(float place, float step, float width)
+{
+    return std::abs(place - std::round(place / step) * step) < width;
+}
+
+/// Boards along the first coordinate, each of a shade of its own, with gaps between them.
+float Boards(float across, int count)
+{
+    const float boards = across * static_cast<float>(count);
+    if (IsNear(boards, 1, 0.06F))
+        return 0.45F;
+    return 0.82F + 0.18F * std::abs(std::sin(std::floor(boards) * 2.4F));
+}
+
+/// A frame around the picture, and a beam from corner to corner.
+bool IsInFrame(float x, float y) { return std::min({x, y, 1 - x, 1 - y}) < 0.09F || std::abs(x - y) < 0.06F; }
+
+bool IsInWheelGap(float x, float y)
+{
+    const float dx = x - 0.5F;
+    const float dy = y - 0.5F;
+    const float radius = std::hypot(dx, dy);
+    constexpr float kSpoke = 2 * std::numbers::pi_v<float> / 6;
+    return radius > 0.13F && radius < 0.38F && !IsNear(std::atan2(dy, dx), kSpoke, 0.05F / radius);
 }
 
 } // namespace
@@ -206,18 +293,8 @@ Bytes WagonMesh()
 
 Bytes WagonAnimation()
 {
-    constexpr std::int32_t kFrames = 25;
-    const BonePlan bones = WagonBones();
-    Bytes file = AnimHeader("doors", kFrames);
-    file.Block("EVNT", Bytes().Long(0)).Block("SKEL", AnimBone(bones));
-    for (std::int32_t i = 0; i < kFrames; ++i)
-    {
-        const float half = (kFrames - 1) / 2.0F;
-        Bytes frame = Bytes().Long(0).Long(i);
-        AppendPoses(frame, bones, 1 - std::abs(static_cast<float>(i) - half) / half);
-        file.Block("FRAM", frame);
-    }
-    return file;
+    constexpr float kHalf = (kFrames - 1) / 2.0F;
+    return Animation("doors", WagonBones(), [](float frame) { return 1 - std::abs(frame - kHalf) / kHalf; });
 }
 
 Bytes LoadMesh(int sides)
@@ -242,17 +319,25 @@ Bytes BogeyMesh()
     AddBox(frame, {-0.95F, 0, 0.1F}, {0.12F, 2.4F, 0.25F});
     AddBox(frame, {0.95F, 0, 0.1F}, {0.12F, 2.4F, 0.25F});
     AddBox(frame, {0, 0, 0.2F}, {1.9F, 0.5F, 0.2F});
-    Shape wheels;
-    for (const float y : {-0.9F, 0.9F})
+    Bytes file = MeshHeader(3);
+    AppendChunk(file, 0, ShortMaterial({0.32F, 0.33F, 0.36F}, {}), frame, "b.r.bogey");
+    for (const float y : {kAxleY, -kAxleY})
     {
+        Shape wheels;
         for (const float x : {-0.75F, 0.75F})
-            AddCylinder(wheels, 0, {x, y, -0.05F}, 0.13F, 0.45F, 20);
-        AddCylinder(wheels, 0, {0, y, -0.05F}, 1.5F, 0.08F, 8);
+            AddCylinder(wheels, 0, {x, y, kAxleZ}, 0.13F, 0.45F, 20);
+        AddCylinder(wheels, 0, {0, y, kAxleZ}, 1.5F, 0.08F, 8);
+        AppendChunk(
+            file, y > 0 ? 1 : 2,
+            LongMaterial("wheels.m.metal", {0.55F, 0.54F, 0.55F}, {{txtype::TEX_Diffuse, "wheel.texture"}}),
+            wheels, y > 0 ? "b.r.axle.front" : "b.r.axle.back");
     }
-    Bytes file = MeshHeader(2);
-    AppendChunk(file, 0, ShortMaterial({0.32F, 0.33F, 0.36F}, {}), frame);
-    AppendChunk(file, 1, LongMaterial("wheels.m.metal", {0.55F, 0.54F, 0.55F}, {}), wheels);
-    return file;
+    return file.Block("SKEL", Bytes().Long(1).Append(MeshBone(BogeyBones())));
+}
+
+Bytes BogeyAnimation()
+{
+    return Animation("wheels", BogeyBones(), [](float frame) { return frame / (kFrames - 1); });
 }
 
 Bytes PantographMesh()
@@ -267,21 +352,40 @@ Bytes PantographMesh()
     return file;
 }
 
-Bytes WhitePicture()
+Bytes UnderframePicture()
 {
-    constexpr std::int32_t kSide = 8;
-    constexpr char kTrueColour = 2;
-    constexpr char kBitsPerPixel = 24;
-    constexpr std::size_t kBytes = std::size_t{kSide} * kSide * kBitsPerPixel / 8;
-    return Bytes()
-        .Zeros(2)
-        .Record(kTrueColour)
-        .Zeros(9)
-        .Short(kSide)
-        .Short(kSide)
-        .Record(kBitsPerPixel)
-        .Zeros(1)
-        .Text(std::string(kBytes, '\xFF'));
+    return Picture([](float x, float y)
+                   { return IsNear(x, 0.25F, 0.02F) && IsNear(y, 0.25F, 0.02F) ? 0.6F : 0.95F; });
+}
+
+Bytes PlanksPicture()
+{
+    return Picture([](float, float y) { return Boards(y, 8); });
+}
+
+Bytes PlanksBumpPicture()
+{
+    return Picture([](float, float y) { return IsNear(y, 0.125F, 0.008F) ? 0.0F : 0.5F; });
+}
+
+Bytes DoorsPicture()
+{
+    return Picture([](float x, float y) { return IsInFrame(x, y) ? 0.7F : Boards(x, 6); });
+}
+
+Bytes SkyPicture()
+{
+    return Picture([](float, float y) { return 0.5F + y / 2; });
+}
+
+Bytes CratePicture()
+{
+    return Picture([](float x, float y) { return IsInFrame(x, y) ? 0.98F : Boards(y, 5) * 0.8F; });
+}
+
+Bytes WheelPicture()
+{
+    return Picture([](float x, float y) { return IsInWheelGap(x, y) ? 0.25F : 0.95F; });
 }
 
 } // namespace Sample

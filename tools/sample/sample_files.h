@@ -21,14 +21,23 @@ using ZLMIM::Testing::Bytes;
 /// detail.
 [[nodiscard]] Bytes LoadMesh(int sides);
 
-/// A bogey with two axles.
+/// A bogey with two axles, each on its bone.
 [[nodiscard]] Bytes BogeyMesh();
+
+/// The bogey's wheels turn once, as they do on the way forward: the skeleton of `BogeyMesh` in 25 frames.
+[[nodiscard]] Bytes BogeyAnimation();
 
 /// A pantograph of a few bars.
 [[nodiscard]] Bytes PantographMesh();
 
-/// A small TGA picture, white, so that each surface has the colour of its material.
-[[nodiscard]] Bytes WhitePicture();
+// The pictures of textures: small TGA files, in shades of grey that multiply the colours of materials.
+[[nodiscard]] Bytes UnderframePicture();
+[[nodiscard]] Bytes PlanksPicture();
+[[nodiscard]] Bytes PlanksBumpPicture();
+[[nodiscard]] Bytes DoorsPicture();
+[[nodiscard]] Bytes SkyPicture();
+[[nodiscard]] Bytes CratePicture();
+[[nodiscard]] Bytes WheelPicture();
 
 } // namespace Sample
 
