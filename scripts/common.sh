@@ -4,7 +4,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 # Packages that are needed to build the library and its programs.
-build_packages=(g++ cmake ninja-build libboost-dev libcli11-dev libglm-dev libstb-dev rapidjson-dev)
+build_packages=(
+    g++ cmake ninja-build libboost-dev libcli11-dev libglm-dev libjs-three libstb-dev rapidjson-dev)
 test_packages=("${build_packages[@]}" libgtest-dev)
 # Debian's python3 has numpy; the one that a user has installed beside it doesn't.
 python_packages=(pybind11-dev python3-dev python3-numpy)

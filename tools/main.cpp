@@ -11,7 +11,11 @@ int main(int argc, char** argv)
     try
     {
         SetUpOutput();
-        return RunProgram({InspectVerb(), ValidateVerb(), PictureVerb(), ExportVerb(), SampleVerb()},
+        return RunProgram({InspectVerb(), ValidateVerb(), PictureVerb(), ExportVerb(),
+#ifdef ZLMIM_HAS_VIEW
+                           ViewVerb(),
+#endif
+                           SampleVerb()},
                           Arguments(argc, argv));
     }
     catch (const std::exception& error)

@@ -11,6 +11,8 @@ namespace ZLMIM::Tools
 [[nodiscard]] Verb ValidateVerb();
 [[nodiscard]] Verb PictureVerb();
 [[nodiscard]] Verb ExportVerb();
+/// Only in programs that are built with libjs-three.
+[[nodiscard]] Verb ViewVerb();
 [[nodiscard]] Verb SampleVerb();
 
 } // namespace ZLMIM::Tools

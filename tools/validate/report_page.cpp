@@ -2,9 +2,9 @@
 
 #include "output.h"
 
+#include "tools/common/base64.h"
 #include "tools/common/text.h"
 
-#include <cstdint>
 #include <map>
 #include <string_view>
 
@@ -59,27 +59,11 @@ std::string Escaped(std::string_view text)
 
 std::string Escaped(std::u16string_view text) { return Escaped(Tools::Printable(text)); }
 
-std::string Base64(std::string_view bytes)
-{
-    constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text;
-    text.reserve((bytes.size() + 2) / 3 * 4);
-    for (std::size_t i = 0; i < bytes.size(); i += 3)
-    {
-        std::uint32_t group = 0;
-        for (std::size_t j = 0; j < 3; ++j)
-            group = group << 8 | (i + j < bytes.size() ? static_cast<unsigned char>(bytes[i + j]) : 0U);
-        for (std::size_t j = 0; j < 4; ++j)
-            text += i + j <= bytes.size() ? kDigits[group >> (18 - 6 * j) & 63] : '=';
-    }
-    return text;
-}
-
 void WritePicture(const std::string& png, std::u16string_view asset, std::ostream& out)
 {
     if (!png.empty())
-        out << "<img alt=\"Picture of " << Escaped(asset) << "\" src=\"data:image/png;base64," << Base64(png)
-            << "\">\n";
+        out << "<img alt=\"Picture of " << Escaped(asset) << "\" src=\"data:image/png;base64,"
+            << Tools::Base64(png) << "\">\n";
 }
 
 void WriteFinding(const Finding& finding, std::u16string_view asset, std::ostream& out)
