@@ -14,6 +14,7 @@ using ZLMIM::Testing::TempFolder;
 // Each writes its generated files into the folder, which must outlive the cases.
 
 [[nodiscard]] Case LargeMesh(const TempFolder& folder);
+[[nodiscard]] Case LargeExport(const TempFolder& folder);
 [[nodiscard]] Case LargeAnimation(const TempFolder& folder);
 [[nodiscard]] Case SmallMeshes(const TempFolder& folder);
 [[nodiscard]] std::vector<Case> References(const TempFolder& folder);

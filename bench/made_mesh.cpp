@@ -2,6 +2,7 @@
 
 #include "zlmim/model/records.h"
 
+#include <algorithm>
 #include <array>
 
 namespace Bench
@@ -43,9 +44,9 @@ Bytes Runs(std::int32_t vertices)
     for (std::int32_t i = 0; i < vertices; ++i)
         runs.Record(Vertex{static_cast<float>(i), 1, 2, 0.25F, 0.75F});
     for (std::int32_t i = 0; i < 3 * vertices; ++i)
-        runs.Short(i % 32'000);
+        runs.Short(i % std::min(vertices, 32'000));
     for (std::int32_t i = 0; i < 2 * vertices; ++i)
-        runs.Record(Vector{0, 0, static_cast<float>(i)});
+        runs.Record(Vector{0, 0, i % 2 == 0 ? 1.0F : -1.0F});
     return runs;
 }
 

@@ -55,6 +55,7 @@ std::vector<Group> AllGroups()
     { return [make](const Bench::TempFolder& folder) { return std::vector<Case>{make(folder)}; }; };
     return {{"mesh", one(Bench::LargeMesh)},
             {"animation", one(Bench::LargeAnimation)},
+            {"export", one(Bench::LargeExport)},
             {"small", one(Bench::SmallMeshes)},
             {"references", Bench::References},
             {"table", one(Bench::MeshTable)},
