@@ -176,12 +176,13 @@ def check_themes(page):
 
 
 def save_picture(page, file):
-    """The picture that the README shows: the left door, selected, while it opens."""
+    """The picture that the README shows: the right door, selected, while it opens."""
     page.browser.run("""
+        document.activeElement.blur();
+        zlmim.player.choose('all');
+        zlmim.player.seek(0.7);
         zlmim.look('corner');
-        zlmim.player.choose('0');
-        zlmim.player.seek(0.6);
-        zlmim.select(arguments[0], 3);
+        zlmim.select(arguments[0], 4);
         zlmim.stage.draw();""", page.number_of("default"))
     page.browser.screenshot(file)
 

@@ -99,7 +99,7 @@ function textureLine({ name, kind, amount }) {
 function showFindings(host, data, onSelect) {
     host.replaceChildren();
     for (const text of data.problems)
-        host.append(element('div', { className: 'finding error' }, element('p', { textContent: text })));
+        host.append(element('div', { className: 'finding error' }, element('span', { className: 'severity', textContent: 'not as it should be' }), element('p', { textContent: text })));
     if (data.findings.length === 0)
         host.append(element('p', { className: 'all-good', textContent: data.problems.length === 0 ? '✓ Nothing is wrong.' : '' }));
     for (const finding of data.findings)
@@ -135,9 +135,10 @@ function findingsBadge(data) {
 
 function showAbout(host, data) {
     const { asset } = data;
+    const entries = data.nodes.filter(({ kind }) => kind === 'entry');
     host.replaceChildren(definitions([
         ['file', data.path], ['name', asset.name], ['kuid', asset.kuid], ['kind', asset.kind], ['author', asset.author], ['build', asset.build],
         ['description', asset.description],
-        ['meshes', data.meshes.length], ['triangles', data.meshes.reduce((sum, mesh) => sum + mesh.polygons, 0)],
+        ['entries', entries.length], ['triangles', entries.reduce((sum, { mesh }) => sum + data.meshes[mesh].polygons, 0)],
     ]));
 }
