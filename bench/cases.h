@@ -21,6 +21,8 @@ using ZLMIM::Testing::TempFolder;
 [[nodiscard]] Case MeshTable(const TempFolder& folder);
 [[nodiscard]] Case BoneNames();
 [[nodiscard]] std::vector<Case> ComponentCalls(const TempFolder& folder);
+/// The floor is the load in C++. Only built with the package for Python.
+[[nodiscard]] Case PythonMesh(const TempFolder& folder);
 
 } // namespace Bench
 

@@ -48,12 +48,13 @@ std::vector<Hostile> Meshes()
     { return File(Hostile::Kind::Mesh, name, outcome, bytes); };
     const std::string bounds(kBounds);
     const std::string overflow(kOverflow);
-    // Each of these is its own successor: its size, or the length of a string, leads back to its first byte.
+    // Each of these blocks follows itself: its size, or the length of a string, leads back to its first byte.
     const auto chunk = MeshHeader(kHighest).Text("CHNK").Long(-8).Zeros(16);
     const auto texture = Bytes().Long(101).Zeros(44).Long(kHighest).Long(0).Long(-12).Zeros(8);
     const auto attachment = MeshHeader(0).Block("ATCH", Bytes().Long(1).Long(kHighest).Long(-52).Zeros(66));
     const auto bone = Bytes().Text("BONE").Long(-8).Zeros(40);
-    // The fields after its name are the 32 bytes before it. The last is a count of 1: it is its own child.
+    // The negative length of its name leads back, so its other fields are the 32 bytes before it. The last of
+    // them is the number of children, 1, and this child is the block itself.
     const auto ownChild = Bytes().Long(1).Text("BONE").Long(0).Long(1).Long(-48);
     return {
         mesh("chunk after itself", bounds, chunk),
@@ -80,7 +81,7 @@ std::vector<Hostile> Animations()
     const std::string bounds(kBounds);
     const auto leaf = AnimBone("r");
     const auto bone = Bytes().Text("BONE").Long(-8).Zeros(12);
-    // The size of the skeleton before it is also its count of 1.
+    // Likewise: its number of children is the size, 1, of the skeleton before it.
     const auto ownChild = Bytes().Text("SKEL").Long(1).Text("BONE").Long(0).Long(1).Long(-20);
     const auto skeleton = [](const Bytes& block)
     { return AnimHeader("n", 0).Block("EVNT", {}).Append(block); };

@@ -1,12 +1,12 @@
-# Installs what a user builds on: headers, the library as a shared and as a static one, the component, and what
-# CMake and pkg-config need to find them. Two components: `runtime`, and `dev` with the rest.
+# Installs the headers, the shared and the static library, the component, and the files for CMake and pkg-config. Two
+# components: `runtime`, and `dev` with the rest.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(cmake_folder ${CMAKE_INSTALL_LIBDIR}/cmake/zlmim)
 
-# Both kinds of the library, from the objects of the one that the project itself uses. Windows has the static one
-# alone: its hosts load the component.
+# Both kinds of the library, from the objects of the one that the project itself uses. On Windows there is only the
+# static one, since hosts load the component.
 get_target_property(type zlmim TYPE)
 if(type STREQUAL SHARED_LIBRARY)
     set(kind shared)
@@ -49,7 +49,7 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/zlmim-config-version.cmak
 install(FILES ${PROJECT_SOURCE_DIR}/cmake/zlmim-config.cmake ${PROJECT_BINARY_DIR}/zlmim-config-version.cmake
     DESTINATION ${cmake_folder} COMPONENT dev)
 
-# Found from where it lies, so that an installed tree may be moved.
+# Relative to the .pc file, so that an installed tree can be moved.
 set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH prefix_from_pkgconfig
     ${CMAKE_INSTALL_PREFIX}/${pkgconfig_folder} ${CMAKE_INSTALL_PREFIX})

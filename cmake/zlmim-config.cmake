@@ -1,6 +1,6 @@
-# `zlmim::shared` and `zlmim::static`, as far as they are installed, and `zlmim::zlmim`: the one that the asked
-# component names (`find_package(zlmim COMPONENTS static)`), else the shared one where there is one. `zlmim::host` is
-# for hosts of the component, which link nothing.
+# Defines `zlmim::shared` and `zlmim::static`, if they are installed. `zlmim::zlmim` is the requested component
+# (`find_package(zlmim COMPONENTS static)`); otherwise the shared one if there is one. `zlmim::host` is for hosts of the
+# component, which don't link it.
 include(${CMAKE_CURRENT_LIST_DIR}/zlmim-targets.cmake)
 
 foreach(kind IN LISTS zlmim_FIND_COMPONENTS ITEMS shared static)

@@ -1,6 +1,6 @@
-# `cpack -G DEB` makes three packages: libzlmim1 with what programs load, libzlmim-dev with what builds on it, and
-# zlmim-tools with the program `zlmim`.
-# The preset `package` has the folders of a Debian system. Who hands packages on names themselves by
+# `cpack -G DEB` makes four packages: libzlmim1 has the shared libraries, libzlmim-dev the files for developers,
+# zlmim-tools the program `zlmim`, and python3-zlmim the package for Python, which needs none of the others.
+# The preset `package` uses the folders of a Debian system. If you distribute packages, set your name by
 # `cpack -G DEB -D CPACK_PACKAGE_CONTACT="Name <address>"`.
 set(CPACK_PACKAGE_VENDOR "The ZLMIM authors")
 set(CPACK_PACKAGE_CONTACT "The ZLMIM authors <authors@zlmim.invalid>")
@@ -11,6 +11,9 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime dev)
 if(ZLMIM_BUILD_TOOLS)
     list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
+if(ZLMIM_BUILD_PYTHON)
+    list(APPEND CPACK_COMPONENTS_ALL python)
 endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
@@ -43,7 +46,22 @@ The program zlmim shows what meshes, animations and asset descriptions
 hold, says what is wrong with them and where, and draws them into PNG
 files.")
 
-# What a Debian package tells of itself, in its folder of documentation.
+# The module is built for one version of Python.
+if(ZLMIM_BUILD_PYTHON)
+    math(EXPR next "${Python_VERSION_MINOR} + 1")
+    set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "python3 (>= 3.${Python_VERSION_MINOR}~), python3 (<< 3.${next}~), python3-numpy")
+endif()
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-zlmim)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+    ${PROJECT_SOURCE_DIR}/packaging/python/postinst ${PROJECT_SOURCE_DIR}/packaging/python/prerm)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PYTHON_DESCRIPTION "reads 3D assets of the ZLM railway simulator in Python
+The module zlmim loads meshes, animations and asset descriptions, with the
+meshes, animations and further assets that they name, into an object
+model, whose arrays are numpy views.")
+
+# The documentation that a Debian package must contain.
 find_program(GZIP gzip)
 if(GZIP)
     set(folder ${PROJECT_BINARY_DIR}/packaging)
@@ -52,7 +70,7 @@ if(GZIP)
     configure_file(CHANGELOG.md ${folder}/changelog COPYONLY)
     execute_process(COMMAND ${GZIP} -9nkf changelog changelog.Debian
         WORKING_DIRECTORY ${folder} COMMAND_ERROR_IS_FATAL ANY)
-    foreach(component IN ITEMS RUNTIME DEV TOOLS)
+    foreach(component IN ITEMS RUNTIME DEV TOOLS PYTHON)
         string(TOLOWER ${component} lower)
         install(FILES packaging/copyright ${folder}/changelog.gz ${folder}/changelog.Debian.gz
             DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${component}_PACKAGE_NAME}

@@ -3,11 +3,13 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# What the library and the programs around it are built from.
+# Packages that are needed to build the library and its programs.
 build_packages=(
     g++ cmake ninja-build libboost-dev libcli11-dev libglm-dev libjs-three libstb-dev rapidjson-dev)
 test_packages=("${build_packages[@]}" libgtest-dev)
-package_packages=("${build_packages[@]}" dpkg-dev file help2man lintian)
+# Debian's python3 has numpy; the one that a user has installed beside it doesn't.
+python_packages=(pybind11-dev python3-dev python3-numpy)
+package_packages=("${build_packages[@]}" "${python_packages[@]}" dpkg-dev file help2man lintian)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then
@@ -17,7 +19,7 @@ as_root() {
     fi
 }
 
-# Notes that something can't be tested here, and why: CI repeats it at its end.
+# Records that something can't be tested here, and why. CI prints these notes at its end.
 skip() {
     echo "Not tested: $*"
     mkdir -p build
@@ -35,7 +37,7 @@ need_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
-# Configures and builds a preset; further words go to the configuration.
+# Configures and builds a preset. Further arguments are passed to the configuration.
 build_preset() {
     local preset=$1
     shift

@@ -68,7 +68,7 @@ TEST(AnimHeader, FailsByWhereTheFileEnds)
 {
     const auto info = [](std::int32_t size)
     { return Bytes().Text("JIRF....ANIM....").Long(size).Long(7).String("").Long(0).Long(25).Single(3); };
-    const auto events = [&](std::int32_t lie) { return info(20).Block("EVNT", {}, lie); };
+    const auto events = [&](std::int32_t sizeError) { return info(20).Block("EVNT", {}, sizeError); };
     const auto skeleton = Bytes().Append(AnimSkeleton(AnimBone("A")));
     const auto noJirf = u"Not a ZL file - no JIRF";
     const auto noAnim = u"Not a ZLM ANIM file - no ANIM";

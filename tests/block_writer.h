@@ -45,10 +45,10 @@ public:
     }
     Bytes& Append(const Bytes& more) { return Text(more.mBytes); }
 
-    /// A block: tag, size, payload. The size field is off by `lie`.
-    Bytes& Block(std::string_view tag, const Bytes& payload, std::int32_t lie = 0)
+    /// A block: tag, size, payload. `sizeError` is added to the size field.
+    Bytes& Block(std::string_view tag, const Bytes& payload, std::int32_t sizeError = 0)
     {
-        return Text(tag).Long(static_cast<std::int32_t>(payload.Size()) + lie).Append(payload);
+        return Text(tag).Long(static_cast<std::int32_t>(payload.Size()) + sizeError).Append(payload);
     }
 
     [[nodiscard]] std::size_t Size() const { return mBytes.size(); }

@@ -30,7 +30,7 @@ constexpr WORD kGet = DISPATCH_PROPERTYGET;
 constexpr WORD kPut = DISPATCH_PROPERTYPUT;
 constexpr WORD kMethod = DISPATCH_METHOD;
 
-/// A call by name with every parameter of `IDispatch::Invoke` under control. Results start as garbage.
+/// A call by name with all parameters of `IDispatch::Invoke`. Results are initially garbage.
 struct RawCall
 {
     explicit RawCall(std::vector<VARIANT> given, std::vector<DISPID> named = {})
@@ -67,7 +67,7 @@ struct RawCall
     return source.Copy() + u": " + description.Copy();
 }
 
-TEST(ComponentCalls, RefusesBadCallsByName)
+TEST(ComponentCalls, RejectBadCallsByName)
 {
     const auto geometry = New<_Geometry>();
     ASSERT_EQ(geometry->put_MaxIndex(3), S_OK);
@@ -206,7 +206,7 @@ TEST(ComponentCalls, RefusesBadCallsByName)
     EXPECT_EQ(ids[1], DISPID_UNKNOWN);
 }
 
-TEST(ComponentCalls, TakesArgumentsByPositionAndByName)
+TEST(ComponentCalls, AcceptArgumentsByPositionAndByName)
 {
     const auto geometry = New<_Geometry>();
     ASSERT_EQ(geometry->put_MaxIndex(3), S_OK);
@@ -256,16 +256,16 @@ template <class T>
     return variant;
 }
 
-TEST(ComponentCalls, ConvertsNumbersAndTexts)
+TEST(ComponentCalls, ConvertNumbersAndTexts)
 {
     constexpr float kMax = std::numeric_limits<float>::max();
     const auto text = [](std::u16string_view characters) { return Of(VT_BSTR, Text::Allocate(characters)); };
     const struct
     {
-        std::u16string_view property; // of a material: a number, a float, a text
+        std::u16string_view property; // of a material: an integer, a float or a text
         VARIANT given;
         HRESULT status;
-        std::u16string_view text; // of what is then stored
+        std::u16string_view text; // of the stored value
     } cases[] = {
         {u"Version", Of(VT_I1, std::int8_t{-128}), S_OK, u"-128"},
         {u"Version", Of(VT_UI1, std::uint8_t{255}), S_OK, u"255"},
@@ -307,7 +307,7 @@ TEST(ComponentCalls, ConvertsNumbersAndTexts)
         {u"Name", Of(VT_EMPTY, 0), S_OK, u""},
         {u"Name", Of(VT_NULL, 0), DISP_E_TYPEMISMATCH, u""},
 #ifndef _WIN32
-        // Wine makes negative numbers of these.
+        // Wine converts these to negative numbers.
         {u"Version", Of(VT_UI4, std::uint32_t{2147483648}), DISP_E_OVERFLOW, u""},
         {u"Version", Of(VT_UINT, std::uint32_t{4294967295}), DISP_E_OVERFLOW, u""},
 #endif
@@ -332,7 +332,7 @@ TEST(ComponentCalls, ConvertsNumbersAndTexts)
     }
 }
 
-TEST(ComponentCalls, UnsetsObjectsByEmptyAndNull)
+TEST(ComponentCalls, UnsetObjectsByEmptyAndNull)
 {
     for (const VARTYPE type :
          {VARTYPE{VT_EMPTY}, VARTYPE{VT_NULL}, VARTYPE{VT_DISPATCH}, VARTYPE{VT_UNKNOWN}})
@@ -372,7 +372,7 @@ TEST(ComponentCalls, ReportWhatFailedBySlotAndByName)
               text);
     EXPECT_EQ(call.exception.bstrHelpFile, nullptr);
     EXPECT_EQ(TakenError(), u"none");
-    // Without a place for it the text stays with the thread.
+    // If the caller passes no EXCEPINFO, the text is the thread's error.
     DISPPARAMS parameters{call.arguments.data(), nullptr, 1, 0};
     EXPECT_EQ(mesh->Invoke(IdOf(mesh.Get(), u"Load"), kNoInterface, 0, kMethod, &parameters, nullptr, nullptr,
                            nullptr),

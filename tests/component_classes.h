@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-/// The classes as hosts know them, written out. Tests compare the component's tables and the type library
+/// The classes as hosts know them, written by hand. Tests compare the component's tables and the type library
 /// with them.
 namespace ZLMIM::Testing
 {

@@ -31,7 +31,7 @@ template <class Function>
 
 [[nodiscard]] inline GetClassObject ClassObjects() { return Exported<GetClassObject>("DllGetClassObject"); }
 
-/// Whether the module can be unloaded, since no host holds any of its objects.
+/// Whether the module can be unloaded: hosts have released all its objects.
 [[nodiscard]] inline bool IsIdle()
 {
     return Exported<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")() == S_OK;

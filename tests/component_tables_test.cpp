@@ -53,7 +53,7 @@ using Component::Passing;
     return text + (member.result.type ? separator + TextOf(member.result, "out, retval") : "") + ")";
 }
 
-TEST(ComponentTables, AreThoseThatHostsKnow)
+TEST(ComponentTables, MatchTheClassesThatHostsKnow)
 {
     const auto classes = Component::Classes();
     ASSERT_EQ(classes.size(), std::size(kExpectedClasses));
@@ -133,7 +133,7 @@ TEST(ComponentTables, DescribeRecordsAndEnumerations)
     EXPECT_EQ(found, std::size(kExpectedTypes));
 }
 
-/// Gives objects names, by which they are recognised when a host reads them.
+/// Gives names to objects, so that a test recognises them when a host reads them.
 class Labels
 {
 public:
@@ -154,7 +154,7 @@ private:
     std::map<const void*, std::string> mLabels;
 };
 
-/// An object of each class with a different value in each property, and what a host then reads.
+/// An object of each class with a different value in each property, and the values that a host reads.
 struct FilledClass
 {
     void (*fill)(void* object, Labels& labels);
@@ -305,7 +305,7 @@ const FilledClass kFilledClasses[] = {
      },
      "Children=children Name=b Version=3 Parent=parent Position=1,2,3 Rotation=4,5,6,7 "}};
 
-/// The bytes of a property as its slot returns them.
+/// The bytes that the slot of a property returns.
 union Value
 {
     LONG number;
@@ -315,7 +315,7 @@ union Value
     float fields[12];
 };
 
-/// An object of the module, which C++ code reaches as well.
+/// An object of the module that C++ code can access directly, too.
 class TestObject
 {
 public:
@@ -466,7 +466,7 @@ Registry registry;
     return found == registry.end() ? std::nullopt : std::optional(found->second);
 }
 
-TEST(Registration, EntersAllIdentifiersAndLeavesWhatOthersUse)
+TEST(Registration, WritesAllIdentifiersAndKeepsThoseOfOthers)
 {
     const std::u16string collection = u"Interface\\{A4C46780-499F-101B-BB78-00AA00383CBB}";
     const std::u16string library = u"TypeLib\\{C0809775-1978-4774-BA3F-7A1E622C8515}\\14.1";

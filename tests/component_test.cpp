@@ -159,7 +159,7 @@ TEST(Component, LoadsAnAssetAndReportsFailures)
     EXPECT_EQ(Text::Copy(same.bstrVal), u"B");
 }
 
-TEST(Component, ListsTakeOnlyWhatTheyHoldAndCountFromOne)
+TEST(Component, ListsAcceptOnlyTheirTypeAndCountFromOne)
 {
     const auto bone = New<_Bone>();
     const auto list = ReadObject(bone, &_Bone::get_Children);
@@ -170,12 +170,12 @@ TEST(Component, ListsTakeOnlyWhatTheyHoldAndCountFromOne)
     Variant nothing(static_cast<IDispatch*>(nullptr));
     Variant number(LONG{2});
     Variant key(std::u16string_view(u"key"));
-    Variant leftOut;
-    EXPECT_EQ(list->Add(&item, &leftOut, &leftOut, &leftOut), S_OK);
-    EXPECT_EQ(list->Add(&nothing, &leftOut, &leftOut, &leftOut), S_OK);
-    EXPECT_EQ(list->Add(&wrong, &leftOut, &leftOut, &leftOut), E_INVALIDARG);
-    EXPECT_EQ(list->Add(&number, &leftOut, &leftOut, &leftOut), DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(list->Add(&item, &key, &leftOut, &leftOut), E_INVALIDARG);
+    Variant omitted;
+    EXPECT_EQ(list->Add(&item, &omitted, &omitted, &omitted), S_OK);
+    EXPECT_EQ(list->Add(&nothing, &omitted, &omitted, &omitted), S_OK);
+    EXPECT_EQ(list->Add(&wrong, &omitted, &omitted, &omitted), E_INVALIDARG);
+    EXPECT_EQ(list->Add(&number, &omitted, &omitted, &omitted), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(list->Add(&item, &key, &omitted, &omitted), E_INVALIDARG);
     EXPECT_EQ(bone->putref_Parent(reinterpret_cast<_Bone*>(stranger.Get())), E_INVALIDARG);
     EXPECT_EQ(bone->putref_Children(reinterpret_cast<_Collection*>(child.Get())), E_INVALIDARG);
 
@@ -191,9 +191,9 @@ TEST(Component, ListsTakeOnlyWhatTheyHoldAndCountFromOne)
 
     const auto model = New<_ZLMModel>();
     const auto names = ReadObject(model, &_ZLMModel::get_BogieNames);
-    VARIANT reference = ReferenceTo(leftOut);
-    EXPECT_EQ(names->Add(&number, &leftOut, &leftOut, &leftOut), DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(names->Add(&key, &reference, &leftOut, &leftOut), S_OK);
+    VARIANT reference = ReferenceTo(omitted);
+    EXPECT_EQ(names->Add(&number, &omitted, &omitted, &omitted), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(names->Add(&key, &reference, &omitted, &omitted), S_OK);
     Variant place(LONG{1});
     EXPECT_EQ(names->Item(&place, &place), S_OK);
     EXPECT_EQ(place.vt, VT_BSTR);
@@ -280,7 +280,7 @@ TEST(ComponentEnumerator, SkipsNothingIfEntriesAreRemoved)
     ASSERT_EQ(fresh->Reset(), S_OK);
     list.Remove(1);
     EXPECT_EQ(Enumeration::Next(list.enumerator), u"b");
-    list.Remove(2); // c, which hasn't been received
+    list.Remove(2); // c, which the enumerator hasn't returned yet
     EXPECT_EQ(Enumeration::Next(list.enumerator), u"d");
     list.Remove(2);
     list.Remove(1);
@@ -291,7 +291,7 @@ TEST(ComponentEnumerator, SkipsNothingIfEntriesAreRemoved)
     EXPECT_EQ(Enumeration::Next(other.enumerator), u"y");
 }
 
-TEST(Component, CopiesRecordsAndRefusesBadIndices)
+TEST(Component, CopiesRecordsAndRejectsBadIndices)
 {
     const auto geometry = New<_Geometry>();
     Vertex vertex{1, 2, 3, 4, 5};
@@ -310,7 +310,7 @@ TEST(Component, CopiesRecordsAndRefusesBadIndices)
     EXPECT_EQ(geometry->GetVertex(nullptr, &read, &isThere), E_POINTER);
     EXPECT_EQ(geometry->GetVertex(&index, nullptr, &isThere), E_POINTER);
 
-    // By name: a record from one property into another place, and a wrong one.
+    // By name: copies a record to another property, and rejects a wrong one.
     const auto bone = New<_Bone>();
     Vector position{6, 7, 8};
     ASSERT_EQ(bone->put_Position(&position), S_OK);
@@ -318,8 +318,8 @@ TEST(Component, CopiesRecordsAndRefusesBadIndices)
     ASSERT_EQ(Call(bone.Get(), u"position", DISPATCH_PROPERTYGET, {}, record.Out()), S_OK);
     EXPECT_EQ(Call(bone.Get(), u"Rotation", DISPATCH_PROPERTYPUT, {&record}), DISP_E_TYPEMISMATCH);
     const auto normals = ReadObject(geometry, &_Geometry::get_FaceNormals);
-    Variant leftOut;
-    EXPECT_EQ(normals->Add(&record, &leftOut, &leftOut, &leftOut), S_OK);
+    Variant omitted;
+    EXPECT_EQ(normals->Add(&record, &omitted, &omitted, &omitted), S_OK);
     ASSERT_EQ(geometry->put_MaxVertNormal(1), S_OK);
     Variant zero(0.4F);
     Variant copy;
@@ -327,10 +327,10 @@ TEST(Component, CopiesRecordsAndRefusesBadIndices)
     EXPECT_EQ(Call(geometry.Get(), u"SetVertexNormal", DISPATCH_METHOD, {&zero, &record}), S_OK);
     static_cast<Vector*>(copy.pvRecord)->x = 0;
     VARIANT reference = ReferenceTo(copy);
-    Variant answer;
-    EXPECT_EQ(Call(geometry.Get(), u"GetVertexNormal", DISPATCH_METHOD, {&zero, &reference}, &answer), S_OK);
-    EXPECT_EQ(answer.vt, VT_BOOL);
-    EXPECT_EQ(answer.boolVal, VARIANT_TRUE);
+    Variant result;
+    EXPECT_EQ(Call(geometry.Get(), u"GetVertexNormal", DISPATCH_METHOD, {&zero, &reference}, &result), S_OK);
+    EXPECT_EQ(result.vt, VT_BOOL);
+    EXPECT_EQ(result.boolVal, VARIANT_TRUE);
     EXPECT_EQ(*static_cast<Vector*>(copy.pvRecord), position);
 }
 
@@ -371,7 +371,7 @@ TEST(Component, RingsOfAHostLiveUntilItBreaksThem)
               S_OK);
     entry.Reset();
     model.Reset();
-    // Nobody holds the ring any more, but it holds itself, and doesn't keep the module loaded.
+    // The ring keeps itself alive, but doesn't keep the module loaded.
     const auto held = std::static_pointer_cast<ZLMModel>(watched.lock());
     ASSERT_TRUE(held);
     EXPECT_EQ(Component::LiveCount, 0);

@@ -18,9 +18,9 @@ namespace
 
 using namespace std::string_view_literals;
 
-TEST(DiskTextStream, EndsLinesAtEachKindOfEnd)
+TEST(DiskTextStream, RecognisesEachLineEnd)
 {
-    const std::string piece(4'095, 'x'); // up to the stream's last byte but one before it reads on
+    const std::string piece(4'095, 'x'); // one byte less than the stream's buffer
     const std::u16string wide(4'095, u'x');
     const std::pair<std::string, std::vector<std::u16string>> cases[] = {
         {"", {}},
@@ -45,7 +45,7 @@ TEST(DiskTextStream, EndsLinesAtEachKindOfEnd)
     }
 }
 
-TEST(ReadConfigLine, TellsKeyAndValue)
+TEST(ReadConfigLine, SplitsKeyAndValue)
 {
     const struct
     {
@@ -156,7 +156,7 @@ TEST(FirstConfigValue, KeepsNoMoreOfALineThanASearchNeeds)
     }
 }
 
-TEST(LodNumber, ReadsAsFarAsANumberGoes)
+TEST(LodNumber, StopsAtTheEndOfTheNumber)
 {
     const std::pair<std::u16string_view, double> cases[] = {
         {u"1", 1},   {u"1 {", 1},  {u"1.0", 1},   {u"01", 1},     {u" + 1 . 0\t0x", 1},

@@ -49,7 +49,7 @@ bool IsSignalling(const T& value)
     return std::memcmp(&value, Signalling(sizeof(T) / 4).Str().data(), sizeof(T)) == 0;
 }
 
-TEST(SignallingNaNs, LeaveAMeshAsTheyAreInTheFile)
+TEST(SignallingNaNs, KeepTheirBitsInAMesh)
 {
     const auto material = Bytes()
                               .Long(102)
@@ -101,7 +101,7 @@ TEST(SignallingNaNs, LeaveAMeshAsTheyAreInTheFile)
         EXPECT_TRUE(IsSignalling(*field));
 }
 
-TEST(SignallingNaNs, LeaveAnAnimationAsTheyAreInTheFile)
+TEST(SignallingNaNs, KeepTheirBitsInAnAnimation)
 {
     const auto info = Bytes().Long(100).String("n").Long(2).Long(30).Append(Signalling(1));
     const auto frame = [](std::int32_t number, int floats)
@@ -124,7 +124,7 @@ TEST(SignallingNaNs, LeaveAnAnimationAsTheyAreInTheFile)
     EXPECT_TRUE(IsSignalling(anim.RootBone->GetFrame(2)));
 }
 
-TEST(SignallingNaNs, AreStoredAsTheHostHasThem)
+TEST(SignallingNaNs, KeepTheirBitsWhenAHostStoresThem)
 {
     Collection<Vector> list;
     list.Add(SignallingRecord<Vector>());
@@ -151,7 +151,7 @@ TEST(SignallingNaNs, AreStoredAsTheHostHasThem)
     EXPECT_TRUE(IsSignalling(bone.GetFrame(0)));
 }
 
-/// `number` rounded to the 24 bits of a float, to the even one of two as near.
+/// `number` rounded to the 24 bits of a float, ties to even.
 std::int64_t RoundedToFloat(std::int64_t number)
 {
     auto bits = static_cast<std::uint64_t>(std::abs(number));

@@ -108,7 +108,7 @@ TEST(Export, MapsEachKindOfPrimitiveAndLeavesOutWhatIsBroken)
         PrimFlag type;
         std::vector<int> indices;
         std::int32_t mode;
-        std::vector<std::uint16_t> written; // empty if the chunk is left out
+        std::vector<std::uint16_t> written; // empty if the chunk is skipped
         std::string repair = {};
     } cases[] = {
         {PrimFlag::POINTS, {0, 3}, 0, {0, 3}},
@@ -165,7 +165,7 @@ TEST(Export, RepairsNormals)
     {
         PrimFlag type;
         std::vector<Vector> stored;
-        std::vector<Vector> written; // empty if left out
+        std::vector<Vector> written; // empty if skipped
     } cases[] = {
         {PrimFlag::TRI_FAN,
          {{0, 3, 4}, up, {1e-30F, 0, 0}, {0, -3e38F, 0}},
@@ -198,7 +198,7 @@ TEST(Export, LeavesOutChunksWithNumbersThatAreNone)
     ASSERT_EQ(gltf.Meshes.at(0).Primitives.size(), 1);
     EXPECT_EQ(gltf.Meshes[0].Primitives[0].Chunk, 2);
     EXPECT_EQ(repairs, (std::vector<std::string>{
-                           "chunks 1, 3: a chunk with infinite or undefined coordinates is left out"}));
+                           "chunks 1, 3: a chunk with infinite or undefined coordinates is skipped"}));
     const auto flipped = ExportOf({good}, {.IsVFlipped = true}).Gltf;
     EXPECT_EQ(Read<glm::vec2>(flipped, flipped.Meshes[0].Primitives[0].Coordinates),
               std::vector(4, glm::vec2(0.25, 0.25)));

@@ -96,7 +96,7 @@ TEST(FileCursorFixedSizes, CanReadTheZeroAfterTheFileButNoFurther)
     EXPECT_EQ(message, "4 bytes at 3, data ends at 4");
 }
 
-TEST(FileCursorText, MovesByTheStoredLengthWhereverTheTextEnds)
+TEST(FileCursorText, AdvancesByTheStoredLength)
 {
     const auto tag = [](std::int32_t n) { return [n](FileCursor& c) { return c.GetTag(n); }; };
     const auto string = [](FileCursor& c) { return c.GetString(); };
@@ -177,7 +177,7 @@ TEST(FileCursor, ReadsAtMostTwiceTheFilePlus65536Bytes)
         ASSERT_TRUE(
             cursor.LoadBytes(Bytes().Zeros(9'999).Span(), TestBudget(), fileSize, EmptyFile::Refused));
         ASSERT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize,
-                                     EmptyFile::Refused)); // on its own allowance
+                                     EmptyFile::Refused)); // has an allowance of its own
         for (int i = 0; i < times; ++i)
         {
             cursor.Pos = 0;
@@ -203,7 +203,7 @@ TEST(FileCursorLoadFile, LoadsOnlyRegularFilesOfAnAllowedLength)
         std::u16string_view name;
         EmptyFile emptyFile;
         bool isLoaded;
-        std::int32_t fileSize; // 77 before
+        std::int32_t fileSize; // 77 before the load
     } cases[] = {
         {u"three", EmptyFile::Refused, true, 3},       {u"THREE", EmptyFile::Refused, true, 3},
         {u"empty", EmptyFile::Refused, false, 0},      {u"empty", EmptyFile::Accepted, true, 0},

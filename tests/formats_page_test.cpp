@@ -30,7 +30,7 @@ std::vector<unsigned char> DumpOfPage()
     return bytes;
 }
 
-TEST(FormatsPage, DumpIsTheMeshThatItTells)
+TEST(FormatsPage, DumpLoadsAsDescribed)
 {
     const auto file = DumpOfPage();
     ASSERT_EQ(file.size(), 350U);

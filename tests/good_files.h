@@ -45,12 +45,12 @@ inline Bytes AnimWith(std::int32_t frameCount, const Bytes& root)
 }
 
 /// A FRAM block. Poses differ only in x of the position.
-inline Bytes Frame(std::int32_t number, std::initializer_list<float> poses, std::int32_t lie = 0)
+inline Bytes Frame(std::int32_t number, std::initializer_list<float> poses, std::int32_t sizeError = 0)
 {
     auto payload = Bytes().Long(-1).Long(number);
     for (const float x : poses)
         payload.Record(Keyframe{{x, 0, 0}, {0, 0, 0.6f, 0.8f}});
-    return Bytes().Block("FRAM", payload, lie);
+    return Bytes().Block("FRAM", payload, sizeError);
 }
 
 /// A mesh file with every block: a chunk in the short forms that hangs from D, one in the long forms, and the

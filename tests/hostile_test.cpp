@@ -9,7 +9,8 @@ namespace ZLMIM::Testing
 namespace
 {
 
-/// Loads the bytes, from a buffer of their own size, into two models, which must end up alike and sound.
+/// Loads the bytes into `model` and a second model, which must be equal and consistent. The buffer has
+/// exactly the size of the bytes, so that sanitizers detect any read past the end.
 template <class Model>
 std::string LoadAndWalk(Model& model, std::span<const std::byte> file)
 {
@@ -30,7 +31,8 @@ void LoadEveryPrefix(const Bytes& good)
         Model model;
         const auto outcome = LoadAndWalk(model, good.Span().first(size));
 
-        // Both good files read the same without their last byte or with it: the data ends with a 0.
+        // Both good files end with a 0. As the data is followed by a 0, they load without their last byte,
+        // too.
         EXPECT_TRUE(outcome == "true" || size + 1 < good.Size()) << outcome;
         EXPECT_EQ(model.FileSize, static_cast<std::int32_t>(size));
     }
@@ -48,16 +50,16 @@ void LoadWithEachByteChanged(const Bytes& good)
             SCOPED_TRACE(testing::Message() << "byte " << at << " = " << value);
             file[at] = static_cast<std::byte>(value);
             Model model;
-            static_cast<void>(LoadAndWalk(model, file)); // the rows below check the result
+            static_cast<void>(LoadAndWalk(model, file)); // the tests below check results
         }
         file[at] = old;
     }
 }
 
-TEST(DamagedMesh, AnswersOrRaisesForEveryPrefix) { LoadEveryPrefix<Mesh>(GoodMesh()); }
-TEST(DamagedAnim, AnswersOrRaisesForEveryPrefix) { LoadEveryPrefix<Anim>(GoodAnim()); }
-TEST(DamagedMesh, AnswersOrRaisesForEachByteChanged) { LoadWithEachByteChanged<Mesh>(GoodMesh()); }
-TEST(DamagedAnim, AnswersOrRaisesForEachByteChanged) { LoadWithEachByteChanged<Anim>(GoodAnim()); }
+TEST(DamagedMesh, ReturnsOrThrowsForEveryPrefix) { LoadEveryPrefix<Mesh>(GoodMesh()); }
+TEST(DamagedAnim, ReturnsOrThrowsForEveryPrefix) { LoadEveryPrefix<Anim>(GoodAnim()); }
+TEST(DamagedMesh, ReturnsOrThrowsForEachChangedByte) { LoadWithEachByteChanged<Mesh>(GoodMesh()); }
+TEST(DamagedAnim, ReturnsOrThrowsForEachChangedByte) { LoadWithEachByteChanged<Anim>(GoodAnim()); }
 
 template <class AnyBone>
 std::int32_t Levels(std::shared_ptr<AnyBone> bone)
@@ -70,7 +72,7 @@ std::int32_t Levels(std::shared_ptr<AnyBone> bone)
 
 /// Chunks, attachments, children of the root (-1 where there is no list), levels of the tree; `BoneCount`,
 /// `VertexCount`, `TextureCount`.
-std::vector<std::int32_t> StandingOf(const Mesh& mesh)
+std::vector<std::int32_t> WhatWasRead(const Mesh& mesh)
 {
     return {mesh.Chunks ? mesh.Chunks->Count() : -1,
             mesh.Attachments ? mesh.Attachments->Count() : -1,
@@ -81,7 +83,7 @@ std::vector<std::int32_t> StandingOf(const Mesh& mesh)
             mesh.TextureCount};
 }
 
-TEST(HostileMesh, EndsAtItsAllowancesAndKeepsWhatStood)
+TEST(HostileMesh, EndsAtItsLimitsAndKeepsWhatWasRead)
 {
     const auto chunk = [](std::string_view tag, const Bytes& block)
     { return MeshHeader(1).Block("CHNK", Bytes().Long(1).Long(1).Block(tag, block)); };
@@ -90,13 +92,14 @@ TEST(HostileMesh, EndsAtItsAllowancesAndKeepsWhatStood)
         const std::array<std::int32_t, 5> counts = {vertices, 0, indices, faceNormals, 0};
         return chunk("GEOM", Bytes().Long(200).Zeros(8).Record(counts).Zeros(64));
     };
-    // Each of these is its own successor: its size, or a string's length, leads back to its first byte.
+    // Each of these blocks follows itself: its size, or the length of a string, leads back to its first byte.
     const auto selfChunk = MeshHeader(kHighest).Text("CHNK").Long(-8).Zeros(16);
     const auto selfTexture = Bytes().Long(101).Zeros(44).Long(kHighest).Long(0).Long(-12).Zeros(8);
     const auto selfAttachment = [](std::int32_t count)
     { return MeshHeader(0).Block("ATCH", Bytes().Long(1).Long(count).Long(-52).Zeros(66)); };
     const auto selfBone = Bytes().Text("BONE").Long(-8).Zeros(40);
-    // The fields after its name are the 32 bytes before it. The last is a count of 1: it is its own child.
+    // The negative length of its name leads back, so its other fields are the 32 bytes before it. The last of
+    // them is the number of children, 1, and this child is the block itself.
     const auto ownChild = Bytes().Long(1).Text("BONE").Long(0).Long(1).Long(-48);
 
     const struct
@@ -104,18 +107,18 @@ TEST(HostileMesh, EndsAtItsAllowancesAndKeepsWhatStood)
         const char* name;
         Bytes file;
         const char* outcome;
-        std::vector<std::int32_t> standing;
+        std::vector<std::int32_t> read;
     } cases[] = {
-        {"chunks without end", selfChunk, "BoundsError", {4104, -1, -1, 0, 0, 0, 0}},
+        {"endless chunks", selfChunk, "BoundsError", {4104, -1, -1, 0, 0, 0, 0}},
         {"chunks past the file",
          MeshHeader(kHighest).Block("CHNK", Bytes().Zeros(12)),
          "BoundsError",
          {1, -1, -1, 0, 0, 0, 0}},
-        {"textures without end", chunk("MATL", selfTexture), "BoundsError", {0, -1, -1, 0, 0, 0, kHighest}},
-        {"attachments without end", selfAttachment(kHighest), "BoundsError", {0, 1265, -1, 0, 0, 0, 0}},
+        {"endless textures", chunk("MATL", selfTexture), "BoundsError", {0, -1, -1, 0, 0, 0, kHighest}},
+        {"endless attachments", selfAttachment(kHighest), "BoundsError", {0, 1265, -1, 0, 0, 0, 0}},
         {"as many as allowed", selfAttachment(1265), "true", {0, 1265, -1, 0, 0, 0, 0}},
         {"one more", selfAttachment(1266), "BoundsError", {0, 1265, -1, 0, 0, 0, 0}},
-        {"siblings without end",
+        {"endless siblings",
          MeshWith(MeshBone("r", kHighest, selfBone)),
          "BoundsError",
          {0, 0, 1371, 2, 1371, 0, 0}},
@@ -139,15 +142,15 @@ TEST(HostileMesh, EndsAtItsAllowancesAndKeepsWhatStood)
         SCOPED_TRACE(c.name);
         Mesh mesh;
         EXPECT_EQ(LoadAndWalk(mesh, c.file.Span()), c.outcome);
-        EXPECT_EQ(StandingOf(mesh), c.standing);
+        EXPECT_EQ(WhatWasRead(mesh), c.read);
     }
 }
 
-TEST(HostileAnim, EndsAtItsAllowancesAndKeepsWhatStood)
+TEST(HostileAnim, EndsAtItsLimitsAndKeepsWhatWasRead)
 {
     const auto leaf = AnimBone("r");
     const auto selfBone = Bytes().Text("BONE").Long(-8).Zeros(12);
-    // The size of the skeleton before it is its count of 1.
+    // Likewise: its number of children is the size, 1, of the skeleton before it.
     const auto ownChild = Bytes().Text("SKEL").Long(1).Text("BONE").Long(0).Long(1).Long(-20);
     // 208 bytes and two bones: 64 MiB + 16 x 208 bytes are 1,198,432 slots of each.
     const auto tables = [&](std::int32_t frameCount)
@@ -161,10 +164,9 @@ TEST(HostileAnim, EndsAtItsAllowancesAndKeepsWhatStood)
         std::int32_t rootChildren, levels;
         std::size_t rootSlots, lastSlots;
     } cases[] = {
-        {"frames without end", AnimWith(kHighest / 2'000, leaf).Append(Frame(1, {5}, -44)), "BoundsError", 0,
-         1, 1'073'742, 1'073'742},
-        {"siblings without end", AnimWith(0, AnimBone("r", kHighest, selfBone)), "BoundsError", 3284, 2, 0,
-         0},
+        {"endless frames", AnimWith(kHighest / 2'000, leaf).Append(Frame(1, {5}, -44)), "BoundsError", 0, 1,
+         1'073'742, 1'073'742},
+        {"endless siblings", AnimWith(0, AnimBone("r", kHighest, selfBone)), "BoundsError", 3284, 2, 0, 0},
         {"its own child", AnimHeader("n", 0).Block("EVNT", {}).Append(ownChild), "BoundsError", 1, 1024, 0,
          0},
         {"1,024 levels", AnimWith(0, Chain(AnimBone, 1024)), "true", 1, 1024, 1, 1},

@@ -47,7 +47,7 @@ TEST(Inspect, WritesTheShortestFloatsAsJson)
     }
 }
 
-TEST(Inspect, FindsWhatAPathMeans)
+TEST(Inspect, FindsTheFileOfAPath)
 {
     AssetFolder folder;
     folder.Wagon("kuid <a:1>\n")
@@ -58,7 +58,7 @@ TEST(Inspect, FindsWhatAPathMeans)
     const struct
     {
         const char16_t* path;
-        const char* why; // the beginning of what is wrong
+        const char* why; // the beginning of the message
     } cases[] = {{u".", ""},
                  {u"..\\WAGON", ""},
                  {u"a.im", ""},
@@ -88,7 +88,7 @@ TEST(Inspect, LoadsAnAssetAsInItsOwnFolder)
 {
     AssetFolder folder;
     ::Sample::WriteSampleAssets("../..");
-    // Both kinds of names that count from the working folder, also in an asset that is referred to.
+    // Names relative to the working folder: of an animation and of a reference, also in a referenced asset.
     folder.Write("bogey y/run.kin", Testing::SmallAnim());
     folder.Write("bogey y/config.txt",
                  "kuid <kuid:4711:2001>\nmesh-table {\nb {\nmesh bogey.im\nanim run.kin\n}\n}\n");

@@ -83,7 +83,7 @@ TEST(Lifetime, AnAnimationsBonesKeepOnlyTheirChildren)
     EXPECT_TRUE(tree.expired()) << "a leaf keeps only itself";
 }
 
-TEST(Lifetime, ReferencesWithinATreeTieNoRing)
+TEST(Lifetime, ReferencesWithinATreeMakeNoRing)
 {
     auto mesh = LoadedMesh();
     const std::weak_ptr<Bone> tree = mesh->RootBone;
@@ -97,7 +97,7 @@ TEST(Lifetime, ReferencesWithinATreeTieNoRing)
     EXPECT_TRUE(tree.expired());
 }
 
-TEST(Lifetime, WhatAHostWritesIsHeld)
+TEST(Lifetime, KeepsWhatAHostWrites)
 {
     const auto mesh = LoadedMesh();
     const auto leaf = mesh->RootBone->Children()->Item(2);
@@ -123,7 +123,7 @@ TEST(Lifetime, WhatAHostWritesIsHeld)
     EXPECT_FALSE(boneAlive.expired());
 }
 
-/// Loads one good or failing file after another; nothing that a load has replaced may stay.
+/// Loads one good or failing file after another; what a load has replaced must be freed.
 template <class Asset>
 void LoadAThousandTimes(const Bytes& good)
 {
@@ -138,13 +138,45 @@ void LoadAThousandTimes(const Bytes& good)
     }
 }
 
+TEST(Lifetime, ASharedArrayOutlivesItsReplacementAndItsGrowth)
+{
+    Geometry geometry;
+    EXPECT_EQ(geometry.ShareVertices(), nullptr);
+    geometry.SetMaxVertices(1);
+    const auto vertices = geometry.ShareVertices();
+    EXPECT_EQ(vertices, geometry.ShareVertices());
+    vertices->x = 5;
+    EXPECT_EQ(geometry.Vertices()[0].x, 5);
+    geometry.SetMaxVertices(2);
+    EXPECT_EQ(vertices->x, 5);
+    EXPECT_EQ(geometry.Vertices()[0].x, 0);
+    EXPECT_NE(vertices, geometry.ShareVertices());
+
+    geometry.FaceNormals->Add({1, 2, 3});
+    const auto normals = geometry.FaceNormals->ShareEntries();
+    for (int i = 0; i < 1000; ++i)
+        geometry.FaceNormals->Add({4, 5, 6});
+    EXPECT_EQ(*normals, Vector({1, 2, 3}));
+    EXPECT_EQ(geometry.FaceNormals->Item(1), Vector({1, 2, 3}));
+
+    std::shared_ptr<Keyframe> frames;
+    {
+        BoneAnim bone;
+        bone.InitFrames(3);
+        bone.SetFrame(3, {{1, 0, 0}, {}});
+        frames = bone.ShareFrames();
+        bone.InitFrames(1);
+    }
+    EXPECT_EQ(frames.get()[3].p.x, 1);
+}
+
 TEST(Lifetime, AThousandLoadsKeepOnlyTheLast)
 {
     LoadAThousandTimes<Mesh>(BoundMesh());
     LoadAThousandTimes<Anim>(SmallAnim());
 }
 
-/// Loads a tree of the greatest depth, and lets go of it on a thread with a small stack.
+/// Loads a tree of the greatest depth, and releases it on a thread with a small stack.
 template <class Asset>
 void FreeDeepTree(const Bytes& file)
 {

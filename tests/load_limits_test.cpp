@@ -12,7 +12,7 @@ namespace ZLMIM::Testing
 namespace
 {
 
-/// The disk through a service of a host's own, which calls back before it returns a folder.
+/// A host's file system: reads the disk, and calls `onGetFolder` before it returns a folder.
 class HostFileSystem : public FileSystem
 {
 public:
@@ -82,7 +82,7 @@ TEST(LoadLimits, EndTheLoadWithAnErrorThatNamesTheFile)
         {"all fits", Table(8, "mesh m.im\n"), {400'000, 600'000}, "", 8},
         {"one vertex array too many", Table(9, "mesh m.im\n"), {300'000, wide.Work}, "m.im 300000", 8},
         {"one file read too many", Table(9, "mesh m.im\n"), {wide.Memory, 200'000}, "m.im 200000", 5},
-        {"entries without meshes", Table(99, ""), {70'000, wide.Work}, "config.txt 70000", 0},
+        {"entries without meshes", Table(199, ""), {70'000, wide.Work}, "config.txt 70000", 0},
         {"a text", "author " + std::string(9'000, 'x') + "\n", {20'000, wide.Work}, "config.txt 20000", 0},
         {"a quoted text",
          "author \"" + std::string(9'000, '\n') + "\"\n\n",
@@ -131,7 +131,7 @@ TEST(LoadLimits, EndTheLoadWithAnErrorThatNamesTheFile)
     }
 }
 
-TEST(ZLMModel, WithstandsAHostThatChangesItDuringALoad)
+TEST(ZLMModel, SurvivesAHostThatChangesItDuringALoad)
 {
     AssetFolder folder;
     folder.Wagon("pantograph x\nbogey y\nauthor late\n" + Table(1, "mesh m.im\n"));
@@ -175,7 +175,7 @@ TEST(ZLMModel, WithstandsAHostThatChangesItDuringALoad)
     EXPECT_TRUE(alive.expired());
 }
 
-TEST(FindConfigFile, ThrowsTheSearchsFailuresAtEachDepth)
+TEST(FindConfigFile, ThrowsIfASearchFailsAtAnyDepth)
 {
     AssetFolder folder;
     folder.Wagon("bogey <kuid:0>\n").Write("z/config.txt", "open \"");
@@ -183,8 +183,8 @@ TEST(FindConfigFile, ThrowsTheSearchsFailuresAtEachDepth)
         folder.Write("c" + std::to_string(i) + "/config.txt",
                      "kuid <kuid:" + std::to_string(i) +
                          ">\nbogey <kuid:" + std::to_string(i == 30 ? 99 : i + 1) + ">\n");
-    // The 32nd model's reference is too deep to be loaded, but it is searched for past the open quotation
-    // mark.
+    // The 32nd model is too deep to load further models, but still searches for its reference, which no asset
+    // has. That search reads z/config.txt, whose quotation mark isn't closed.
     const auto model = std::make_shared<ZLMModel>();
     EXPECT_EQ(folder.Load(*model), "FileSystemError 62");
 }

@@ -98,7 +98,7 @@ TEST(MeshSkeleton, KeepsWhatWasReadBeforeAFailure)
         std::string_view outline;
         std::int32_t boneCount;
     } cases[] = {
-        {2, "A(B C)", 3}, // in C's count
+        {2, "A(B C)", 3}, // the file ends in C's count
         {6, "A(B C)", 2}, // in C's rotation
         {34, "A(B )", 2}, // in C's name
         {97, "A()", 1},   // in B's tag

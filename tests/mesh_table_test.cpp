@@ -100,7 +100,7 @@ TEST(MeshTable, HasAnEntryForEachClosingBrace)
     }
 }
 
-TEST(MeshTable, LoadsTheFoldersAnimationWhereNoneIsNamed)
+TEST(MeshTable, LoadsTheFoldersAnimationIfNoneIsNamed)
 {
     AssetFolder folder;
     folder.Wagon("mesh-table\na\n}\nb\nanim none.kin\n}\n}\n");
@@ -163,7 +163,7 @@ TEST(ZLMModel, ReadsItsTextsFromTheirKeys)
     EXPECT_EQ(model->ZLMBuild + model->Description + model->AssetFileName, u"");
     EXPECT_EQ(model->Pantograph, nullptr);
     model->Author = folder.WagonName();
-    model->Load(model->Author); // which the load empties
+    model->Load(model->Author); // a property that the load clears
     EXPECT_EQ(model->kuid(), u"<kuid:1:2>");
 }
 

@@ -19,9 +19,9 @@ namespace
 using namespace std::string_literals;
 using namespace std::string_view_literals;
 
-Bytes ChunkBlock(const Bytes& content, std::int32_t lie = 0)
+Bytes ChunkBlock(const Bytes& content, std::int32_t sizeError = 0)
 {
-    return Bytes().Block("CHNK", Bytes().Long(103).Long(7).Append(content), lie);
+    return Bytes().Block("CHNK", Bytes().Long(103).Long(7).Append(content), sizeError);
 }
 
 Bytes TextureRecord(std::string_view name, std::int32_t role = 1)
@@ -34,7 +34,7 @@ Bytes ShortMaterial(std::int32_t count, const Bytes& textures)
     return Bytes().Block("MATL", Bytes().Long(101).Long(2).Zeros(36).Long(9).Long(count).Append(textures));
 }
 
-/// `counts` are those of vertices, primitives, indices, face normals and influences.
+/// `counts`: vertices, primitives, indices, face normals, influences.
 Bytes GeometryBlock(const std::array<std::int32_t, 5>& counts, const Bytes& arrays = {},
                     std::string_view bone = {})
 {
@@ -58,7 +58,7 @@ TEST(Mesh, HoldsEveryFieldOfAGoodFile)
     const std::array colours = {1.0F, 2.0F, 3.0F, 4.0F, 5.0F, 6.0F, 7.0F, 8.0F, 9.0F, -1.0F, 0.5F, 1.5F};
     auto material = Bytes().Long(102).String("a\\M.onetex").Long(3).Long(-2).Single(0.75F).Record(colours);
     material.Long(-20).Long(2).Append(TextureRecord("A", 8)).Append(TextureRecord("b\\B", 13)).Zeros(5);
-    // An odd name and odd indices leave the arrays at odd places.
+    // The odd lengths of the name and of the indices put the arrays at odd addresses.
     auto geometry = Bytes().Record(std::array{201, -1, 99}).Single(2.5F).Record(std::array{2, 40, 3, 1, 6});
     geometry.String("Arm").Record(Vertex{1, 2, 3, 4, 5}).Record(Vertex{6, 7, 8, 9, 10});
     geometry.Short(32767).Short(-32768).Short(-1).Record(Vector{11, 12, 13}).Record(Vector{14, 15, 16});
@@ -119,7 +119,7 @@ TEST(MeshHeader, FailsByWhereTheFileEnds)
         std::size_t length;
         std::string_view outcome;
         std::u16string message;
-        std::int32_t version, chunkCount; // 5 and 6 before
+        std::int32_t version, chunkCount; // 5 and 6 before the load
     } cases[] = {
         {good, 0, "false", u"", 5, 6},     {good, 1, kBounds, u"", 5, 6},
         {good, 2, kBounds, u"", 5, 6},     {good, 3, "false", noSignature, 5, 6},

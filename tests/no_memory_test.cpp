@@ -15,42 +15,42 @@ namespace ZLMIM::Testing
 namespace
 {
 
-/// What an object holds: digests of its meshes and animations, and the texts that don't depend on whether
-/// these loaded.
-struct Sight
+/// The contents of an object: digests of its meshes and animations, and the texts that are the same whether
+/// or not these loaded.
+struct Contents
 {
     std::u16string texts;
     std::vector<std::uint64_t> digests;
 
-    bool operator==(const Sight&) const = default;
+    bool operator==(const Contents&) const = default;
 };
 
 template <class Model>
-Sight See(const Model& model, Sight sight = {})
+Contents ContentsOf(const Model& model, Contents contents = {})
 {
-    sight.digests.push_back(Walk(model));
-    return sight;
+    contents.digests.push_back(Walk(model));
+    return contents;
 }
 
-Sight See(const ZLMModel& model, Sight sight = {})
+Contents ContentsOf(const ZLMModel& model, Contents contents = {})
 {
-    sight.texts += model.kuid() + model.Kind + model.UserName + model.Description;
+    contents.texts += model.kuid() + model.Kind + model.UserName + model.Description;
     for (const auto& entry : *model.MeshTable())
     {
         EXPECT_EQ(entry->Parent().get(), &model);
-        sight.texts += entry->Name + entry->Mesh->FileName + entry->anim->FileName;
-        sight.texts += entry->AttParent() ? entry->AttParent()->Name : u"-";
-        sight.digests.push_back(entry->Att ? 1 : 0);
-        sight = See(*entry->anim, See(*entry->Mesh, std::move(sight)));
+        contents.texts += entry->Name + entry->Mesh->FileName + entry->anim->FileName;
+        contents.texts += entry->AttParent() ? entry->AttParent()->Name : u"-";
+        contents.digests.push_back(entry->Att ? 1 : 0);
+        contents = ContentsOf(*entry->anim, ContentsOf(*entry->Mesh, std::move(contents)));
     }
     const std::int32_t namesAhead = model.BogieNames->Count() - model.Bogies->Count();
     EXPECT_TRUE(namesAhead == 0 || namesAhead == 1) << namesAhead;
     for (const auto& bogey : *model.Bogies)
-        sight = See(*bogey, std::move(sight));
-    return model.Pantograph ? See(*model.Pantograph, std::move(sight)) : sight;
+        contents = ContentsOf(*bogey, std::move(contents));
+    return model.Pantograph ? ContentsOf(*model.Pantograph, std::move(contents)) : contents;
 }
 
-/// The lowest free descriptor; a higher one means that something was left open.
+/// The lowest free descriptor. If it increases, a file was left open.
 int NextDescriptor()
 {
     const int descriptor = ::open("/", O_RDONLY | O_CLOEXEC);
@@ -65,7 +65,7 @@ std::vector<std::string> FailEachAllocation(const Load& load)
 {
     const auto whole = std::make_shared<Asset>();
     const std::string success = OutcomeOf([&] { return load(*whole); });
-    const Sight expected = See(*whole);
+    const Contents expected = ContentsOf(*whole);
     EXPECT_FALSE(expected.digests.empty());
 
     std::vector<std::string> outcomes;
@@ -94,11 +94,11 @@ std::vector<std::string> FailEachAllocation(const Load& load)
             if (outcomes.empty() || outcomes.back() != outcome)
                 outcomes.push_back(outcome);
 
-            const Sight sight = See(*asset);
+            const Contents contents = ContentsOf(*asset);
             EXPECT_TRUE(outcome != "true" || !hasFailed);
-            EXPECT_TRUE(outcome != "done" || sight.texts == expected.texts);
+            EXPECT_TRUE(outcome != "done" || contents.texts == expected.texts);
             EXPECT_EQ(OutcomeOf([&] { return load(*asset); }), success);
-            EXPECT_TRUE(See(*asset) == expected);
+            EXPECT_TRUE(ContentsOf(*asset) == expected);
         }
         EXPECT_EQ(NextDescriptor(), descriptor);
         if (!::testing::Test::HasFailure()) // a recorded failure takes memory itself
@@ -109,7 +109,8 @@ std::vector<std::string> FailEachAllocation(const Load& load)
     return outcomes;
 }
 
-/// For the sample's files with that ending, and one with every kind of block; from the disk and from memory.
+/// Does that for the sample's files with that ending, and for one with every block, from disk and from
+/// memory.
 template <class Asset>
 void FailEachAllocationOfFiles(const std::string& ending, const Bytes& everyBlock)
 {
@@ -130,7 +131,7 @@ void FailEachAllocationOfFiles(const std::string& ending, const Bytes& everyBloc
             const auto load = [&](Asset& asset)
             {
                 if constexpr (requires { asset.BoneCount; })
-                    asset.BoneCount = 0; // else it adds up
+                    asset.BoneCount = 0; // otherwise it is the sum of all loads
                 return isOnDisk ? asset.Load(kName) : asset.LoadBytes(span, kName);
             };
             const std::vector<std::string> expected = {"bad_alloc", "false", "bad_alloc", "true"};
@@ -151,7 +152,7 @@ TEST(NoMemory, EndsALoadOfAModelOrLeavesOneOfItsMeshesEmpty)
         EXPECT_TRUE(outcome == "bad_alloc" || outcome == "done") << outcome;
 }
 
-TEST(NoMemory, LeavesCountAndArrayOfAGeometryAsTheyWere)
+TEST(NoMemory, KeepsCountAndArrayOfAGeometry)
 {
     Geometry geometry;
     geometry.SetMaxVertices(2);
@@ -174,7 +175,7 @@ TEST(NoMemory, LeavesCountAndArrayOfAGeometryAsTheyWere)
     EXPECT_EQ(vertex, (Vertex{1, 2, 3, 4, 5}));
 }
 
-TEST(NoMemory, IsWhatStopsALoadOfTheLongestAllowedFile)
+TEST(NoMemory, EndsALoadOfTheLongestAllowedFile)
 {
     const TempFolder folder;
     folder.Write("longest");

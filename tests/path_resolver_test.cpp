@@ -14,7 +14,7 @@ namespace
 
 using namespace std::string_view_literals;
 
-/// A temporary folder with these entries, which is the working folder while this lives.
+/// A temporary folder with these entries, which is the working folder while in scope.
 class WorkingFolder
 {
 public:
@@ -84,7 +84,7 @@ TEST(PathResolver, ComparesEntriesAsUtf8AndAsWindows1252)
     ExpectFound({
         {"UTF-8", {"W\xC3\x84G.im"}, u"w\u00E4g.IM", "W\xC3\x84G.im"},
         {"Windows-1252", {"W\xC4G.im"}, u"w\u00E4g.IM", "W\xC4G.im"},
-        {"UTF-8 read a byte a character",
+        {"UTF-8 decoded as Windows-1252",
          {"w\xC3\xA4\xE2\x82\xAC.im"},
          u"W\u00C3\u00A4\u00E2\u201A\u00AC.IM",
          "w\xC3\xA4\xE2\x82\xAC.im"},
@@ -92,7 +92,7 @@ TEST(PathResolver, ComparesEntriesAsUtf8AndAsWindows1252)
     });
 }
 
-TEST(PathResolver, PassesOverWhatIsOfAnotherKind)
+TEST(PathResolver, SkipsEntriesOfAnotherKind)
 {
     ExpectFound({
         {"a folder before the file", {"BODY.IM/", "body.im"}, u"Body.im", "body.im"},
@@ -102,7 +102,7 @@ TEST(PathResolver, PassesOverWhatIsOfAnotherKind)
     });
 }
 
-TEST(PathResolver, FindsNothingElse)
+TEST(PathResolver, FindsNothingForOtherNames)
 {
     ExpectFound({
         {"another name", {"a.im"}, u"b.im", ""},
@@ -114,7 +114,7 @@ TEST(PathResolver, FindsNothingElse)
     });
 }
 
-TEST(PathResolver, VisitsEachFolderOnceHoweverManyLinksLeadThere)
+TEST(PathResolver, VisitsEachFolderOnceDespiteLinks)
 {
     const WorkingFolder folder({"f"});
     std::filesystem::create_directory_symlink(".", "loop");

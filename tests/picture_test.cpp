@@ -34,7 +34,7 @@ Bytes ChunkOf(PrimFlag type, const std::vector<Vector>& points, const std::vecto
 {
     const auto material = Bytes().Long(101).Long(0).Record(rgbColour{}).Record(diffuse).Zeros(20);
     Bytes geometry = Bytes().Long(200).Long(static_cast<std::int32_t>(type)).Single(0);
-    geometry.Long(static_cast<std::int32_t>(points.size())).Long(99); // a count of primitives that lies
+    geometry.Long(static_cast<std::int32_t>(points.size())).Long(99); // a wrong number of primitives
     geometry.Long(static_cast<std::int32_t>(indices.size())).Long(0).Long(0).String("");
     for (const auto& [x, y, z] : points)
         geometry.Record(Vertex{x, y, z, 0, 0});
@@ -75,7 +75,7 @@ Image DrawFrom(const Scene& scene, const Turn& turn, int width, int height)
     return Draw(scene, frame, width, height).Image;
 }
 
-TEST(Picture, MakesTrianglesOfEachKindOfRun)
+TEST(Picture, MakesTrianglesOfEachPrimitiveType)
 {
     const std::vector<Vector> points = {{0, 0, 0}, {1, 1, 0}, {2, 4, 0}, {3, 9, 0}, {4, 16, 0}};
     const struct
@@ -105,10 +105,10 @@ TEST(Picture, MakesTrianglesOfEachKindOfRun)
     }
 }
 
-TEST(Picture, PlacesEntriesUnderOneAnother)
+TEST(Picture, PlacesAttachedEntries)
 {
     const Bytes triangle = ChunkOf(PrimFlag::TRIANGLES, {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 1, 2});
-    // A quarter turn that takes x to y and y to -x, and a way along x.
+    // A quarter turn from x to y, then a move along x.
     const Matrix turn = {0, 1, 0, -1, 0, 0, 0, 0, 1, 10, 0, 0};
     const Matrix enlarge = {2, 0, 0, 0, 2, 0, 0, 0, 2, 0, 0, 5};
     auto points = Bytes().Long(100).Long(4).String("a.p").Record(turn).String("a.bogey7").Record(turn);
@@ -134,21 +134,22 @@ TEST(Picture, PlacesEntriesUnderOneAnother)
     const Corners hung = {{{10, 0, 0}, {10, 1, 0}, {9, 0, 0}}};
     const Corners a = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}};
     const Corners c = {{{10, 0, 5}, {10, 2, 5}, {8, 0, 5}}};
-    // The bogey's point is there on a, b and c; the first counts.
+    // a, b and c all have the bogey's attachment point; the first one is used.
     EXPECT_EQ(found, (std::vector<Corners>{a, hung, c, a, hung}));
     EXPECT_EQ(scene.Problems, (std::map<std::string, std::size_t>{
-                                  {"bogeys and pantographs without a place or a mesh are left out", 2},
-                                  {"entries that hang on themselves are left out", 2},
+                                  {"bogeys and pantographs without a place or a mesh are skipped", 2},
+                                  {"entries that hang on themselves are skipped", 2},
                                   {"entries whose attachment point doesn't exist are at the origin", 1},
                                   {"meshes weren't read to their end", 1},
                               }));
-    // Day and night meshes are distinguishable. Meshes attached to a hidden entry stay in place.
+    // Entries can be hidden, such as meshes for day or night. Meshes attached to a hidden entry stay in
+    // place.
     const Scene shown = SceneOf(*model, {.Only = {u"b", u"c", u"g"}, .Without = {u"b", u"g"}});
     ASSERT_EQ(shown.Triangles.size(), 1U);
     EXPECT_EQ(shown.Triangles[0].Corners, c);
 }
 
-TEST(Picture, LeavesOutWhatCantBeDrawn)
+TEST(Picture, SkipsWhatCantBeDrawn)
 {
     constexpr float kMax = std::numeric_limits<float>::max();
     const std::vector<Vector> points = {
@@ -156,7 +157,7 @@ TEST(Picture, LeavesOutWhatCantBeDrawn)
     Scene scene =
         SceneOf({ChunkOf(PrimFlag::TRIANGLES, points, {0, 1, 2, 0, 1, 3, 0, 1, 5, 0, -1, 2, 1, 2, 4})});
     EXPECT_EQ(scene.Triangles.size(), 2);
-    EXPECT_EQ(scene.Problems.at("triangles with a corner that doesn't exist are left out"), 3);
+    EXPECT_EQ(scene.Problems.at("triangles with a corner that doesn't exist are skipped"), 3);
 
     scene.Triangles.resize(1000, scene.Triangles[1]);
     for (const Turn& turn : {TurnFrom(0, 0), TurnFrom(270, 0), TurnFromTop(), TurnFrom(53, 26)})
@@ -165,7 +166,7 @@ TEST(Picture, LeavesOutWhatCantBeDrawn)
         frame.Include(scene);
         const Drawing drawing = Draw(scene, frame, 32, 16);
         EXPECT_NE(drawing.Image.Pixels, std::vector(drawing.Image.Pixels.size(), kBackground));
-        EXPECT_GT(drawing.LeftOut, 500);
+        EXPECT_GT(drawing.Skipped, 500);
     }
     EXPECT_EQ(DrawFrom({}, TurnFrom(0, 0), 2, 1).Pixels, std::vector(2, kBackground));
 }
@@ -188,10 +189,9 @@ TEST(Picture, DrawsLinesPointsAndVerticesBeyond15Bits)
     EXPECT_EQ(SceneOf({ChunkOf(PrimFlag::TRIANGLES, many, {0, 39'998, 39'999})}).Triangles.size(), 1U);
 }
 
-TEST(Picture, CoversSurfacesWithTexturesAndBlendsOpacity)
+TEST(Picture, DrawsTexturesAndBlendsOpacity)
 {
-    // A square that a texture covers: white to the left, black to the right. A red one is half in front of
-    // it.
+    // A textured square: white on the left, black on the right. A translucent red square covers half of it.
     const auto quad = [](float y, float right, const Bytes& material)
     {
         Bytes geometry =
@@ -238,7 +238,8 @@ TEST(Picture, CoversSurfacesWithTexturesAndBlendsOpacity)
 
 TEST(Picture, PosesMeshesByTheInverseOfTheRestPose)
 {
-    // Bone A at (1, 2, 3), and B below it at (1, 2, 3) from there; in frame 1, B has moved by (10, 0, 0).
+    // Bone A is at (1, 2, 3), and its child B at (1, 2, 3) relative to A. In frame 1, B has moved by (10, 0,
+    // 0).
     Mesh mesh;
     ASSERT_TRUE(mesh.LoadBytes(MeshWith(MeshBone("A", 1, MeshBone("B"))).Span()));
     const auto pose = [](float x) { return Bytes().Record(Keyframe{{x, 2, 3}, {0, 0, 0, 1}}); };
@@ -258,7 +259,7 @@ TEST(Picture, PosesMeshesByTheInverseOfTheRestPose)
         EXPECT_EQ(poses.Motion(*bone, 0.5)[3], glm::vec4(5, 0, 0, 1));
         EXPECT_EQ(poses.Motion(*bone, 2), glm::mat4(1)); // an empty slot
     }
-    // Where its parent moves, a bone moves with it, unless poses are relative to the mesh.
+    // A bone moves with its parent, unless poses are relative to the mesh.
     ASSERT_TRUE(anim.LoadBytes(AnimWith(1, AnimBone("A", 1, AnimBone("B"))).Append(frame(1, 8, 1)).Span()));
     EXPECT_EQ(Tools::Poses(anim, Tools::PoseBase::Parent).Motion(*bone, 1)[3], glm::vec4(7, 0, 0, 1));
     EXPECT_EQ(Tools::Poses(anim, Tools::PoseBase::Mesh).Motion(*bone, 1), glm::mat4(1));
@@ -283,7 +284,7 @@ TEST(Picture, WritesAnimationsAndSheets)
 
 TEST(Picture, ShowsTheNearerTriangle)
 {
-    // Two across the length of the asset, and the middle of both.
+    // One triangle in the front half and one in the back half. The pixels in the middle show the nearer one.
     const std::vector<Vector> red = {{-2, 1, 0}, {2, 1, 0}, {0, 1, 4}};
     const std::vector<Vector> blue = {{-2, -1, 4}, {2, -1, 4}, {0, -1, 0}};
     const Bytes nearFront = ChunkOf(PrimFlag::TRIANGLES, red, {0, 1, 2});
@@ -310,7 +311,7 @@ TEST(Picture, ShowsTheNearerTriangle)
     }
 }
 
-TEST(Picture, IsSeenFromTheSideThatIsAskedFor)
+TEST(Picture, ShowsTheRequestedSide)
 {
     // A small corner that is to the right, in front and above, and one that is opposite.
     const std::vector<Vector> points = {{1, 1, 1}, {0.5F, 1, 1}, {1, 0.5F, 1}, {1, 1, 0.5F}};
@@ -324,7 +325,7 @@ TEST(Picture, IsSeenFromTheSideThatIsAskedFor)
     const struct
     {
         Turn from;
-        std::size_t x, y; // where the first one is, in a picture of 40 x 40
+        std::size_t x, y; // of the first triangle, in a picture of 40 x 40
     } cases[] = {
         {TurnFrom(0, 0), kLow, kLow},     {TurnFrom(180, 0), kHigh, kLow}, {TurnFrom(270, 0), kLow, kLow},
         {TurnFrom(90, 0), kHigh, kLow},   {TurnFromTop(), kHigh, kHigh},   {TurnFromBottom(), kHigh, kLow},

@@ -23,7 +23,7 @@ TEST(FileCursorLoadFile, FollowsLinksAndWaitsForNoPipe)
     std::filesystem::create_symlink("three", folder.Path() / "link");
     std::filesystem::create_symlink("nothing", folder.Path() / "dead link");
     ASSERT_EQ(::mkfifo((folder.Path() / "pipe").c_str(), 0600), 0);
-    ::alarm(20); // ends a load that waits for someone to write to the pipe
+    ::alarm(20); // ends the test if a load waits for a writer of the pipe
     Anim anim;
     for (const auto* const name : {u"dead link", u"pipe"})
         EXPECT_FALSE(anim.Load(folder.Name(name)));
@@ -55,7 +55,7 @@ TEST(DiskFolder, HasAnAbsolutePathAndSortedSubfolders)
         EXPECT_EQ(OutcomeOf([&] { return DiskFileSystem().GetFolder(missing); }), "FileSystemError 76");
 }
 
-TEST(DiskFileSystem, TellsAMissingFileFromOneThatMayNotBeRead)
+TEST(DiskFileSystem, DistinguishesMissingFromForbiddenFiles)
 {
     const TempFolder folder;
     folder.Write("secret", "s");
@@ -82,7 +82,7 @@ TEST(DiskFileSystem, KeepsItsFilesFromChildProcesses)
     EXPECT_EQ(::fcntl(next, F_GETFD), FD_CLOEXEC);
 }
 
-TEST(FindConfigFile, SeesTheDiskAsItIsAtEachLoad)
+TEST(FindConfigFile, ReadsTheDiskAgainInEachLoad)
 {
     AssetFolder folder;
     folder.Wagon("bogey <kuid:1:2>\n");

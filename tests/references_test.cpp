@@ -56,7 +56,7 @@ TEST(FindConfigFile, TriesTheFolderNameThenWalksTwoLevels)
     };
     AssetFolder folder;
     folder.Write("kuid 1 9/config.txt", "author named\n")
-        .Write("kuid 1 2/config.txt/", "") // a folder is no config
+        .Write("kuid 1 2/config.txt/", "") // a folder isn't a config
         .Write("b2/config.txt", "author B2\nKuid <KUID:1:2>\n")
         .Write("B3/config.txt", "author late\nkuid <kuid:1:2>\n")
         .Write("../zz/config.txt", "author first\nkuid \"<kuid:1:3>\"\n")
@@ -127,7 +127,7 @@ TEST(FindConfigFile, RecognisesAFileBeingReadThroughALink)
     EXPECT_EQ(Outline(*model), "me(-)");
 }
 
-TEST(FindConfigFile, NeedsAFolderToWalkFrom)
+TEST(FindConfigFile, NeedsAFolderToSearch)
 {
     AssetFolder folder;
     folder.Wagon("bogey <kuid:1:2>\nauthor late\n");

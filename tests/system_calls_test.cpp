@@ -16,7 +16,7 @@
 namespace
 {
 
-/// While set, says how many of the wanted bytes a call of `read` may read, or -1 for a failure with `errno`.
+/// If set, called for each `read`: returns how many of the wanted bytes to read, or -1 to fail with `errno`.
 std::function<ssize_t(std::size_t wanted)> readLimit;
 /// Whether `readdir` hides the types of the entries, as some file systems do.
 bool hidesTypes = false;
@@ -53,7 +53,7 @@ namespace ZLMIM::Testing
 namespace
 {
 
-TEST(File, IsReadWholeOrNotAtAll)
+TEST(File, IsReadCompletelyOrNotAtAll)
 {
     int calls = 0;
     const auto interrupted = [&](std::size_t wanted) -> ssize_t
@@ -102,7 +102,7 @@ TEST(File, IsReadWholeOrNotAtAll)
     }
 }
 
-TEST(FindConfigFile, FindsFoldersWhereTheListingHasNoTypes)
+TEST(FindConfigFile, FindsFoldersIfTheListingHasNoTypes)
 {
     AssetFolder folder;
     folder.Wagon("bogey <kuid:1:2>\n").Write("b/config.txt", "kuid <kuid:1:2>\nauthor b\n");
@@ -113,7 +113,7 @@ TEST(FindConfigFile, FindsFoldersWhereTheListingHasNoTypes)
     EXPECT_EQ(model->Bogies->Item(1)->Author, u"b");
 }
 
-TEST(DiskFileSystem, ThrowsWhereDescriptorsRunOut)
+TEST(DiskFileSystem, ThrowsIfDescriptorsRunOut)
 {
     if (kIsAddressSanitized)
         GTEST_SKIP() << "the sanitizers need descriptors of their own";

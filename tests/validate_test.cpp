@@ -24,7 +24,7 @@ using Lines = std::vector<std::string>;
 
 constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 
-/// A chunk's numbers: at first those of two good triangles that make a square.
+/// The contents of a chunk. By default, two valid triangles that form a square.
 struct Plan
 {
     PrimFlag kind = PrimFlag::TRIANGLES;
@@ -37,7 +37,7 @@ struct Plan
     std::string texture = "x\\Wood.texture";
 };
 
-/// `count` small triangles in a row, which face up.
+/// `count` small triangles in a row, facing up.
 Plan RowOfTriangles(int count)
 {
     Plan plan;
@@ -78,7 +78,7 @@ Bytes PlannedChunk(const Plan& plan)
     return Bytes().Long(100).Long(1).Block("MATL", material).Block("GEOM", geometry);
 }
 
-/// A mesh with two chunks, the second as planned; with a lamp to hang things on, and a skeleton.
+/// A mesh with a default chunk, a chunk according to `plan`, an attachment point and a skeleton.
 std::string PlannedMesh(const Plan& plan = {})
 {
     return MeshHeader(2)
@@ -90,7 +90,7 @@ std::string PlannedMesh(const Plan& plan = {})
         .Str();
 }
 
-/// The animation that fits it, with these frames.
+/// An animation for the skeleton of that mesh, with these frames.
 std::string PlannedAnim(std::int32_t frameCount, const std::vector<std::int32_t>& frames, float x = 1)
 {
     auto anim = AnimWith(frameCount, Tree(AnimBone));
@@ -112,7 +112,7 @@ Lines Found(const Lines& paths, bool isRecursive = false, unsigned threads = 2)
     return lines;
 }
 
-TEST(Validate, JudgesMeshes)
+TEST(Validate, ChecksMeshes)
 {
     using enum PrimFlag;
     const struct
@@ -167,7 +167,7 @@ TEST(Validate, JudgesMeshes)
     }
 }
 
-TEST(Validate, JudgesAnimationsAndFilesThatDontLoad)
+TEST(Validate, ChecksAnimationsAndFilesThatDontLoad)
 {
     const struct
     {
@@ -198,7 +198,7 @@ TEST(Validate, JudgesAnimationsAndFilesThatDontLoad)
     EXPECT_EQ(Found({"none.im", "."}), Lines({".: : not-loaded", "none.im: : not-loaded"}));
 }
 
-/// The sample, in a folder of its own, that a case damages.
+/// A copy of the sample in a temporary folder, for a test to damage.
 class Sample
 {
 public:
@@ -461,7 +461,7 @@ TEST(Validate, ComparesEntriesWithTheirFiles)
     }
 }
 
-TEST(Validate, JudgesEachFileOnceAndGoesOnAfterWhatEndsALoad)
+TEST(Validate, ChecksEachFileOnceAndContinuesAfterFailures)
 {
     AssetFolder folder;
     folder.Write("bogey/cut.im", PlannedMesh().substr(0, 300)).Write("bogey/body.im", PlannedMesh());

@@ -33,7 +33,7 @@ catch (const FileSystemError& error)
     return "-";
 }
 
-TEST(WindowsFile, IsReadUnderEachOfItsNamesAndNothingElseIs)
+TEST(WindowsFile, OpensByEachOfItsNamesOnly)
 {
     const TempFolder folder;
     folder.Write("Sub/f", "abc");
@@ -76,13 +76,13 @@ TEST(WindowsFile, IsReadUnderEachOfItsNamesAndNothingElseIs)
     EXPECT_EQ(files.FileIdentity(whole), files.FileIdentity(u"..\\sub\\F"));
     EXPECT_NE(files.FileIdentity(whole), files.FileIdentity(distant));
     std::filesystem::current_path(before);
-    // Names of this length are beyond what removes the folder.
+    // The folder's destructor can't remove names of this length.
     ASSERT_TRUE(::DeleteFileW(CallName(distant).c_str()));
     while (distant.resize(distant.rfind(u'\\')), distant != folder.Name(u"Sub"))
         ASSERT_TRUE(::RemoveDirectoryW(CallName(distant).c_str()));
 }
 
-TEST(WindowsFolder, IsAbsoluteSortedAndSpeltAsOnDisk)
+TEST(WindowsFolder, HasTheAbsolutePathOnDiskAndSortedSubfolders)
 {
     const TempFolder folder;
     for (const auto* const name : {"A/b/", "A/C/", "A/a/", "A/file"})

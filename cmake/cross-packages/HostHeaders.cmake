@@ -1,5 +1,5 @@
-# Makes an imported target of a library that is headers only, from /usr/include of the system that builds. That
-# folder as a whole would bring its C library along, so the target's holds a link to the library's headers alone.
+# Creates an imported target for a header-only library in /usr/include of the build system. Using that whole folder
+# would include the headers of its C library, too, so the target's folder has only a link to the library's headers.
 function(import_host_headers target folder)
     if(TARGET ${target})
         return()

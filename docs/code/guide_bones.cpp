@@ -1,75 +1,45 @@
-#include "places.h"
+#include "names.h"
+#include "poses.h"
+#include "transforms.h"
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/model/text.h"
 
-#include <cstdint>
 #include <iostream>
-#include <memory>
-#include <string>
 
 namespace
 {
 
-using ZLMIM::Guide::kUnmoved;
-using ZLMIM::Guide::Then;
+using namespace ZLMIM::Guide;
 
-/// The first bone of that name, parents first; none if there is none.
-std::shared_ptr<ZLMIM::BoneAnim> FindBone(const std::shared_ptr<ZLMIM::BoneAnim>& bone,
-                                          const std::u16string& name)
+/// Prints where the first vertex of each chunk is after some seconds.
+void PrintChunks(const std::shared_ptr<ZLMIM::MeshEntry>& entry, float seconds)
 {
-    if (!bone || bone->Name == name)
-        return bone;
-    for (const auto& child : *bone->Children())
-        if (auto found = FindBone(child, name))
-            return found;
-    return nullptr;
-}
-
-/// The key frame of a bone in a slot as a matrix; as the bone stands in the mesh where there is none.
-ZLMIM::Matrix PoseOf(const ZLMIM::Bone& bone, const ZLMIM::Anim& anim, std::int32_t slot)
-{
-    const auto animated = FindBone(anim.RootBone, bone.Name);
-    const ZLMIM::Keyframe frame = animated ? animated->GetFrame(slot) : ZLMIM::Keyframe();
-    if (frame == ZLMIM::Keyframe())
-        return bone.ToMatrix();
-    ZLMIM::Bone posed;
-    posed.Position = frame.p;
-    posed.Rotation = frame.q;
-    return posed.ToMatrix();
-}
-
-/// Where a bone stands in its mesh in the frame of that slot.
-ZLMIM::Matrix PlaceOf(std::shared_ptr<ZLMIM::Bone> bone, const ZLMIM::Anim& anim, std::int32_t slot)
-{
-    ZLMIM::Matrix place = kUnmoved;
-    for (; bone; bone = bone->Parent())
-        place = Then(place, PoseOf(*bone, anim, slot));
-    return place;
+    const ZLMIM::Anim& anim = *entry->anim;
+    const float slot = seconds * static_cast<float>(anim.FPS); // in a file that numbers frames from 0
+    const ZLMIM::Matrix place = EntryTransform(entry);
+    for (const auto& chunk : *entry->Mesh->Chunks)
+    {
+        const auto bone = chunk->Geometry->BoneObject;
+        const ZLMIM::Matrix motion = bone ? ChunkMotion(bone, anim, slot) : kIdentity;
+        const ZLMIM::Matrix transform = Multiply(motion, place);
+        const ZLMIM::Vertex& vertex = chunk->Geometry->Vertices()[0];
+        const auto [x, y, z] = Transform({vertex.x, vertex.y, vertex.z}, transform);
+        std::cout << "  chunk " << chunk->Id << ": " << x << ' ' << y << ' ' << z << '\n';
+    }
 }
 
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
-    const auto asset = std::make_shared<ZLMIM::ZLMModel>();
-    asset->Load(u"..\\wagon\\config.txt");
-    for (const auto& entry : *asset->MeshTable())
+    if (argc != 2)
+        return 2;
+    const auto asset = LoadAsset(argv[1]);
+    const auto entry = asset->MeshTable()->Item(1);
+    std::cout << entry->anim->FrameCount << " frames, " << entry->anim->FPS << " per second\n";
+    for (const float seconds : {0.0F, 0.25F, 0.4F})
     {
-        const ZLMIM::Anim& anim = *entry->anim;
-        if (!anim.RootBone || !entry->Mesh->Chunks)
-            continue;
-        std::cout << "frames: " << anim.FrameCount << ", a second: " << anim.FPS << '\n';
-        for (const auto& chunk : *entry->Mesh->Chunks)
-        {
-            const auto bone = chunk->Geometry->BoneObject;
-            if (!bone)
-                continue;
-            for (const std::int32_t slot : {0, anim.FrameCount / 2, anim.FrameCount})
-            {
-                const ZLMIM::Matrix place = PlaceOf(bone, anim, slot);
-                std::cout << ZLMIM::ToUtf8(bone->Name) << ", slot " << slot << ": " << place.m41 << ' '
-                          << place.m42 << ' ' << place.m43 << '\n';
-            }
-        }
+        std::cout << "after " << seconds << " seconds\n";
+        PrintChunks(entry, seconds);
     }
 }

@@ -1,74 +1,50 @@
-#include "places.h"
+#include "names.h"
+#include "transforms.h"
 #include "triangles.h"
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/model/text.h"
 
-#include <algorithm>
-#include <cstddef>
+#include <fstream>
 #include <iostream>
-#include <limits>
-#include <memory>
 
 namespace
 {
 
 using namespace ZLMIM::Guide;
 
-/// What an exporter would write to its file: how many triangles, and the box that they fill.
-class Export
+/// Writes the triangles of all entries as one OBJ file.
+void WriteObj(const ZLMIM::ZLMModel& asset, std::ostream& obj)
 {
-public:
-    void Add(const ZLMIM::Mesh& mesh, const ZLMIM::Matrix& place)
+    std::int32_t first = 1; // OBJ numbers the vertices of the whole file from 1
+    const auto table = asset.MeshTable();
+    for (const auto& entry : *table)
     {
-        if (!mesh.Chunks)
-            return;
-        for (const auto& chunk : *mesh.Chunks)
+        if (!entry->Mesh->Chunks)
+            continue;
+        const ZLMIM::Matrix transform = EntryTransform(entry);
+        obj << "o " << ZLMIM::ToUtf8(entry->Name) << '\n';
+        for (const auto& chunk : *entry->Mesh->Chunks)
         {
             const ZLMIM::Geometry& geometry = *chunk->Geometry;
-            const auto vertices = geometry.Vertices();
-            for (const Triangle& triangle : Triangles(geometry))
+            for (const ZLMIM::Vertex& vertex : geometry.Vertices())
             {
-                ++mCount;
-                for (const std::int32_t corner : triangle)
-                {
-                    const ZLMIM::Vertex& vertex = vertices[static_cast<std::size_t>(corner)];
-                    Include(Place({vertex.x, vertex.y, vertex.z}, place));
-                }
+                const auto [x, y, z] = Transform({vertex.x, vertex.y, vertex.z}, transform);
+                obj << "v " << x << ' ' << y << ' ' << z << '\n';
             }
+            for (const auto& [a, b, c] : Triangles(geometry))
+                obj << "f " << first + a << ' ' << first + b << ' ' << first + c << '\n';
+            first += static_cast<std::int32_t>(geometry.Vertices().size());
         }
     }
-
-    void Print() const
-    {
-        std::cout << mCount << " triangles, from " << mLow.x << ' ' << mLow.y << ' ' << mLow.z << " to "
-                  << mHigh.x << ' ' << mHigh.y << ' ' << mHigh.z << '\n';
-    }
-
-private:
-    void Include(const ZLMIM::Vector& point)
-    {
-        mLow = {std::min(mLow.x, point.x), std::min(mLow.y, point.y), std::min(mLow.z, point.z)};
-        mHigh = {std::max(mHigh.x, point.x), std::max(mHigh.y, point.y), std::max(mHigh.z, point.z)};
-    }
-
-    static constexpr float kFar = std::numeric_limits<float>::max();
-
-    std::size_t mCount = 0;
-    ZLMIM::Vector mLow = {kFar, kFar, kFar};
-    ZLMIM::Vector mHigh = {-kFar, -kFar, -kFar};
-};
+}
 
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
-    const auto asset = std::make_shared<ZLMIM::ZLMModel>();
-    asset->Load(u"..\\wagon\\config.txt");
-    for (const auto& entry : *asset->MeshTable())
-    {
-        Export triangles;
-        triangles.Add(*entry->Mesh, PlaceOf(entry));
-        std::cout << ZLMIM::ToUtf8(entry->Name) << ": ";
-        triangles.Print();
-    }
+    if (argc != 3)
+        return 2;
+    std::ofstream obj(argv[2]); // before the working folder changes
+    WriteObj(*LoadAsset(argv[1]), obj);
+    return obj.flush() ? 0 : 1;
 }

@@ -1,8 +1,8 @@
+#include "names.h"
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/model/text.h"
 
 #include <iostream>
-#include <memory>
 
 namespace
 {
@@ -20,7 +20,7 @@ void PrintChunk(const ZLMIM::Chunk& chunk)
 
 void PrintEntry(const ZLMIM::MeshEntry& entry)
 {
-    std::cout << ToUtf8(entry.Name) << ": " << ToUtf8(entry.Mesh->FileName) << '\n';
+    std::cout << ToUtf8(entry.Name) << ": " << entry.Mesh->VertexCount << " vertices\n";
     if (!entry.Mesh->Chunks)
         return; // nothing of the mesh was read
     for (const auto& chunk : *entry.Mesh->Chunks)
@@ -29,11 +29,13 @@ void PrintEntry(const ZLMIM::MeshEntry& entry)
 
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
-    const auto asset = std::make_shared<ZLMIM::ZLMModel>();
-    asset->Load(u"..\\wagon\\config.txt");
+    if (argc != 2)
+        return 2;
+    const auto asset = ZLMIM::Guide::LoadAsset(argv[1]);
     std::cout << ToUtf8(asset->kuid()) << ' ' << ToUtf8(asset->UserName) << '\n';
-    for (const auto& entry : *asset->MeshTable())
+    const auto table = asset->MeshTable();
+    for (const auto& entry : *table)
         PrintEntry(*entry);
 }

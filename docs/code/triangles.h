@@ -10,11 +10,11 @@
 namespace ZLMIM::Guide
 {
 
-/// Numbers of three vertices, from 0.
+/// The indices of three vertices.
 using Triangle = std::array<std::int32_t, 3>;
 
-/// The triangles that the indices describe, all the same way round. What isn't made of triangles has none,
-/// and one with a corner that isn't there is left out.
+/// The triangles that the indices describe, all with the same winding. Empty for lines and points. Skips
+/// triangles with an index outside the vertices.
 [[nodiscard]] std::vector<Triangle> Triangles(const Geometry& geometry);
 
 } // namespace ZLMIM::Guide

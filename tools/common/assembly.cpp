@@ -28,7 +28,7 @@ void AddEntries(const Collection<MeshEntry>& table, std::optional<std::size_t> o
             const auto parent = known.find(entry->AttParent().get());
             if (parent == known.end())
             {
-                ++assembly.Problems["entries that hang on themselves are left out"];
+                ++assembly.Problems["entries that hang on themselves are skipped"];
                 continue;
             }
             part.Parent = parent->second;
@@ -86,7 +86,7 @@ Assembly Assemble(const ZLMModel& model, References follow)
         const auto table = reference ? reference->MeshTable() : nullptr;
         if (point == points.end() || !table || table->Count() == 0 || ++seen > kMaxReferences)
         {
-            ++assembly.Problems["bogeys and pantographs without a place or a mesh are left out"];
+            ++assembly.Problems["bogeys and pantographs without a place or a mesh are skipped"];
             continue;
         }
         assembly.Parts.push_back({key, nullptr, reference, point->second.first, point->second.second});

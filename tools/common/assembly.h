@@ -36,16 +36,16 @@ struct Part
 ///
 /// A bogey's key doesn't say where the bogey is. By custom the asset's meshes have an attachment point of
 /// the key's name: `bogey-0` goes to `a.bogey0`, the pantograph to `a.pantograph`. One without such a point
-/// is left out, and so is what a bogey refers to itself. Of the entries, one without an attachment point is
+/// is skipped, and so is what a bogey refers to itself. Of the entries, one without an attachment point is
 /// at the origin.
 struct Assembly
 {
     std::vector<Part> Parts;
-    /// What is left out or not as it should be, and how many of each.
+    /// What is skipped or not as it should be, and how many of each.
     std::map<std::string, std::size_t> Problems;
 };
 
-/// Limit: further bogeys and pantographs are left out.
+/// Limit: further bogeys and pantographs are skipped.
 constexpr std::size_t kMaxReferences = 64;
 
 [[nodiscard]] Assembly Assemble(const ZLMModel& model, References references = References::Follow);

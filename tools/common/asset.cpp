@@ -26,7 +26,7 @@ Asset Fill(std::shared_ptr<Object> object, Load load)
     return {std::move(object), std::move(outcome)};
 }
 
-/// Why a load that found nothing wrong with the content returned false.
+/// Why a load returned false without an `ErrorMessage`.
 std::string FileProblem(std::u16string_view name, PathResolver& names)
 {
     const auto found = names.Find(name, FoundFile::Kind::File);
@@ -130,7 +130,7 @@ Asset LoadAsset(const Input& input, const std::shared_ptr<PathResolver>& names, 
     if (input.Kind == Kind::Anim)
         return Fill(std::make_shared<Anim>(),
                     [&](Anim& anim) { return anim.Load(input.Name, *names, budget); });
-    // A config's name needs a folder, from which references are searched.
+    // A config's name needs a folder in which the search for references starts.
     const std::u16string name = FolderOf(input.Name) + std::u16string(BaseName(input.Name));
     auto files = std::make_shared<AssetFiles>(name, names, references);
     return Fill(std::make_shared<ZLMModel>(std::move(files)),
@@ -155,7 +155,7 @@ Asset LoadAsGiven(const std::u16string& name)
                 });
 }
 
-std::string Told(const Outcome& outcome)
+std::string Describe(const Outcome& outcome)
 {
     const auto utf8 = FromUtf8(outcome.What);
     const std::string what = Printable(utf8 ? *utf8 : FromWindows1252(outcome.What));
@@ -175,8 +175,8 @@ std::string Failure(const Mesh& mesh, const Outcome& outcome, PathResolver& name
     if (outcome.Thrown == "OutOfMemory")
         return NoMemory(mesh.FileSize);
     if (!outcome.Thrown.empty())
-        return Told(outcome);
-    if (mesh.Chunks) // so a chunk is missing
+        return Describe(outcome);
+    if (mesh.Chunks) // the chunks were begun, so one is missing
         return Printable(mesh.ErrorMessage) + ", after " + Number(mesh.Chunks->Count()) + " of " +
                Counted(mesh.ChunkCount, "chunk", "chunks");
     return mesh.ErrorMessage.empty() ? FileProblem(mesh.FileName, names) : Printable(mesh.ErrorMessage);
@@ -191,7 +191,7 @@ std::string Failure(const Anim& anim, const Outcome& outcome, PathResolver& name
     if (outcome.Thrown == "BoundsError" && anim.FileSize == 0)
         return "it is empty";
     if (!outcome.Thrown.empty())
-        return Told(outcome);
+        return Describe(outcome);
     if (!anim.ErrorMessage.empty())
         return Printable(anim.ErrorMessage);
     if (anim.FileSize == 0)
@@ -205,7 +205,7 @@ std::string Failure(const ZLMModel&, const Outcome& outcome, PathResolver&)
 {
     if (outcome.IsLoaded)
         return {};
-    return (outcome.File.empty() ? "" : ShownFile(outcome.File) + ": ") + Told(outcome);
+    return (outcome.File.empty() ? "" : ShownFile(outcome.File) + ": ") + Describe(outcome);
 }
 
 bool HasChunks(const Mesh& mesh) { return mesh.Attachments != nullptr; }

@@ -42,9 +42,9 @@ struct Outcome
 {
     /// What `Load` returned (true for a model); false if it threw.
     bool IsLoaded = false;
-    /// Name of what it threw; empty if nothing.
+    /// The exception's name; empty if it threw nothing.
     std::string Thrown;
-    /// The file that it is about, in the object model's form; may be empty.
+    /// The file that the exception is about, in the object model's form; may be empty.
     std::u16string File;
     /// What went wrong, without the file.
     std::string What;
@@ -53,18 +53,18 @@ struct Outcome
 /// Runs a load and catches what it throws.
 [[nodiscard]] Outcome Attempt(const std::function<bool()>& load);
 
-/// An object of the model, filled as far as its load went.
+/// An object of the model, with what its load has read.
 struct Asset
 {
     std::variant<std::shared_ptr<Mesh>, std::shared_ptr<Anim>, std::shared_ptr<ZLMModel>> Object;
     Tools::Outcome Outcome;
 };
 
-/// Loads a file; a config as by a host whose working folder is the asset's.
+/// Loads a file. A config is loaded as if its own folder were the working folder.
 [[nodiscard]] Asset LoadAsset(const Input& input, const std::shared_ptr<PathResolver>& names,
                               References references = References::Follow);
 
-/// Loads a name as it is given, relative to the working folder, into the class that its ending asks for.
+/// Loads a name unchanged, relative to the working folder, into the class for its ending.
 [[nodiscard]] Asset LoadAsGiven(const std::u16string& name);
 
 /// Why a load failed, for people; empty if it didn't.
@@ -72,8 +72,8 @@ struct Asset
 [[nodiscard]] std::string Failure(const Anim& anim, const Outcome& outcome, PathResolver& names);
 [[nodiscard]] std::string Failure(const ZLMModel& model, const Outcome& outcome, PathResolver& names);
 
-/// What was thrown, for people.
-[[nodiscard]] std::string Told(const Outcome& outcome);
+/// Describes what was thrown, for people.
+[[nodiscard]] std::string Describe(const Outcome& outcome);
 
 /// Whether the mesh has been read at least up to its skeleton.
 [[nodiscard]] bool HasChunks(const Mesh& mesh);

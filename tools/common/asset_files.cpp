@@ -10,7 +10,7 @@ namespace ZLMIM::Tools
 namespace
 {
 
-/// Where a search for references ends at once.
+/// A folder in which a search for references ends immediately.
 class EmptyFolder : public Folder
 {
 public:

@@ -18,8 +18,7 @@ enum class References : bool
     Follow,
 };
 
-/// The disk as a host sees it whose working folder is the asset's, whatever the real one is. Assets that are
-/// referred to have their own folders as well.
+/// Reads the disk as if each asset's own folder were the working folder, whatever the real one is.
 class AssetFiles : public FileSystem
 {
 public:

@@ -78,7 +78,7 @@ int RunProgram(const std::vector<Verb>& verbs, const std::vector<std::string>& a
         for (const Option& option : verb.Options)
             AddOption(*command, option);
     }
-    // CLI11 takes them last first, without the program's name.
+    // CLI11 expects them in reverse order, without the program's name.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     reversed.pop_back();
     const auto chosen = [&]() -> const Verb*

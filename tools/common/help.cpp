@@ -13,7 +13,7 @@ namespace
 constexpr std::size_t kWidth = 80;
 constexpr std::size_t kTextColumn = 24;
 
-/// Two columns: `left`, and `text` wrapped beside it.
+/// Two columns: `left`, and to its right the wrapped `text`.
 std::string Row(const std::string& left, const std::string& text)
 {
     std::string row = "  " + left;

@@ -48,8 +48,8 @@ private:
 /// A finite float. RapidJSON would print the digits of a double.
 std::string_view Digits(float value, std::array<char, 32>& buffer)
 {
-    // Below this, plain notation is the shortest. From here on only the form with an exponent has no more
-    // digits than needed.
+    // Below this limit, plain notation is shortest. Above it, plain notation would have more digits than
+    // needed.
     constexpr float kExponentFrom = 16'777'216;
     char* const end = buffer.data() + buffer.size();
     char* last = std::abs(value) < kExponentFrom

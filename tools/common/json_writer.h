@@ -35,8 +35,8 @@ public:
     void Null();
     void Boolean(bool value);
     void Integer(std::int64_t value);
-    /// The fewest digits that give the same 32-bit float back. A value that JSON has no number for is written
-    /// as the string "nan", "inf" or "-inf".
+    /// Uses the fewest digits that are read back as the same 32-bit float. A value that JSON has no number
+    /// for is written as the string "nan", "inf" or "-inf".
     void Float(float value);
     void Text(std::string_view utf8);
     void Text(std::u16string_view text);

@@ -12,8 +12,8 @@
 namespace ZLMIM::Tools
 {
 
-// Conventions that the formats leave open, for all that draws or exports assets: metres; x to the right, y
-// forward, z up; rotations as `Bone::ToMatrix` gives them.
+// Conventions that the formats don't define, for everything that draws or exports assets: metres; x to the
+// right, y forward, z up; rotations as `Bone::ToMatrix` gives them.
 
 /// What the poses of bones, in a mesh and in an animation, are relative to. The formats don't say.
 enum class PoseBase
@@ -25,8 +25,8 @@ enum class PoseBase
 /// Column i of the result is row i of `matrix`, so that it takes column vectors as `matrix` takes rows.
 [[nodiscard]] glm::mat4 ToMat4(const Matrix& matrix);
 
-/// The slots of an animation that hold its run. A frame table has one slot more than there are frames: the
-/// last or the first one is empty, depending on whether the file counts frames from 0 or from 1.
+/// The filled slots of an animation. A frame table has one slot more than there are frames: the last or the
+/// first one is empty, depending on whether the file numbers frames from 0 or from 1.
 struct Run
 {
     std::int32_t First = 0;

@@ -9,7 +9,7 @@ namespace ZLMIM::Tools
 {
 
 /// Makes standard output binary and, on a Windows console, UTF-8 until the program ends. Elsewhere the
-/// program ends quietly when whoever reads its output stops reading.
+/// program ends quietly when the reader of its output stops reading.
 void SetUpOutput();
 
 [[nodiscard]] bool IsOutputTerminal();
@@ -18,7 +18,7 @@ void SetUpOutput();
 /// Columns of the terminal that standard output goes to; 80 if it isn't one.
 [[nodiscard]] std::size_t OutputWidth();
 
-/// The largest amount of memory that the program has used so far, in bytes; 0 if the system doesn't say.
+/// Peak memory use of the program so far, in bytes; 0 if unknown.
 [[nodiscard]] std::size_t PeakMemory();
 
 enum class Colour

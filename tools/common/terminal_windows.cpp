@@ -16,7 +16,7 @@
 namespace ZLMIM::Tools
 {
 
-// The narrow arguments have lost the characters that the system's code page lacks.
+// The arguments of `main` have lost the characters that aren't in the system's code page.
 std::vector<std::string> Arguments(int argc, const char* const* argv)
 {
     int count = 0;

@@ -51,7 +51,7 @@ bool IsTgaCutShort(const Beginning& file)
     const std::uint32_t colours = file.Bytes[1] == 1 ? file.Number(5, 2) * ((file.Bytes[7] + 7U) / 8) : 0;
     const std::uint64_t pixels = std::uint64_t{file.Number(12, 2)} * file.Number(14, 2);
     const bool isPacked = file.Bytes[2] > 8;
-    // Packed runs have at least one byte in 128 pixels.
+    // A packed run has at most 128 pixels, and at least one byte.
     const std::uint64_t data = isPacked ? pixels / 128 : pixels * ((file.Bytes[16] + 7U) / 8);
     return file.Size < kHeader + file.Bytes[0] + colours + data;
 }

@@ -11,14 +11,14 @@
 namespace ZLMIM::Tools
 {
 
-/// The files that serve as a texture: those in the mesh's folder that have the texture's name up to its
-/// ending, in any letter case, and any other ending or no ending. Meshes and animations don't count. The
-/// folder is named with a separator at its end, and so are the files' names in the system's form.
+/// The files for a texture: those in the mesh's folder with the texture's name, apart from the ending and
+/// letter case. Excludes meshes and animations. `folder` ends with a separator. Both it and the result are in
+/// the system's form.
 [[nodiscard]] std::vector<NativePath> TextureFiles(const NativePath& meshFolder, std::u16string_view texture,
                                                    PathResolver& names);
 
-/// What is wrong with the file of a picture, such as "is cut short"; empty if nothing is, or it is of a kind
-/// that isn't known. Looks at its size and a few bytes only.
+/// Describes damage to a picture file, such as "is cut short". Empty if no damage is found or the kind of
+/// file is unknown. Reads only its size and a few bytes.
 [[nodiscard]] std::string PictureDamage(const NativePath& file);
 
 } // namespace ZLMIM::Tools

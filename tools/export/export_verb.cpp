@@ -267,14 +267,14 @@ Verb ExportVerb()
            "zlmim export wagon/body.im -o body.gltf\tone mesh, as body.gltf and body.bin with its pictures",
            "zlmim export -r assets -o out\tall assets in the folder assets and below"}},
          {"Repairs",
-          {"What glTF doesn't allow is repaired or left out: normals and rotations that aren't of unit "
+          {"What glTF doesn't allow is repaired or skipped: normals and rotations that aren't of unit "
            "length, "
            "infinite and undefined numbers, indices out of range, empty chunks. A line on standard error "
            "names "
            "each."}},
          {"Exit status",
           {"0\teverything was written as it is",
-           "1\ta file is missing or damaged, or something was repaired or left out; the rest was written",
+           "1\ta file is missing or damaged, or something was repaired or skipped; the rest was written",
            "2\tthe command line is wrong, or a file can't be written"}}},
         [line] { return ExportAll(*line); }};
 }

@@ -41,7 +41,7 @@ public:
             if (mDocument.Nodes.size() > kMaxNodes)
             {
                 mRepairs.Add({},
-                             "entries, bogeys and pantographs are left out, since there are too many bones "
+                             "entries, bogeys and pantographs are skipped, since there are too many bones "
                              "and attachment points");
                 break;
             }

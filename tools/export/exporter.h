@@ -35,7 +35,7 @@ struct Options
 
 /// A loaded asset or mesh as glTF, as far as it was loaded. The result refers to arrays of the object, which
 /// mustn't be changed before it is written, but may be released. `repairs` takes what had to be changed or
-/// left out. `names` finds the textures.
+/// skipped. `names` finds the textures.
 ///
 /// The scene has a root node, below it a node for each entry, attachment point, bone, bogey and pantograph
 /// (see `Tools::Assembly`). A mesh with a skin is a node beside the root, as glTF asks.

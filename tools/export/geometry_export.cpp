@@ -114,7 +114,7 @@ CheckedIndices CheckIndices(const Geometry& geometry, const Report& report)
                                   : shapes == 0 ? 0
                                                 : indices.size();
         if (count < indices.size())
-            report("indices that are too few for a further triangle or line are left out");
+            report("indices that are too few for a further triangle or line are skipped");
         checked.Narrow.resize(count);
         std::transform(indices.begin(), indices.begin() + static_cast<std::ptrdiff_t>(count),
                        checked.Narrow.begin(),
@@ -138,7 +138,7 @@ CheckedIndices CheckIndices(const Geometry& geometry, const Report& report)
         }
     }
     if (isBroken)
-        report("triangles, lines and points with an index out of range are left out");
+        report("triangles, lines and points with an index out of range are skipped");
     if (std::all_of(checked.Wide.begin(), checked.Wide.end(),
                     [](std::uint32_t number) { return number < kRestart; }))
     {
@@ -219,7 +219,7 @@ std::vector<Vector> RepairedNormals(const Geometry& geometry, const CheckedIndic
     }
     if (CornerCount(indices.Type) < 3)
     {
-        report("normals are left out, since some have no direction");
+        report("normals are skipped, since some have no direction");
         return {};
     }
     report("normals without a direction are computed from the triangles");
@@ -279,21 +279,21 @@ std::optional<Primitive> AddGeometry(const std::shared_ptr<const Geometry>& geom
     const auto vertices = geometry->Vertices();
     const auto mode = ModeOf(geometry->PrimitiveType);
     if (vertices.empty() || geometry->Indices().empty())
-        report("a chunk without vertices or indices is left out");
+        report("a chunk without vertices or indices is skipped");
     else if (!mode)
-        report("a chunk of an unknown kind of primitive is left out");
+        report("a chunk of an unknown kind of primitive is skipped");
     if (vertices.empty() || geometry->Indices().empty() || !mode)
         return std::nullopt;
     const auto box = BoxAround(vertices);
     if (!box)
     {
-        report("a chunk with infinite or undefined coordinates is left out");
+        report("a chunk with infinite or undefined coordinates is skipped");
         return std::nullopt;
     }
     CheckedIndices indices = CheckIndices(*geometry, report);
     if (indices.Count() == 0)
     {
-        report("a chunk of which nothing can be drawn is left out");
+        report("a chunk of which nothing can be drawn is skipped");
         return std::nullopt;
     }
     Primitive primitive;

@@ -10,7 +10,7 @@
 namespace ZLMIM::Export
 {
 
-/// What an export has changed or left out, since glTF forbids it.
+/// What an export has changed or skipped, since glTF forbids it.
 class Repairs
 {
 public:

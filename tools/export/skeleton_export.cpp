@@ -51,7 +51,7 @@ SkeletonExport::SkeletonExport(const Bone& root, Tools::PoseBase base, const Rep
         const std::int32_t childCount = children ? children->Count() : 0;
         if (bone->Name.empty() && childCount == 0 && parent)
         {
-            report("bones without a name and children, on which nothing can hang, are left out");
+            report("bones without a name and children, on which nothing can hang, are skipped");
             continue;
         }
         Joint joint = {bone, base == Tools::PoseBase::Parent ? parent : std::nullopt};
@@ -183,12 +183,12 @@ std::optional<SkeletonExport::Samplers> SkeletonExport::AddSamplers(const BoneAn
         const float time = static_cast<float>(static_cast<double>(slot) / animation.FramesPerSecond);
         if (!rotation || !IsFinite(frame.p))
         {
-            report("infinite or undefined poses in frames are left out");
+            report("infinite or undefined poses in frames are skipped");
             continue;
         }
         if (!times.empty() && time <= times.back())
         {
-            report("frames that 32-bit times can't tell apart are left out");
+            report("frames that 32-bit times can't tell apart are skipped");
             continue;
         }
         if (!IsUnit(frame.q))

@@ -18,7 +18,7 @@ namespace ZLMIM::Inspect
 
 using Tools::JsonWriter;
 
-/// Write the properties that a host can read, each under its name, into an object that has been begun.
+/// Write the properties that a host can read, each under its name, into the current JSON object.
 void WriteFields(JsonWriter& json, const Mesh& mesh);
 void WriteFields(JsonWriter& json, const Anim& anim);
 void WriteFields(JsonWriter& json, const ZLMModel& model);
@@ -44,7 +44,7 @@ void WriteRecords(JsonWriter& json, std::span<const Record> records)
     json.EndArray();
 }
 
-/// What `write` writes of the object, or null.
+/// Calls `write` for the object; writes null for a null pointer.
 template <class Object, class Write>
 void WriteOrNull(JsonWriter& json, const std::shared_ptr<Object>& object, Write write)
 {
@@ -54,7 +54,7 @@ void WriteOrNull(JsonWriter& json, const std::shared_ptr<Object>& object, Write 
         json.Null();
 }
 
-/// An array of what `write` writes of each object in a list, or null.
+/// An array with one element for each object in a list, written by `write`; null for a null pointer.
 template <class List, class Write>
 void WriteList(JsonWriter& json, const std::shared_ptr<List>& list, Write write)
 {

@@ -16,7 +16,7 @@ void WritePosition(JsonWriter& json, const std::shared_ptr<Object>& wanted,
 {
     if (!wanted || !list)
         return json.Null();
-    // Compared as they are stored: a table may be long, and handing out its entries has a cost.
+    // Compares stored references: a table may be long, and returning its entries is slower.
     const auto entries = list->Entries();
     const auto found = std::find_if(entries.begin(), entries.end(),
                                     [&](const auto& entry) { return entry.get() == wanted.get(); });

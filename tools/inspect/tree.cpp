@@ -94,7 +94,7 @@ private:
         return Tools::Paint(text, colour, mForm.IsColoured);
     }
 
-    /// A cell that is wider is rather shortened than put on a line of its own.
+    /// A wider cell is shortened instead of starting a new line.
     static constexpr std::size_t kLeastShortened = 40;
 
     const TreeForm& mForm;

@@ -51,7 +51,7 @@ std::string ColourText(const rgbColour& colour)
     return text;
 }
 
-/// The smallest box around points. Coordinates that are no number don't count.
+/// The smallest box around points. Ignores NaN coordinates.
 class Bounds
 {
 public:

@@ -17,7 +17,7 @@ namespace ZLMIM::Inspect
 namespace
 {
 
-/// The entries of a table, in order, by the entry that they hang on: null for those at the top.
+/// The entries of a table, in order, grouped by the entry that they hang on; null for those at the top.
 using Hanging = std::map<const MeshEntry*, std::vector<std::shared_ptr<MeshEntry>>>;
 
 Hanging HangingEntries(const Collection<MeshEntry>& table)
@@ -34,7 +34,7 @@ Hanging HangingEntries(const Collection<MeshEntry>& table)
     return hanging;
 }
 
-/// Levels of entries hanging on one another that are shown.
+/// Maximum number of levels of attached entries to show.
 constexpr int kMaxLevels = 16;
 
 class ModelTree

@@ -11,15 +11,16 @@ namespace ZLMIM::Picture
 namespace
 {
 
-/// The picture is drawn that many times, each time with its samples elsewhere in their pixels, and averaged.
+/// The picture is drawn this many times, each time with other sample positions within the pixels, and
+/// averaged.
 constexpr int kPasses = 16;
 
-/// What a row of a face costs beside its samples, in samples.
+/// The cost of a row of a face in addition to its samples, in samples.
 constexpr double kCostOfRow = 8;
 
 constexpr double kMargin = 0.04;
 constexpr double kAmbient = 0.5;
-/// The way to the light, as the viewer sees it; of unit length.
+/// The direction to the light, as the viewer sees it; of unit length.
 constexpr glm::dvec3 kLight = {-0.28, 0.6, 0.75};
 
 /// Widths of lines and points, in pixels.
@@ -49,7 +50,7 @@ float LightOn(const Triangle& triangle, const Turn& turn)
     return static_cast<float>(kAmbient + (1 - kAmbient) * std::max(0.0, glm::dot(normal, kLight)));
 }
 
-/// Brings a scene into the picture.
+/// Projects a scene onto the picture.
 class Projection
 {
 public:
@@ -82,8 +83,7 @@ public:
 private:
     [[nodiscard]] glm::dvec3 Project(const glm::vec3& point) const
     {
-        // Relative to the middle before it is scaled, since far from the origin small differences would be
-        // lost.
+        // Subtracts the middle before scaling, since small differences far from the origin would be lost.
         return mCentre + (mTurn * glm::dvec3(point) - mMiddle) * glm::dvec3(mScale, -mScale, mScale);
     }
 
@@ -125,14 +125,14 @@ private:
     double mScale = 1;
 };
 
-/// Takes out the faces that would take too long to draw, and returns how many they are.
+/// Removes the faces that would take too long to draw, and returns their number.
 std::size_t Limit(std::vector<Face>& faces, int width, int height)
 {
     double left = kMaxLayers * width * height;
     return std::erase_if(faces,
                          [&](const Face& face)
                          {
-                             // Only the part inside the picture costs anything.
+                             // Only the part inside the picture takes time.
                              const auto& [a, b, c] = face.Corners;
                              const auto [low, high] = std::minmax({a.x, b.x, c.x});
                              const double columns = std::min<double>(high, width) - std::max(low, 0.0);
@@ -148,7 +148,7 @@ std::size_t Limit(std::vector<Face>& faces, int width, int height)
                          });
 }
 
-/// A value that changes evenly over a face.
+/// A value that is interpolated linearly over a face.
 template <class Value>
 class Slope
 {
@@ -194,8 +194,8 @@ public:
         std::fill(mDepths.begin(), mDepths.end(), -std::numeric_limits<double>::infinity());
     }
 
-    /// Draws a face; each pixel's sample is at `sample` in it. A sample on the edge between two faces belongs
-    /// to exactly one of them.
+    /// Draws a face. Each pixel is sampled at the position `sample` within it. A sample on the edge between
+    /// two faces belongs to exactly one of them.
     void Draw(const Face& face, const glm::dvec2& sample)
     {
         const auto& [top, middle, bottom] = face.Corners;
@@ -264,8 +264,8 @@ private:
     std::vector<double> mDepths;
 };
 
-/// Places that fill a pixel evenly, no two in one row or column: the bits of `pass`, mirrored, for the one
-/// way, and `pass` for the other.
+/// Sample positions spread evenly over a pixel, no two in one row or column: one coordinate is `pass`, the
+/// other its bits in reverse order.
 glm::dvec2 SampleOf(int pass)
 {
     int mirrored = 0;
@@ -292,7 +292,7 @@ Turn TurnFrom(double azimuth, double elevation)
     const double a = glm::radians(azimuth);
     const double e = glm::radians(elevation);
     const glm::dvec3 viewer = {std::sin(a) * std::cos(e), std::cos(a) * std::cos(e), std::sin(e)};
-    // Straight from above or below, up is away from where the viewer would be a little lower or higher.
+    // Seen exactly from above or below, the up direction is that of a slightly lower or higher viewer.
     if (std::cos(e) < 1e-6)
         return Look(viewer, glm::dvec3(-std::sin(a), -std::cos(a), 0) * (e > 0 ? 1.0 : -1.0));
     return Look(viewer, {0, 0, 1});

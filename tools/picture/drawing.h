@@ -12,7 +12,7 @@
 namespace ZLMIM::Picture
 {
 
-/// Turns the viewer's right to x, up to y, and the way to the viewer to z.
+/// Rotates so that x is the viewer's right, y is up, and z points to the viewer.
 using Turn = glm::dmat3;
 
 /// For a viewer at an angle around the asset and one above it, in degrees. From azimuth 0 the front is seen,
@@ -26,7 +26,7 @@ using Turn = glm::dmat3;
 [[nodiscard]] Turn TurnFromTop();
 [[nodiscard]] Turn TurnFromBottom();
 
-/// The box around what scenes show, as a viewer sees it.
+/// The bounding box of scenes, as a viewer sees it.
 class Frame
 {
 public:
@@ -44,20 +44,21 @@ private:
     glm::dvec3 mHigh = glm::dvec3(-std::numeric_limits<double>::infinity());
 };
 
-/// Limit: what would cover the picture more often than this, all triangles together, isn't drawn, since it
-/// would take too long.
+/// Limit: triangles that together would cover the picture more often than this aren't drawn, since that would
+/// take too long.
 constexpr double kMaxLayers = 32;
 
 struct Drawing
 {
     Picture::Image Image;
     /// Triangles that weren't drawn because of `kMaxLayers`.
-    std::size_t LeftOut = 0;
+    std::size_t Skipped = 0;
 };
 
-/// Draws a scene in parallel projection, so that lengths compare; `frame` fills the picture at a `zoom` of 1.
-/// Both sides of a triangle show. The more a triangle faces the light, which comes from over the viewer's
-/// left shoulder, the brighter it is. Translucent triangles are drawn last, from back to front.
+/// Draws a scene in parallel projection, so that lengths are comparable; `frame` fills the picture at a
+/// `zoom` of 1. Both sides of a triangle are visible. The more a triangle faces the light, which comes from
+/// over the viewer's left shoulder, the brighter it is. Translucent triangles are drawn last, from back to
+/// front.
 [[nodiscard]] Drawing Draw(const Scene& scene, const Frame& frame, int width, int height, double zoom = 1);
 
 } // namespace ZLMIM::Picture

@@ -203,7 +203,8 @@ void Write(Image& image, std::string_view text, int x, int y, int width)
         float X, Y, Z;
         unsigned char Colour[4];
     };
-    std::vector<Corner> corners(ascii.size() * 68); // the font's most: 270 bytes a character, 16 a corner
+    // The font needs at most 270 bytes per character, 16 per corner.
+    std::vector<Corner> corners(ascii.size() * 68);
     const int quads = stb_easy_font_print(0, 0, ascii.data(), nullptr, corners.data(),
                                           static_cast<int>(corners.size() * sizeof(Corner)));
     for (int i = 0; i < quads; ++i)

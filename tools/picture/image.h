@@ -23,7 +23,7 @@ struct Image
     std::vector<glm::u8vec3> Pixels;
 };
 
-/// A picture that covers triangles.
+/// A texture for triangles.
 struct Texture
 {
     int Width = 0;
@@ -43,15 +43,15 @@ struct Texture
 [[nodiscard]] std::string ToPng(const Image& image);
 [[nodiscard]] std::string ToPng(const Texture& texture);
 
-/// The bytes of an animated PNG file that repeats for ever. All images must be of one size.
+/// The bytes of an animated PNG file that repeats forever. All images must be of one size.
 /// @throws std::runtime_error if it can't be made.
 [[nodiscard]] std::string ToAnimatedPng(const std::vector<Image>& images, int framesPerSecond);
 
 /// Puts `part` into `image`, its upper left corner at x, y.
 void Paste(Image& image, const Image& part, int x, int y);
 
-/// Writes a text in small letters, as far as it fits into `width` pixels. What isn't ASCII becomes a question
-/// mark.
+/// Draws a text in a small font, as far as it fits into `width` pixels. Characters that aren't ASCII become
+/// question marks.
 void Write(Image& image, std::string_view text, int x, int y, int width);
 
 } // namespace ZLMIM::Picture

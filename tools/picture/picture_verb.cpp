@@ -109,7 +109,7 @@ void CheckOutput(const std::string& output)
         throw UsageError("-o: '" + output + "' must end in .png: pictures are PNG files, also animated ones");
 }
 
-/// The drawing of pictures as the command line asks for them.
+/// Draws the pictures that the command line requests.
 class Job
 {
 public:
@@ -310,8 +310,8 @@ private:
         for (Scene& scene : scenes)
         {
             Drawing drawing = Draw(scene, frame, mSize[0], mSize[1], mZoom);
-            if (drawing.LeftOut > 0)
-                scene.Problems["triangles are left out, since they would take too long"] = drawing.LeftOut;
+            if (drawing.Skipped > 0)
+                scene.Problems["triangles are skipped, since they would take too long"] = drawing.Skipped;
             images.push_back(std::move(drawing.Image));
         }
         const Scene& scene = scenes.front();

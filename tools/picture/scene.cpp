@@ -43,8 +43,8 @@ std::size_t TriangleCount(PrimFlag type, std::size_t indexCount)
     return indexCount < 3 ? 0 : indexCount - 2;
 }
 
-/// Places of a triangle's corners among the indices. Every other triangle of a strip runs the other way
-/// round, so its first two corners are swapped.
+/// Positions of a triangle's corners in the array of indices. Every other triangle of a strip has the
+/// opposite winding, so its first two corners are swapped.
 std::array<std::size_t, 3> CornersOf(PrimFlag type, std::size_t triangle)
 {
     if (type == PrimFlag::TRIANGLES)
@@ -55,7 +55,7 @@ std::array<std::size_t, 3> CornersOf(PrimFlag type, std::size_t triangle)
     return {triangle + odd, triangle + 1 - odd, triangle + 2};
 }
 
-/// The vertex that an index means; null if there is none.
+/// The vertex of an index; null if there is none.
 const Vertex* VertexAt(std::span<const Vertex> vertices, std::int32_t index)
 {
     if (index < 0 && index >= -32'768 && vertices.size() > kMostSignedVertices)
@@ -65,7 +65,7 @@ const Vertex* VertexAt(std::span<const Vertex> vertices, std::int32_t index)
                : nullptr;
 }
 
-/// Where a vertex is, if that is finite.
+/// The position of a vertex, if it is finite.
 std::optional<glm::vec3> PlaceOf(const Vertex* vertex, const glm::mat4& place)
 {
     if (!vertex)
@@ -196,7 +196,7 @@ void SceneMaker::AddTriangles(const Geometry& geometry, const glm::mat4& place)
         else if (HasArea(triangle.Corners))
             mScene.Triangles.push_back(triangle);
     }
-    AddProblem("triangles with a corner that doesn't exist are left out", broken);
+    AddProblem("triangles with a corner that doesn't exist are skipped", broken);
 }
 
 void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
@@ -206,7 +206,7 @@ void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
     const bool isPoints = type == PrimFlag::POINTS;
     if (!isPoints && type != PrimFlag::LINES && type != PrimFlag::LINE_STRIP)
     {
-        AddProblem("chunks of an unknown kind of primitive are left out");
+        AddProblem("chunks of an unknown kind of primitive are skipped");
         return;
     }
     const std::size_t step = type == PrimFlag::LINES ? 2 : 1;
@@ -224,7 +224,7 @@ void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
         else
             ++broken;
     }
-    AddProblem("lines and points with an end that doesn't exist are left out", broken);
+    AddProblem("lines and points with an end that doesn't exist are skipped", broken);
 }
 
 Surface SceneMaker::SurfaceOf(const Material& material, const Mesh& mesh)
@@ -277,13 +277,13 @@ void SceneMaker::AddProblem(const char* what, std::size_t count)
         mScene.Problems[what] += count;
 }
 
-/// How many of `count` further triangles or lines there is room for.
+/// How many of `count` further triangles or lines the limit allows.
 std::size_t SceneMaker::Admit(std::size_t count)
 {
     const std::size_t room =
         kMaxTriangles - std::min(kMaxTriangles, mScene.Triangles.size() + mScene.Lines.size());
     const std::size_t admitted = std::min(count, room);
-    AddProblem("triangles and lines are left out, since there are too many", count - admitted);
+    AddProblem("triangles and lines are skipped, since there are too many", count - admitted);
     return admitted;
 }
 

@@ -22,7 +22,7 @@
 namespace ZLMIM::Picture
 {
 
-/// What a surface looks like.
+/// The appearance of a surface.
 struct Surface
 {
     /// The material's diffuse colour, each component from 0 to 1.
@@ -38,13 +38,13 @@ struct Surface
     [[nodiscard]] bool IsOpaque() const { return Opacity >= 1 && !Transparency; }
 };
 
-/// A triangle, its corners finite. The triangles of a chunk run the same way round, strips included; which
-/// way shows the front, the format doesn't say.
+/// A triangle with finite corners. All triangles of a chunk have the same winding, also in strips. The format
+/// doesn't define which side is the front.
 struct Triangle
 {
     std::array<glm::vec3, 3> Corners;
     std::array<glm::vec2, 3> Coordinates = {};
-    /// Place in `Scene::Surfaces`.
+    /// Index in `Scene::Surfaces`.
     std::size_t Surface = 0;
 };
 
@@ -55,13 +55,13 @@ struct Line
     std::size_t Surface = 0;
 };
 
-/// What an asset looks like, in its own space (see `tools/common/poses.h`).
+/// An asset as triangles and lines, in its own space (see `tools/common/poses.h`).
 struct Scene
 {
     std::vector<Triangle> Triangles;
     std::vector<Line> Lines;
     std::vector<Picture::Surface> Surfaces;
-    /// What is left out or not as it should be, and how many of each.
+    /// What was skipped or is wrong, and how many of each.
     std::map<std::string, std::size_t> Problems;
     /// Names of textures without a file, or whose file isn't a picture that can be read.
     std::set<std::string> MissingTextures;
@@ -82,7 +82,7 @@ struct SceneRequest
     bool HasTextures = true;
 };
 
-/// Limit: further triangles and lines are left out.
+/// Limit: further triangles and lines are skipped.
 constexpr std::size_t kMaxTriangles = 2'000'000;
 
 /// Textures that have been read, by their files.

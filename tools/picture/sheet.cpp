@@ -16,7 +16,7 @@ namespace
 
 constexpr int kMargin = 8;
 constexpr int kTextHeight = 14;
-/// Pixels that a page may have.
+/// Maximum number of pixels of a page.
 constexpr std::int64_t kMaxPage = 100'000'000;
 
 } // namespace
@@ -31,7 +31,7 @@ std::vector<Image> Sheet::Pages() const
     for (std::size_t first = 0; first < mPictures.size(); first += most)
     {
         const auto count = static_cast<int>(std::min(most, mPictures.size() - first));
-        // About as wide as high.
+        // Approximately square.
         const int columns = std::clamp(
             static_cast<int>(std::lround(std::sqrt(static_cast<double>(count) * cellHeight / cellWidth))), 1,
             count);

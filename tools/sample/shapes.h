@@ -27,7 +27,7 @@ void AddBox(Shape& shape, const ZLMIM::Vector& centre, const ZLMIM::Vector& size
 /// Adds a cylinder along an axis (0 for x, 1 for y, 2 for z), with both caps. Lengths in metres.
 void AddCylinder(Shape& shape, int axis, const ZLMIM::Vector& centre, float length, float radius, int sides);
 
-/// The GEOM block of a shape made of triangles, that hangs from `bone`.
+/// Appends the GEOM block of a shape of triangles that hangs from `bone`.
 void AppendGeometry(ZLMIM::Testing::Bytes& payload, const Shape& shape, const std::string& bone,
                     std::int32_t version);
 

@@ -1,6 +1,6 @@
 #include "config_braces.h"
 
-#include "words.h"
+#include "spelling.h"
 
 #include <algorithm>
 #include <array>
@@ -35,7 +35,7 @@ enum class TokenKind : std::uint8_t
     OtherWithValue,
 };
 
-/// What matters of a line.
+/// The relevant properties of a line.
 struct Token
 {
     TokenKind Kind;
@@ -89,21 +89,21 @@ struct Change
     std::size_t Index = kNowhere;
 };
 
-/// Walks over a config's structure, and adds up what is strange in it.
-class Judge
+/// Adds up penalties for oddities in the structure of a config.
+class StructureScore
 {
 public:
-    explicit Judge(const std::vector<Token>& tokens)
+    explicit StructureScore(const std::vector<Token>& tokens)
         : mTokens(tokens), mIsIndented(std::any_of(tokens.begin(), tokens.end(),
                                                    [](const Token& token) { return token.Indent > 0; }))
     {
     }
 
-    [[nodiscard]] int Strangeness(const Change& change)
+    [[nodiscard]] int Penalty(const Change& change)
     {
         using enum ChangeKind;
         mOpen.clear();
-        mStrange = 0;
+        mPenalty = 0;
         mName = kNowhere;
         mChangedBlock = kNowhere;
         for (std::size_t i = 0; i < mTokens.size(); ++i)
@@ -118,7 +118,7 @@ public:
         }
         if (change.Kind == InsertClosing && change.Index == mTokens.size())
             CloseInserted();
-        return mStrange + 10 * static_cast<int>(mOpen.size());
+        return mPenalty + 10 * static_cast<int>(mOpen.size());
     }
 
     /// The line of the block that the inserted brace closes.
@@ -135,7 +135,7 @@ private:
     };
     struct Block
     {
-        Judge::Context In;
+        StructureScore::Context In;
         std::size_t Line;
         std::size_t Indent;
         std::size_t ContentIndent = kNowhere;
@@ -151,7 +151,7 @@ private:
         const Token& token = mTokens[index];
         if (token.Kind == Opening)
         {
-            mStrange += mName == kNowhere ? 4 : 0;
+            mPenalty += mName == kNowhere ? 4 : 0;
             Open(mName == kNowhere ? index : mName, token.Indent);
             return;
         }
@@ -173,45 +173,45 @@ private:
         const Context here = Here();
         const bool isTopKey = token.Kind == TopKey || token.Kind == Table || token.Kind == TableBlock;
         if (isTopKey && (here == Context::Table || here == Context::Entry))
-            mStrange += 4;
-        // In another block inside of an entry, or in a block where the table should be.
+            mPenalty += 4;
+        // In a nested block of an entry, or in a block in place of the table.
         const bool isNearEntry = here == Context::Other && mOpen.size() != 2 && mOpen.size() <= 3;
         if (token.Kind == EntryKey && (here == Context::Top || here == Context::Table || isNearEntry))
-            mStrange += 3;
+            mPenalty += 3;
         if (token.Kind == Effects && here != Context::Entry)
-            mStrange += 3;
+            mPenalty += 3;
         if (mOpen.empty())
         {
-            mStrange += token.Indent > 0 ? 1 : 0;
+            mPenalty += token.Indent > 0 ? 1 : 0;
             return;
         }
-        Judge::Block& block = mOpen.back();
+        StructureScore::Block& block = mOpen.back();
         if (token.Kind == EntryKey)
         {
-            mStrange += block.Has.at(token.EntryKey) ? 2 : 0;
+            mPenalty += block.Has.at(token.EntryKey) ? 2 : 0;
             block.Has.at(token.EntryKey) = true;
             block.HasEntryKey = true;
         }
         if (block.ContentIndent == kNowhere)
         {
             block.ContentIndent = token.Indent;
-            mStrange += mIsIndented && token.Indent <= block.Indent ? 1 : 0;
+            mPenalty += mIsIndented && token.Indent <= block.Indent ? 1 : 0;
         }
         else
         {
-            mStrange += token.Indent != block.ContentIndent ? 1 : 0;
-            mStrange += mIsIndented && token.Indent <= block.Indent ? 1 : 0;
+            mPenalty += token.Indent != block.ContentIndent ? 1 : 0;
+            mPenalty += mIsIndented && token.Indent <= block.Indent ? 1 : 0;
         }
     }
 
-    /// The line before was no block's name after all.
+    /// Called when the line before turns out not to be the name of a block.
     void EndName()
     {
         if (mName == kNowhere)
             return;
         const TokenKind kind = mTokens[mName].Kind;
         if (Here() == Context::Table || kind == TokenKind::Table || kind == TokenKind::Effects)
-            mStrange += 3;
+            mPenalty += 3;
         mName = kNowhere;
     }
 
@@ -229,7 +229,7 @@ private:
             context = Context::Effects;
         // A key with a value has no block.
         if (kind == EntryKey || kind == TopKey || kind == OtherWithValue)
-            mStrange += 3;
+            mPenalty += 3;
         mOpen.push_back({context, line, indent});
         mName = kNowhere;
     }
@@ -243,10 +243,10 @@ private:
     {
         if (mOpen.empty())
         {
-            mStrange += 10;
+            mPenalty += 10;
             return;
         }
-        mStrange += mIsIndented && mOpen.back().Indent != indent ? 2 : 0;
+        mPenalty += mIsIndented && mOpen.back().Indent != indent ? 2 : 0;
         Leave();
     }
 
@@ -255,7 +255,7 @@ private:
         EndName();
         if (mOpen.empty())
         {
-            mStrange += 10;
+            mPenalty += 10;
             return;
         }
         mChangedBlock = mOpen.back().Line;
@@ -264,18 +264,18 @@ private:
 
     void Leave()
     {
-        const Judge::Block& block = mOpen.back();
+        const StructureScore::Block& block = mOpen.back();
         if (block.In == Context::Entry && !block.HasEntryKey)
-            mStrange += 2;
+            mPenalty += 2;
         if (block.ContentIndent == kNowhere)
-            mStrange += block.In == Context::Table ? 4 : 1;
+            mPenalty += block.In == Context::Table ? 4 : 1;
         mOpen.pop_back();
     }
 
     const std::vector<Token>& mTokens;
     bool mIsIndented;
     std::vector<Block> mOpen;
-    int mStrange = 0;
+    int mPenalty = 0;
     /// The line just before, whose block a brace would open.
     std::size_t mName = kNowhere;
     std::size_t mChangedBlock = kNowhere;
@@ -294,20 +294,20 @@ std::pair<Change, std::size_t> BestChange(const std::vector<TextLine>& lines, bo
 {
     std::vector<Token> tokens;
     std::transform(lines.begin(), lines.end(), std::back_inserter(tokens), TokenOf);
-    Judge judge(tokens);
+    StructureScore score(tokens);
     std::pair<Change, std::size_t> best;
     int least = std::numeric_limits<int>::max();
     const auto attempt = [&](ChangeKind kind, std::size_t index)
     {
         const Change change = {kind, index};
-        // Opening braces, which are beside their block's name, are lost less often.
+        // Opening braces are lost less often, since they are next to their block's name.
         const bool isOpening = kind == ChangeKind::RemoveOpening || kind == ChangeKind::InsertOpening;
-        const int strangeness = judge.Strangeness(change) + (isOpening ? 1 : 0);
+        const int penalty = score.Penalty(change) + (isOpening ? 1 : 0);
         // Of several closing braces in a row, the last one is as good as any.
-        if (strangeness < least || (strangeness == least && kind == ChangeKind::RemoveClosing))
+        if (penalty < least || (penalty == least && kind == ChangeKind::RemoveClosing))
         {
-            least = strangeness;
-            best = {change, judge.ChangedBlock()};
+            least = penalty;
+            best = {change, score.ChangedBlock()};
         }
     };
     for (std::size_t i = 0; i <= lines.size(); ++i)
@@ -328,7 +328,7 @@ std::pair<Change, std::size_t> BestChange(const std::vector<TextLine>& lines, bo
 
 } // namespace
 
-std::int64_t MendBraces(std::vector<TextLine>& lines, Report& report)
+std::int64_t RepairBraces(std::vector<TextLine>& lines, Report& report)
 {
     std::int64_t first = std::numeric_limits<std::int64_t>::max();
     const auto add = [&](Code code, std::int64_t line, const std::string& message)

@@ -2,7 +2,7 @@
 
 #include "config_braces.h"
 #include "config_lines.h"
-#include "words.h"
+#include "spelling.h"
 
 #include "zlmim/config/config_line.h"
 #include "zlmim/config/line_reader.h"
@@ -34,7 +34,7 @@ std::size_t IndentOf(const std::u16string& line)
     return columns;
 }
 
-/// Whether a line that a quoted value has swallowed looks like a line of its own.
+/// Whether a line inside a quoted value looks like a separate line.
 bool LooksLikeKey(const std::u16string& line)
 {
     const std::u16string lowerLine = LowerCase(Trim(line));
@@ -223,7 +223,7 @@ private:
         std::vector<std::u16string> absent;
         std::copy_if(known.begin(), known.end(), std::back_inserter(absent),
                      [&](const std::u16string& name)
-                     { return !present.contains(name) && (name.size() > 4 || LettersApart(key, name) < 2); });
+                     { return !present.contains(name) && (name.size() > 4 || EditDistance(key, name) < 2); });
         const std::string hint = key.size() < 3 ? std::string() : DidYouMean(key, absent);
         if (hint.empty())
             return;
@@ -249,7 +249,7 @@ std::int64_t CheckConfig(ConfigText& text, Report& report)
     // An open quotation mark swallows braces and keys.
     if (firstMistake == kNoLine)
     {
-        firstMistake = MendBraces(lines, report);
+        firstMistake = RepairBraces(lines, report);
         KeyChecker(lines, report).Check();
     }
     return firstMistake;

@@ -35,13 +35,13 @@ public:
         {
             // The model's load fails there as well.
             const bool hasBegun = mLines.LineCount() >= mLines.FirstLine();
-            mKeys.TroubleLine = std::min(mLines.FirstLine(), mLines.LineCount());
+            mKeys.ErrorLine = std::min(mLines.FirstLine(), mLines.LineCount());
             if (error.Number() != FileSystemError::Code::PastEnd)
-                mKeys.Trouble = "it can't be read";
+                mKeys.Error = "it can't be read";
             else if (hasBegun)
-                mKeys.Trouble = "its quotation mark is never closed";
+                mKeys.Error = "its quotation mark is never closed";
             else
-                mKeys.Trouble = "its block doesn't begin before the file ends";
+                mKeys.Error = "its block doesn't begin before the file ends";
         }
         return std::move(mKeys);
     }

@@ -20,14 +20,13 @@ struct ConfigKeys
     /// All `bogey` keys, and `pantograph`.
     std::vector<ConfigLine> References;
     ConfigLine AssetFileName;
-    /// What keeps the file from being read to its end, and the line of the key that it is about; empty and 0
-    /// if it can be.
-    std::string Trouble;
-    std::int64_t TroubleLine = 0;
+    /// Why the file can't be read to its end, and the line of the key concerned. Empty and 0 if it can.
+    std::string Error;
+    std::int64_t ErrorLine = 0;
 };
 
 /// Reads the keys that hold names of files, assets, entries and attachment points, as a model reads them.
-/// @throws BoundsError where the file exceeds the limits of a load.
+/// @throws BoundsError if the file exceeds the limits of a load.
 [[nodiscard]] ConfigKeys ReadConfigKeys(TextStream& stream);
 
 } // namespace ZLMIM::Validate

@@ -1,6 +1,6 @@
 #include "config_text.h"
 
-#include "words.h"
+#include "spelling.h"
 
 #include "tools/common/paths.h"
 #include "zlmim/model/errors.h"

@@ -22,7 +22,7 @@ struct Blocks
 {
     std::string_view Tag;
     std::int64_t Most = 1;
-    /// What the file says how many there are of.
+    /// Plural of what the blocks contain, if the file has a count of them.
     std::string_view Counted = {};
 };
 
@@ -40,7 +40,7 @@ public:
     {
     }
 
-    /// Goes over the blocks, which come in that order, each if it is there.
+    /// Walks over the blocks, which are optional and in that order.
     void Check(const std::vector<Blocks>& all, Report& report)
     {
         constexpr std::int64_t kInfo = 16;

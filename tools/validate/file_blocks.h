@@ -10,8 +10,7 @@
 namespace ZLMIM::Validate
 {
 
-/// Compare the length of a file that has been loaded with the sizes that its blocks give: what follows its
-/// last block isn't read.
+/// Compare the length of a loaded file with the sizes of its blocks. Data after the last block isn't read.
 void CheckLength(const Mesh& mesh, const NativePath& file, Report& report);
 void CheckLength(const Anim& anim, const NativePath& file, Report& report);
 

@@ -1,6 +1,6 @@
 #include "finding.h"
 
-#include "words.h"
+#include "spelling.h"
 
 #include <algorithm>
 #include <array>

@@ -94,7 +94,7 @@ struct CodeInfo
 
 [[nodiscard]] std::string_view Name(Severity severity);
 
-/// Where in a file. All empty for the file as a whole.
+/// A place in a file. All fields are empty for the file as a whole.
 struct Place
 {
     /// From 1; 0 for no line.

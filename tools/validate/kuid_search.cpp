@@ -41,7 +41,7 @@ void KuidIndex::Take(const Folder& folder, FileSystem& files)
             return kuid.has_value();
         });
     if (!outcome.Thrown.empty())
-        config.Failure = Tools::Told(outcome);
+        config.Failure = Tools::Describe(outcome);
     else if (kuid)
         MakeLowerCase(*kuid);
     else

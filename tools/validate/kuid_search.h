@@ -34,9 +34,9 @@ public:
 
     struct Match
     {
-        /// What a search finds first, and what it would find then.
+        /// The config that a search finds first, then the others.
         std::vector<const FoundConfig*> Configs;
-        /// What it fails at before; nullptr if it doesn't.
+        /// The config at which the search fails before it finds any; null if it doesn't fail.
         const FoundConfig* Failure = nullptr;
     };
     /// The configs whose kuid, in lower case, is `kuid`.

@@ -1,7 +1,8 @@
 #include "mesh_geometry.h"
 
+#include "finite.h"
 #include "mesh_material.h"
-#include "words.h"
+#include "tally.h"
 
 #include "tools/common/text.h"
 
@@ -22,7 +23,7 @@ namespace
 using Tools::Counted;
 
 /// How far the length of a normal may be from 1. Normals that were once stored as three signed bytes are off
-/// by at most 1/127, which nobody sees in the shading.
+/// by at most 1/127, which isn't visible.
 constexpr float kNormalTolerance = 0.01F;
 
 /// A triangle has no area if its height is at most one rounding step of its largest coordinate.
@@ -77,48 +78,48 @@ std::int64_t PrimitivesMade(const Geometry& geometry, const Kind& kind)
     return 1 + (indices - kind.First) / kind.Next;
 }
 
-class GeometryJudge
+class GeometryChecker
 {
 public:
-    GeometryJudge(const Geometry& geometry, std::int32_t chunk, Report& report)
+    GeometryChecker(const Geometry& geometry, std::int32_t chunk, Report& report)
         : mGeometry(geometry), mKind(KindOf(geometry.PrimitiveType)), mChunk(chunk), mReport(report)
     {
     }
 
-    void Judge()
+    void Check()
     {
-        JudgeCounts();
-        JudgeIndices();
+        CheckCounts();
+        CheckIndices();
         if (mKind)
-            JudgePrimitives(*mKind);
+            CheckPrimitives(*mKind);
         else
             mReport.Add(Code::PrimitiveKind, ChunkPlace(mChunk),
                         std::to_string(static_cast<std::int32_t>(mGeometry.PrimitiveType)) +
                             " is no kind of primitive");
         if (mGeometry.MaxVertices() == 0)
             mReport.Add(Code::ChunkEmpty, ChunkPlace(mChunk), "it has no vertices");
-        JudgeVertices();
-        JudgeNormals(mGeometry.VertexNormals(), "normal ", 0);
-        JudgeNormals(mGeometry.FaceNormals->Entries(), "face normal ", 1);
+        CheckVertices();
+        CheckNormals(mGeometry.VertexNormals(), "normal ", 0);
+        CheckNormals(mGeometry.FaceNormals->Entries(), "face normal ", 1);
         if (mKind && mKind->IsFace)
-            JudgeTriangles();
+            CheckTriangles();
     }
 
 private:
-    void JudgeCounts()
+    void CheckCounts()
     {
-        const auto judge = [this](std::int32_t count, const std::string& what)
+        const auto check = [this](std::int32_t count, const std::string& what)
         {
             if (count < 0)
                 mReport.Add(Code::NegativeCount, ChunkPlace(mChunk),
                             "a count of " + std::to_string(count) + " " + what);
         };
-        judge(mGeometry.MaxVertices(), "vertices");
-        judge(mGeometry.MaxIndex(), "indices");
-        judge(mGeometry.PrimitiveCount, "primitives");
+        check(mGeometry.MaxVertices(), "vertices");
+        check(mGeometry.MaxIndex(), "indices");
+        check(mGeometry.PrimitiveCount, "primitives");
     }
 
-    /// The vertex that an index means.
+    /// The vertex number of an index.
     [[nodiscard]] std::int32_t VertexOf(std::int32_t index) const
     {
         const bool isUnsigned = mGeometry.Vertices().size() > kMostSignedVertices && index >= -32'768;
@@ -130,7 +131,7 @@ private:
         return static_cast<std::uint32_t>(VertexOf(index)) < mGeometry.Vertices().size();
     }
 
-    void JudgeIndices()
+    void CheckIndices()
     {
         const auto indices = mGeometry.Indices();
         Tally outside;
@@ -150,12 +151,12 @@ private:
         Add(Code::IndexOutside, "index ", outside, message);
     }
 
-    void JudgePrimitives(const Kind& kind)
+    void CheckPrimitives(const Kind& kind)
     {
         const std::int64_t indices = std::max(mGeometry.MaxIndex(), 0);
         const std::int64_t made = PrimitivesMade(mGeometry, kind);
         const bool hasRest = kind.Next > 1 && indices % kind.Next != 0;
-        // A negative count has a finding of its own.
+        // A negative count is reported separately.
         if (mGeometry.PrimitiveCount >= 0 && (mGeometry.PrimitiveCount != made || hasRest))
         {
             std::string message = "a count of " + Tools::Number(mGeometry.PrimitiveCount) + ", where " +
@@ -167,7 +168,7 @@ private:
                 message += " and a part of one";
             mReport.Add(Code::PrimitiveCount, ChunkPlace(mChunk), std::move(message));
         }
-        // Lines and points need none; if the two counts of faces differ, either will do.
+        // Lines and points need no normals. If the two counts of faces differ, either one is accepted.
         const std::int64_t normals = mGeometry.FaceNormals->Count();
         if (normals != made && normals != mGeometry.PrimitiveCount && (kind.IsFace || normals != 0))
             mReport.Add(Code::FaceNormalCount, ChunkPlace(mChunk),
@@ -175,7 +176,7 @@ private:
                             Counted(made, kind.One, kind.Many));
     }
 
-    void JudgeVertices()
+    void CheckVertices()
     {
         const auto vertices = mGeometry.Vertices();
         Tally bad;
@@ -197,12 +198,12 @@ private:
             Add(Code::VertexFar, "vertex ", far, "it is more than 100 km from the origin" + far.AndMore());
     }
 
-    void JudgeNormals(std::span<const Vector> normals, std::string_view what, std::int64_t first)
+    void CheckNormals(std::span<const Vector> normals, std::string_view what, std::int64_t first)
     {
         constexpr float kLeast = (1 - kNormalTolerance) * (1 - kNormalTolerance);
         constexpr float kMost = (1 + kNormalTolerance) * (1 + kNormalTolerance);
         // Lines and points are drawn without them.
-        const bool isLengthJudged = mKind && mKind->IsFace;
+        const bool isLengthChecked = mKind && mKind->IsFace;
         Tally bad;
         Tally wrong;
         for (std::size_t i = 0; i < normals.size(); ++i)
@@ -214,7 +215,7 @@ private:
             const std::int64_t number = first + static_cast<std::int64_t>(i);
             if (!AreFinite(n))
                 bad.Note(number);
-            else if (isLengthJudged)
+            else if (isLengthChecked)
                 wrong.Note(number);
         }
         if (bad.Count() > 0)
@@ -226,7 +227,7 @@ private:
             "of length " + Tools::Decimal(std::hypot(n.x, n.y, n.z)) + wrong.AndMore());
     }
 
-    void JudgeTriangles()
+    void CheckTriangles()
     {
         const auto indices = mGeometry.Indices();
         const bool isStrip = mGeometry.PrimitiveType == PrimFlag::TRI_STRIP;
@@ -287,8 +288,9 @@ private:
         return mGeometry.Vertices()[static_cast<std::size_t>(number)];
     }
 
-    /// The cosine between the normal that a triangle's corners make and the one that is stored for it: its
-    /// face normal if there is one for each face, else the sum of its corners'. 0 if it can't be computed.
+    /// The cosine of the angle between the normal computed from a triangle's corners and the stored one. That
+    /// is the face normal if there is one for each face, otherwise the sum of the corners' normals. 0 if it
+    /// can't be computed.
     [[nodiscard]] double Direction(const Corners& corners, std::int64_t face, std::int64_t faceCount) const
     {
         Point stored = {};
@@ -342,9 +344,9 @@ private:
 
 } // namespace
 
-void JudgeGeometry(const Geometry& geometry, std::int32_t chunk, Report& report)
+void CheckGeometry(const Geometry& geometry, std::int32_t chunk, Report& report)
 {
-    GeometryJudge(geometry, chunk, report).Judge();
+    GeometryChecker(geometry, chunk, report).Check();
 }
 
 } // namespace ZLMIM::Validate

@@ -11,7 +11,7 @@ namespace ZLMIM::Validate
 {
 
 /// Checks the vertices, normals and faces of the chunk with that number.
-void JudgeGeometry(const Geometry& geometry, std::int32_t chunk, Report& report);
+void CheckGeometry(const Geometry& geometry, std::int32_t chunk, Report& report);
 
 } // namespace ZLMIM::Validate
 

@@ -1,6 +1,8 @@
 #include "mesh_material.h"
 
-#include "words.h"
+#include "finite.h"
+#include "spelling.h"
+#include "tally.h"
 
 #include "tools/common/paths.h"
 #include "tools/common/text.h"
@@ -22,7 +24,7 @@ constexpr std::int32_t kLastShortMaterial = 101;
 
 bool IsNegative(const rgbColour& colour) { return std::min({colour.r, colour.g, colour.b}) < 0; }
 
-void JudgeNumbers(const Material& material, std::int32_t chunk, Report& report)
+void CheckNumbers(const Material& material, std::int32_t chunk, Report& report)
 {
     const bool isFinite = AreFinite(material.Ambient) && AreFinite(material.Diffuse) &&
                           AreFinite(material.Specular) && AreFinite(material.Emissive) &&
@@ -52,7 +54,7 @@ void JudgeNumbers(const Material& material, std::int32_t chunk, Report& report)
 
 Place ChunkPlace(std::int32_t number, std::string detail) { return {0, {}, number, std::move(detail)}; }
 
-void JudgeMaterials(const Mesh& mesh, const NativePath& folder, PathResolver& names, Report& report)
+void CheckMaterials(const Mesh& mesh, const NativePath& folder, PathResolver& names, Report& report)
 {
     struct Use
     {
@@ -67,7 +69,7 @@ void JudgeMaterials(const Mesh& mesh, const NativePath& folder, PathResolver& na
         const Material& material = *chunk->Material;
         if (material.Version == 0 && material.Textures->Count() == 0)
             report.Add(Code::MaterialMissing, ChunkPlace(number), "it has no MATL block");
-        JudgeNumbers(material, number, report);
+        CheckNumbers(material, number, report);
         for (std::int32_t texture = 1; const auto& entry : material.Textures->Entries())
         {
             const auto [use, isNew] = useOf.try_emplace(entry->Name, uses.size());

@@ -15,7 +15,7 @@ namespace ZLMIM::Validate
 
 /// Checks the materials of a mesh, and that its textures' files are in the mesh's folder, which is named with
 /// a separator at its end.
-void JudgeMaterials(const Mesh& mesh, const NativePath& folder, PathResolver& names, Report& report);
+void CheckMaterials(const Mesh& mesh, const NativePath& folder, PathResolver& names, Report& report);
 
 /// A place in the chunk with that number.
 [[nodiscard]] Place ChunkPlace(std::int32_t number, std::string detail = {});

@@ -1,7 +1,9 @@
 #include "skeleton.h"
 
+#include "finite.h"
 #include "mesh_material.h"
-#include "words.h"
+#include "spelling.h"
+#include "tally.h"
 
 #include "zlmim/model/text.h"
 
@@ -46,8 +48,8 @@ std::string BonePlace(std::size_t index, const std::u16string& name)
     return "bone " + std::to_string(index + 1) + " " + Quoted(name);
 }
 
-/// Chunks that name a bone which doesn't exist.
-void JudgeBinding(const Mesh& mesh, const std::vector<PlacedBone<Bone>>& bones, Report& report)
+/// Reports chunks that name a bone that doesn't exist.
+void CheckBinding(const Mesh& mesh, const std::vector<PlacedBone<Bone>>& bones, Report& report)
 {
     std::vector<std::u16string> names;
     for (std::int32_t number = 1; const auto& chunk : mesh.Chunks->Entries())
@@ -73,9 +75,9 @@ void JudgeBinding(const Mesh& mesh, const std::vector<PlacedBone<Bone>>& bones, 
     }
 }
 
-/// Names that occur before already. `placeOf(index)` is where the thing with that name is.
+/// Reports names that occurred before. `placeOf(index)` is the place of the named thing.
 template <class PlaceOf>
-void JudgeNames(const std::vector<std::u16string>& names, const char* what, PlaceOf placeOf, Report& report)
+void CheckNames(const std::vector<std::u16string>& names, const char* what, PlaceOf placeOf, Report& report)
 {
     std::map<std::u16string_view, std::size_t> firsts;
     for (std::size_t i = 0; i < names.size(); ++i)
@@ -105,7 +107,7 @@ bool IsZero(const Matrix& m)
            m.m32 == 0 && m.m33 == 0;
 }
 
-void JudgeAttachments(const Mesh& mesh, Report& report)
+void CheckAttachments(const Mesh& mesh, Report& report)
 {
     const auto attachments = mesh.Attachments->Entries();
     const auto placeOf = [&](std::size_t i)
@@ -120,10 +122,10 @@ void JudgeAttachments(const Mesh& mesh, Report& report)
             report.Add(Code::ZeroTransform, {.Detail = placeOf(i)},
                        "its matrix is all zeros, so what hangs on it shrinks to a point");
     }
-    JudgeNames(names, "attachment point", placeOf, report);
+    CheckNames(names, "attachment point", placeOf, report);
 }
 
-void JudgeBones(const std::vector<PlacedBone<Bone>>& bones, Report& report)
+void CheckBones(const std::vector<PlacedBone<Bone>>& bones, Report& report)
 {
     const auto placeOf = [&](std::size_t i) { return BonePlace(i, bones[i].Bone->Name); };
     std::vector<std::u16string> names;
@@ -151,19 +153,19 @@ void JudgeBones(const std::vector<PlacedBone<Bone>>& bones, Report& report)
     add(Code::NotFinite, bad, "its pose is infinite or NaN");
     add(Code::ZeroTransform, zero, "its rotation is all zeros");
     add(Code::RotationLength, notUnit, "its rotation isn't of length 1");
-    JudgeNames(names, "bone", placeOf, report);
+    CheckNames(names, "bone", placeOf, report);
 }
 
 bool IsEmpty(const Keyframe& frame) { return frame.q == Quaternion(); }
 
 } // namespace
 
-void JudgeSkeleton(const Mesh& mesh, Report& report)
+void CheckSkeleton(const Mesh& mesh, Report& report)
 {
-    JudgeAttachments(mesh, report);
+    CheckAttachments(mesh, report);
     const auto bones = mesh.RootBone ? Bones(*mesh.RootBone) : std::vector<PlacedBone<Bone>>();
-    JudgeBones(bones, report);
-    JudgeBinding(mesh, bones, report);
+    CheckBones(bones, report);
+    CheckBinding(mesh, bones, report);
 }
 
 Tally UnfilledSlots(const Anim& anim)
@@ -189,7 +191,7 @@ Tally UnfilledSlots(const Anim& anim)
     return slots;
 }
 
-void JudgeFrames(const Anim& anim, Report& report)
+void CheckFrames(const Anim& anim, Report& report)
 {
     if (anim.FrameCount == 0)
         report.Add(Code::AnimationRate, {}, "it has no frames");
@@ -203,7 +205,7 @@ void JudgeFrames(const Anim& anim, Report& report)
     if (!AreFinite(anim.MetScale))
         report.Add(Code::NotFinite, {}, "the scale is infinite or NaN");
     const auto bones = Bones(*anim.RootBone);
-    const auto judge = [&](Code code, const char* message, auto isWrong)
+    const auto check = [&](Code code, const char* message, auto isWrong)
     {
         Tally wrong;
         std::string place;
@@ -222,9 +224,9 @@ void JudgeFrames(const Anim& anim, Report& report)
         if (wrong.Count() > 0)
             report.Add(code, {.Detail = place}, message + wrong.AndMore());
     };
-    judge(Code::NotFinite, "the pose is infinite or NaN",
+    check(Code::NotFinite, "the pose is infinite or NaN",
           [](const Keyframe& frame) { return !AreFinite(frame); });
-    judge(Code::RotationLength, "the rotation isn't of length 1",
+    check(Code::RotationLength, "the rotation isn't of length 1",
           [](const Keyframe& frame) { return AreFinite(frame) && !IsEmpty(frame) && !IsUnit(frame.q); });
 }
 

@@ -2,7 +2,7 @@
 #define VALIDATE_SKELETON_H
 
 #include "finding.h"
-#include "words.h"
+#include "tally.h"
 
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
@@ -13,10 +13,10 @@ namespace ZLMIM::Validate
 {
 
 /// Checks the attachment points and bones of a mesh, and that each chunk's bone exists.
-void JudgeSkeleton(const Mesh& mesh, Report& report);
+void CheckSkeleton(const Mesh& mesh, Report& report);
 
 /// Checks the key frames of an animation that has a tree of bones.
-void JudgeFrames(const Anim& anim, Report& report);
+void CheckFrames(const Anim& anim, Report& report);
 
 /// Slots that no frame has filled. A table has one slot more than there are frames, so an empty last or first
 /// one doesn't count. The rotation in a filled slot isn't all zero.

@@ -63,7 +63,7 @@ private:
         for (fs::directory_iterator entry(folder, failure); !failure && entry != fs::directory_iterator();
              entry.increment(failure))
         {
-            std::error_code ignored; // what the system says nothing about isn't a file to check
+            std::error_code ignored; // entries of unknown type are skipped
             if (!entry->is_symlink(ignored) && entry->is_directory(ignored))
                 folders.push_back(entry->path());
             else if (entry->is_regular_file(ignored))
@@ -86,8 +86,7 @@ private:
                 mSubjects.Files.push_back({kind, Tools::ToName(file)});
         }
         if (misnamed && !hasConfig)
-            Add(Code::ConfigName,
-                NativePath(misnamed->native().begin(), misnamed->native().end()),
+            Add(Code::ConfigName, NativePath(misnamed->native().begin(), misnamed->native().end()),
                 "there is no config.txt in this folder; rename this file");
         return folders;
     }

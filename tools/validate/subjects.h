@@ -15,7 +15,7 @@ namespace ZLMIM::Validate
 struct Subjects
 {
     std::vector<Tools::Input> Files;
-    /// About paths that lead to nothing, and misnamed files.
+    /// About paths that don't exist, and misnamed files.
     std::vector<Finding> Findings;
 };
 

@@ -1,8 +1,8 @@
 #include "validate.h"
 
-#include "judge_asset.h"
-#include "judge_file.h"
-#include "judged_files.h"
+#include "check_asset.h"
+#include "check_file.h"
+#include "checked_files.h"
 #include "subjects.h"
 
 #include "tools/common/parallel.h"
@@ -32,7 +32,7 @@ public:
             mNames.push_back(std::make_shared<PathResolver>());
     }
 
-    Result Judge()
+    Result Check()
     {
         Subjects subjects = FindSubjects(mRequest.Paths, mRequest.IsRecursive, *mNames[0]);
         mAll = subjects.Files.size();
@@ -43,14 +43,14 @@ public:
         std::vector<std::u16string> configs;
         std::transform(subjects.Files.begin(), others, std::back_inserter(configs),
                        [](Tools::Input& subject) { return std::move(subject.Name); });
-        configs = JudgeAssets(configs, true);
+        configs = CheckAssets(configs, true);
         while (!configs.empty())
-            configs = JudgeAssets(configs, false);
-        JudgeOthers({others, subjects.Files.end()});
+            configs = CheckAssets(configs, false);
+        CheckOthers({others, subjects.Files.end()});
 
         if (mRequest.IsRecursive)
-            mJudged.AddSharedKuids();
-        Result result = {mJudged.Findings(), mJudged.Count(), {}};
+            mChecked.AddSharedKuids();
+        Result result = {mChecked.Findings(), mChecked.Count(), {}};
         result.Findings.insert(result.Findings.end(), std::make_move_iterator(subjects.Findings.begin()),
                                std::make_move_iterator(subjects.Findings.end()));
         std::stable_sort(result.Findings.begin(), result.Findings.end(),
@@ -68,17 +68,17 @@ public:
 
 private:
     /// Returns the configs of the assets that those refer to.
-    std::vector<std::u16string> JudgeAssets(const std::vector<std::u16string>& configs, bool isProgress)
+    std::vector<std::u16string> CheckAssets(const std::vector<std::u16string>& configs, bool isProgress)
     {
         std::vector<std::vector<std::u16string>> references(configs.size());
         Tools::ForEach(configs.size(), mThreads,
                        [&](std::size_t index, std::size_t worker)
                        {
                            const auto file = Locate(configs[index], *mNames[worker]);
-                           if (file && mJudged.Claim(*file))
+                           if (file && mChecked.Claim(*file))
                            {
                                references[index] =
-                                   JudgeAsset(configs[index], *file, mNames[worker], mJudged, mSearch);
+                                   CheckAsset(configs[index], *file, mNames[worker], mChecked, mSearch);
                                const std::lock_guard lock(mMutex);
                                mConfigs.push_back(Tools::ShownName(file->Name));
                            }
@@ -91,7 +91,7 @@ private:
         return all;
     }
 
-    void JudgeOthers(const std::vector<Tools::Input>& subjects)
+    void CheckOthers(const std::vector<Tools::Input>& subjects)
     {
         Tools::ForEach(subjects.size(), mThreads,
                        [&](std::size_t index, std::size_t worker)
@@ -100,9 +100,9 @@ private:
                            PathResolver& names = *mNames[worker];
                            const auto file = Locate(subject.Name, names);
                            if (file && subject.Kind == Tools::Kind::Mesh)
-                               JudgeMeshFile(subject.Name, *file, names, mJudged);
+                               CheckMeshFile(subject.Name, *file, names, mChecked);
                            else if (file)
-                               JudgeAnimFile(subject.Name, *file, names, mJudged);
+                               CheckAnimFile(subject.Name, *file, names, mChecked);
                            Progress();
                        });
     }
@@ -119,7 +119,7 @@ private:
     unsigned mThreads;
     /// One for each worker. They cache the folders that they have listed.
     std::vector<std::shared_ptr<PathResolver>> mNames;
-    JudgedFiles mJudged;
+    CheckedFiles mChecked;
     KuidSearch mSearch;
     std::mutex mMutex;
     std::vector<std::u16string> mConfigs;
@@ -129,6 +129,6 @@ private:
 
 } // namespace
 
-Result Validate(const Request& request) { return Run(request).Judge(); }
+Result Validate(const Request& request) { return Run(request).Check(); }
 
 } // namespace ZLMIM::Validate

@@ -23,8 +23,8 @@ struct Request
     std::set<Code> Ignored = {};
     /// If not empty, the only codes that are reported.
     std::set<Code> Only = {};
-    /// Called with the number of files done, of those that the paths lead to; one call at a time, from any
-    /// thread. May be empty.
+    /// Called with the number of checked files, and of all files that the paths lead to. One call at a time,
+    /// but from any thread. May be empty.
     std::function<void(std::size_t done, std::size_t all)> OnProgress = {};
 };
 

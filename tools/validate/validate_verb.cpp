@@ -1,7 +1,7 @@
 #include "output.h"
 #include "report_page.h"
+#include "spelling.h"
 #include "validate.h"
-#include "words.h"
 
 #include "tools/common/arguments.h"
 #include "tools/common/parallel.h"

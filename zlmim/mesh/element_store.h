@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <utility>
@@ -59,6 +60,10 @@ public:
     {
         return mCount > 0 ? std::span<const T>(mElements.data(), mElements.size()) : std::span<const T>();
     }
+
+    /// A reference to the memory of `Elements`, see `RecordArray::Share`.
+    /// @throws std::bad_alloc
+    [[nodiscard]] std::shared_ptr<T> Share() { return mElements.Share(); }
 
 private:
     std::int32_t mCount = 0;

@@ -132,6 +132,10 @@ public:
         mEntries.AppendBytes(bytes, count);
     }
 
+    /// A reference to the memory of `Entries`, which outlives the list and its changes.
+    /// @throws std::bad_alloc
+    [[nodiscard]] std::shared_ptr<T> ShareEntries() requires kHoldsRecords { return mEntries.Share(); }
+
     /// For component hosts; of no use to other callers.
     ZLMIM::ComHeader ComHeader;
 

@@ -103,6 +103,20 @@ public:
     /// Prefaults the memory of all records, see `PrefaultPages`. For records that will be written soon.
     void Prefault() noexcept { PrefaultPages(mRecords.get(), mSize * sizeof(T)); }
 
+    /// A reference to the memory of all records, which then outlives this array, its growth and its
+    /// assignment. What is written through one is seen by the other, until the array grows or is replaced.
+    /// Null if nothing was allocated.
+    /// @throws std::bad_alloc
+    [[nodiscard]] std::shared_ptr<T> Share()
+    {
+        if (mRecords && !mRecords.get_deleter().shared)
+        {
+            const std::shared_ptr<T> shared(std::move(mRecords));
+            mRecords = std::unique_ptr<T, Free>(shared.get(), Free{shared});
+        }
+        return mRecords.get_deleter().shared;
+    }
+
     /// Number of records.
     [[nodiscard]] std::size_t size() const noexcept { return mSize; }
     /// Whether the array is empty.
@@ -119,7 +133,14 @@ public:
 private:
     struct Free
     {
-        void operator()(T* records) const noexcept { std::free(records); }
+        void operator()(T* records) const noexcept
+        {
+            if (!shared)
+                std::free(records);
+        }
+
+        /// Owns the memory once it is shared.
+        std::shared_ptr<T> shared;
     };
 
     static constexpr std::size_t kMaxSize = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(T);
@@ -137,11 +158,17 @@ private:
         if (count > kMaxSize - mSize)
             throw std::bad_alloc();
         const std::size_t capacity = std::max(mSize + count, std::min(mCapacity * 2, kMaxSize));
-        void* const grown = std::realloc(static_cast<void*>(mRecords.get()), capacity * sizeof(T));
+        const bool isShared = mRecords.get_deleter().shared != nullptr;
+        T* const old = mRecords.get();
+        auto* const grown =
+            static_cast<T*>(std::realloc(isShared ? nullptr : static_cast<void*>(old), capacity * sizeof(T)));
         if (!grown)
             throw std::bad_alloc();
-        static_cast<void>(mRecords.release()); // realloc has freed or moved it
-        mRecords.reset(static_cast<T*>(grown));
+        if (isShared)
+            std::memcpy(grown, old, mSize * sizeof(T));
+        else
+            static_cast<void>(mRecords.release()); // realloc has freed or moved it
+        mRecords = std::unique_ptr<T, Free>(grown);
         mCapacity = capacity;
     }
 

@@ -1,5 +1,5 @@
-#ifndef VALIDATE_JUDGED_FILES_H
-#define VALIDATE_JUDGED_FILES_H
+#ifndef VALIDATE_CHECKED_FILES_H
+#define VALIDATE_CHECKED_FILES_H
 
 #include "finding.h"
 #include "located_file.h"
@@ -15,13 +15,13 @@ namespace ZLMIM::Validate
 {
 
 /// The findings of a run, file by file. Several threads may use it at once.
-class JudgedFiles
+class CheckedFiles
 {
 public:
     /// Returns true to the first caller only, who then has to check the file.
     [[nodiscard]] bool Claim(const LocatedFile& file);
 
-    /// Stores what was found in a file that has been claimed.
+    /// Stores the findings of a file that has been claimed.
     void Store(const FileKey& file, Report report);
 
     /// Remembers that an asset, whose config is `file`, has a kuid.

@@ -1,7 +1,7 @@
-#ifndef VALIDATE_JUDGE_ASSET_H
-#define VALIDATE_JUDGE_ASSET_H
+#ifndef VALIDATE_CHECK_ASSET_H
+#define VALIDATE_CHECK_ASSET_H
 
-#include "judged_files.h"
+#include "checked_files.h"
 #include "kuid_search.h"
 #include "located_file.h"
 
@@ -17,9 +17,9 @@ namespace ZLMIM::Validate
 /// Checks the asset of a config that has been claimed, with its meshes and animations, as a host loads it
 /// whose working folder is the asset's. Returns the configs of the assets that it refers to, which aren't
 /// checked here.
-[[nodiscard]] std::vector<std::u16string> JudgeAsset(const std::u16string& name, const LocatedFile& file,
+[[nodiscard]] std::vector<std::u16string> CheckAsset(const std::u16string& name, const LocatedFile& file,
                                                      const std::shared_ptr<PathResolver>& names,
-                                                     JudgedFiles& judged, KuidSearch& search);
+                                                     CheckedFiles& checked, KuidSearch& search);
 
 } // namespace ZLMIM::Validate
 

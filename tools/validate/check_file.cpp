@@ -1,4 +1,4 @@
-#include "judge_file.h"
+#include "check_file.h"
 
 #include "file_blocks.h"
 #include "mesh_geometry.h"
@@ -26,9 +26,9 @@ Report ReportOn(const Mesh& mesh, const Outcome& outcome, const LocatedFile& fil
         return report;
     }
     for (std::int32_t number = 1; const auto& chunk : mesh.Chunks->Entries())
-        JudgeGeometry(*chunk->Geometry, number++, report);
-    JudgeMaterials(mesh, file.Folder(), names, report);
-    JudgeSkeleton(mesh, report);
+        CheckGeometry(*chunk->Geometry, number++, report);
+    CheckMaterials(mesh, file.Folder(), names, report);
+    CheckSkeleton(mesh, report);
     if (mesh.ChunkCount < 0)
         report.Add(Code::NegativeCount, {}, "a count of " + std::to_string(mesh.ChunkCount) + " chunks");
     else if (mesh.ChunkCount == 0)
@@ -42,7 +42,7 @@ Report ReportOn(const Anim& anim, const Outcome& outcome, const LocatedFile& fil
     Report report;
     if (outcome.IsLoaded)
     {
-        JudgeFrames(anim, report);
+        CheckFrames(anim, report);
         CheckLength(anim, file.Name, report);
     }
     else
@@ -52,40 +52,40 @@ Report ReportOn(const Anim& anim, const Outcome& outcome, const LocatedFile& fil
 
 } // namespace
 
-void JudgeMesh(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, PathResolver& names,
-               JudgedFiles& judged)
+void CheckMesh(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, PathResolver& names,
+               CheckedFiles& checked)
 {
-    if (judged.Claim(file))
-        judged.Store(file.Key, ReportOn(mesh, outcome, file, names));
+    if (checked.Claim(file))
+        checked.Store(file.Key, ReportOn(mesh, outcome, file, names));
 }
 
-void JudgeAnim(const Anim& anim, const Outcome& outcome, const LocatedFile& file, PathResolver& names,
-               JudgedFiles& judged)
+void CheckAnim(const Anim& anim, const Outcome& outcome, const LocatedFile& file, PathResolver& names,
+               CheckedFiles& checked)
 {
-    if (judged.Claim(file))
-        judged.Store(file.Key, ReportOn(anim, outcome, file, names));
+    if (checked.Claim(file))
+        checked.Store(file.Key, ReportOn(anim, outcome, file, names));
 }
 
-void JudgeMeshFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
-                   JudgedFiles& judged)
+void CheckMeshFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
+                   CheckedFiles& checked)
 {
-    if (!judged.Claim(file))
+    if (!checked.Claim(file))
         return;
     Mesh mesh;
     LoadBudget budget;
     const Outcome outcome = Tools::Attempt([&] { return mesh.Load(name, names, budget); });
-    judged.Store(file.Key, ReportOn(mesh, outcome, file, names));
+    checked.Store(file.Key, ReportOn(mesh, outcome, file, names));
 }
 
-void JudgeAnimFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
-                   JudgedFiles& judged)
+void CheckAnimFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
+                   CheckedFiles& checked)
 {
-    if (!judged.Claim(file))
+    if (!checked.Claim(file))
         return;
     Anim anim;
     LoadBudget budget;
     const Outcome outcome = Tools::Attempt([&] { return anim.Load(name, names, budget); });
-    judged.Store(file.Key, ReportOn(anim, outcome, file, names));
+    checked.Store(file.Key, ReportOn(anim, outcome, file, names));
 }
 
 Outcome OutcomeOf(const Anim& anim, PathResolver& names)

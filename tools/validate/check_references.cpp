@@ -1,8 +1,9 @@
-#include "judge_references.h"
+#include "check_references.h"
 
 #include "located_file.h"
 
-#include "words.h"
+#include "spelling.h"
+#include "tally.h"
 
 #include "tools/common/paths.h"
 #include "tools/common/text.h"
@@ -40,17 +41,17 @@ bool IsKuid(std::u16string_view text)
            parts.find(u"::") == std::u16string_view::npos;
 }
 
-class ReferenceJudge
+class ReferenceChecker
 {
 public:
-    ReferenceJudge(const std::u16string& config, FileSystem& files, KuidSearch& search, Report& report)
+    ReferenceChecker(const std::u16string& config, FileSystem& files, KuidSearch& search, Report& report)
         : mFiles(files), mFolder(files.GetFolder(Tools::FolderOf(config))),
           mIndex(search.From(mFolder, files)), mReport(report)
     {
     }
 
     /// Returns the config that a model loads; empty if it finds no config.
-    std::u16string Judge(const ConfigLine& reference, const std::string& andMore)
+    std::u16string Check(const ConfigLine& reference, const std::string& andMore)
     {
         const std::u16string& kuid = reference.Value;
         const Place place = {.Line = reference.FirstLine, .Detail = Tools::Printable(reference.Key)};
@@ -111,7 +112,7 @@ private:
 
 } // namespace
 
-std::u16string JudgeKuid(ConfigText text, const LocatedFile& file, JudgedFiles& judged, Report& report)
+std::u16string CheckKuid(ConfigText text, const LocatedFile& file, CheckedFiles& checked, Report& report)
 {
     LoadBudget budget;
     LineReader lines(text, budget);
@@ -131,7 +132,7 @@ std::u16string JudgeKuid(ConfigText text, const LocatedFile& file, JudgedFiles& 
     }
     catch (const FileSystemError&)
     {
-        // An open quotation mark, which has a finding of its own.
+        // An open quotation mark, which is reported separately.
     }
     if (number == 0)
         report.Add(Code::KuidMissing, {}, "the asset has no kuid, so nothing can refer to it");
@@ -139,11 +140,11 @@ std::u16string JudgeKuid(ConfigText text, const LocatedFile& file, JudgedFiles& 
         report.Add(Code::KuidMalformed, {number},
                    Quoted(kuid) + " isn't a kuid, which looks like <kuid:1:2>");
     else
-        judged.NoteKuid(kuid, file, number);
+        checked.NoteKuid(kuid, file, number);
     return kuid;
 }
 
-std::vector<std::u16string> JudgeReferences(const std::u16string& config, const std::u16string& kuid,
+std::vector<std::u16string> CheckReferences(const std::u16string& config, const std::u16string& kuid,
                                             const ConfigKeys& keys, const ConfigText& text, FileSystem& files,
                                             KuidSearch& search, Report& report)
 {
@@ -179,10 +180,10 @@ std::vector<std::u16string> JudgeReferences(const std::u16string& config, const 
     if (uses.empty())
         return {};
     std::vector<std::u16string> paths;
-    ReferenceJudge judge(config, files, search, report);
+    ReferenceChecker checker(config, files, search, report);
     for (const ConfigLine* const reference : firstUses)
     {
-        std::u16string path = judge.Judge(*reference, uses.at(reference->Value).AndMore());
+        std::u16string path = checker.Check(*reference, uses.at(reference->Value).AndMore());
         if (!path.empty())
             paths.push_back(std::move(path));
     }

@@ -1,12 +1,12 @@
-#include "judge_asset.h"
+#include "check_asset.h"
 
+#include "check_file.h"
+#include "check_references.h"
 #include "config_check.h"
 #include "config_keys.h"
 #include "config_text.h"
-#include "judge_file.h"
-#include "judge_references.h"
 #include "skeleton.h"
-#include "words.h"
+#include "spelling.h"
 
 #include "tools/common/asset.h"
 #include "tools/common/paths.h"
@@ -37,7 +37,7 @@ std::vector<std::u16string> FilesIn(const NativePath& folder, PathResolver& name
     return files;
 }
 
-/// A hint at a file that may be meant by a name in the object model's form.
+/// A hint at the file that a name in the object model's form probably means.
 std::string FileHint(const std::u16string& name, PathResolver& names)
 {
     const std::u16string folder = Tools::FolderOf(name);
@@ -52,17 +52,17 @@ std::string FileHint(const std::u16string& name, PathResolver& names)
 }
 
 /// Checks the entries of a model's mesh table against the keys that they were made from.
-class EntryJudge
+class EntryChecker
 {
 public:
-    EntryJudge(const ConfigKeys& keys, PathResolver& names, JudgedFiles& judged, Report& report)
-        : mKeys(keys), mNames(names), mJudged(judged), mReport(report)
+    EntryChecker(const ConfigKeys& keys, PathResolver& names, CheckedFiles& checked, Report& report)
+        : mKeys(keys), mNames(names), mChecked(checked), mReport(report)
     {
     }
 
     /// `index` is the entry's place in the table, from 0. If its mesh or animation has ended the load, it's
     /// the last one, and `outcome` is that of the load.
-    void Judge(const MeshEntry& entry, std::size_t index, const Tools::Outcome& outcome)
+    void Check(const MeshEntry& entry, std::size_t index, const Tools::Outcome& outcome)
     {
         // The one entry of an asset without a mesh table has no keys.
         const MeshTableKeys noKeys = {{entry.Name, {}, mKeys.AssetFileName.FirstLine, 0}, {}, {}, {}, {}};
@@ -70,27 +70,27 @@ public:
             index < mKeys.Entries.size() && LowerCase(mKeys.Entries[index].Name.Key) == entry.Name;
         const MeshTableKeys& keys = hasKeys ? mKeys.Entries[index] : noKeys;
         const Place place = EntryPlace(keys.Name.FirstLine, keys.Name.Key);
-        const bool hasRaisedInAnim = !outcome.IsLoaded && !entry.anim->FileName.empty();
-        const bool hasRaisedInMesh = !outcome.IsLoaded && !hasRaisedInAnim;
+        const bool hasThrownInAnim = !outcome.IsLoaded && !entry.anim->FileName.empty();
+        const bool hasThrownInMesh = !outcome.IsLoaded && !hasThrownInAnim;
 
-        const bool hasMesh = JudgeMeshOf(entry, keys, place, hasRaisedInMesh);
-        const bool hasAnim = !hasRaisedInMesh && JudgeAnimOf(entry, keys, place, hasRaisedInAnim);
+        const bool hasMesh = CheckMeshOf(entry, keys, place, hasThrownInMesh);
+        const bool hasAnim = !hasThrownInMesh && CheckAnimOf(entry, keys, place, hasThrownInAnim);
         if (!outcome.IsLoaded)
         {
-            const auto& culprit = hasRaisedInAnim ? entry.anim->FileName : entry.Mesh->FileName;
+            const auto& culprit = hasThrownInAnim ? entry.anim->FileName : entry.Mesh->FileName;
             mReport.Add(Code::AssetNotLoaded, place,
                         "the load of the asset ends here: " + QuotedFile(culprit) + " is " +
-                            Tools::Told(outcome));
+                            Tools::Describe(outcome));
             return;
         }
         if (hasMesh && hasAnim)
-            JudgeTrees(entry, keys, place);
-        JudgeAttachment(entry, keys);
+            CheckTrees(entry, keys, place);
+        CheckAttachment(entry, keys);
     }
 
 private:
     /// Whether it was read to its end.
-    bool JudgeMeshOf(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place, bool hasRaised)
+    bool CheckMeshOf(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place, bool hasThrown)
     {
         const Mesh& mesh = *entry.Mesh;
         const bool isFallback = mKeys.Entries.empty();
@@ -106,14 +106,14 @@ private:
             mReport.Add(Code::FileMissing,
                         keys.Mesh.FirstLine > 0 ? EntryPlace(keys.Mesh.FirstLine, keys.Name.Key) : place,
                         MissingMesh(keys.Mesh.Value, mesh.FileName, mNames));
-        else if (hasRaised)
-            JudgeMeshFile(mesh.FileName, *file, mNames, mJudged);
+        else if (hasThrown)
+            CheckMeshFile(mesh.FileName, *file, mNames, mChecked);
         else
-            JudgeMesh(mesh, {Tools::HasChunks(mesh), {}, {}, {}}, *file, mNames, mJudged);
-        return file && !hasRaised && Tools::HasChunks(mesh);
+            CheckMesh(mesh, {Tools::HasChunks(mesh), {}, {}, {}}, *file, mNames, mChecked);
+        return file && !hasThrown && Tools::HasChunks(mesh);
     }
 
-    /// `file` is what the model has made of the value of `mesh`.
+    /// `value` is the value of the key `mesh`, `file` the name that the model made from it.
     static std::string MissingMesh(const std::u16string& value, const std::u16string& file,
                                    PathResolver& names)
     {
@@ -126,7 +126,7 @@ private:
         return "no mesh " + QuotedFile(file) + ", which is level 1 of the list";
     }
 
-    bool JudgeAnimOf(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place, bool hasRaised)
+    bool CheckAnimOf(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place, bool hasThrown)
     {
         const Anim& anim = *entry.anim;
         if (anim.FileName.empty())
@@ -139,17 +139,17 @@ private:
                         "no animation " + QuotedFile(anim.FileName) + FileHint(anim.FileName, mNames));
             return false;
         }
-        if (hasRaised)
+        if (hasThrown)
         {
-            JudgeAnimFile(anim.FileName, *file, mNames, mJudged);
+            CheckAnimFile(anim.FileName, *file, mNames, mChecked);
             return false;
         }
         const Tools::Outcome outcome = OutcomeOf(anim, mNames);
-        JudgeAnim(anim, outcome, *file, mNames, mJudged);
+        CheckAnim(anim, outcome, *file, mNames, mChecked);
         return outcome.IsLoaded;
     }
 
-    void JudgeTrees(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place)
+    void CheckTrees(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place)
     {
         if (!entry.Mesh->RootBone)
         {
@@ -164,7 +164,7 @@ private:
             mReport.Add(Code::AnimationTree, place, "the animation isn't made for the mesh: " + difference);
     }
 
-    void JudgeAttachment(const MeshEntry& entry, const MeshTableKeys& keys)
+    void CheckAttachment(const MeshEntry& entry, const MeshTableKeys& keys)
     {
         if (keys.AttParent.Value.empty())
         {
@@ -189,7 +189,7 @@ private:
             mReport.Add(Code::AttParentUnknown, EntryPlace(keys.AttParent.FirstLine, keys.Name.Key),
                         "the entry names itself, so it hangs on nothing");
         }
-        // A mesh that isn't loaded has a finding of its own.
+        // A mesh that isn't loaded is reported separately.
         else if (!entry.Att && Tools::HasChunks(*parent->Mesh))
             mReport.Add(
                 Code::AttUnknown,
@@ -218,37 +218,37 @@ private:
 
     const ConfigKeys& mKeys;
     PathResolver& mNames;
-    JudgedFiles& mJudged;
+    CheckedFiles& mChecked;
     Report& mReport;
 };
 
 /// Checks the model as far as it was loaded.
-void JudgeModel(const ZLMModel& model, const Tools::Outcome& outcome, const ConfigKeys& keys,
-                PathResolver& names, JudgedFiles& judged, Report& report)
+void CheckModel(const ZLMModel& model, const Tools::Outcome& outcome, const ConfigKeys& keys,
+                PathResolver& names, CheckedFiles& checked, Report& report)
 {
     const auto table = model.MeshTable();
     // Meshes and animations throw these; then the last entry is the one that was being loaded.
     const bool isOfAnEntry = !outcome.IsLoaded && outcome.Thrown != "FileSystemError" && table->Count() > 0;
     if (!outcome.IsLoaded && !isOfAnEntry)
     {
-        if (keys.Trouble.empty())
-            report.Add(Code::NotLoaded, {}, Tools::Told(outcome));
+        if (keys.Error.empty())
+            report.Add(Code::NotLoaded, {}, Tools::Describe(outcome));
         else
-            report.Add(Code::NotLoaded, {keys.TroubleLine}, keys.Trouble);
+            report.Add(Code::NotLoaded, {keys.ErrorLine}, keys.Error);
     }
-    EntryJudge judge(keys, names, judged, report);
+    EntryChecker checker(keys, names, checked, report);
     for (std::size_t index = 0; const auto& entry : table->Entries())
     {
         ++index;
         const bool isLast = index == table->Entries().size();
-        judge.Judge(*entry, index - 1, isLast && isOfAnEntry ? outcome : Tools::Outcome{true, {}, {}, {}});
+        checker.Check(*entry, index - 1, isLast && isOfAnEntry ? outcome : Tools::Outcome{true, {}, {}, {}});
     }
     if (keys.OpenEntry)
         report.Add(Code::EntryLost, EntryPlace(keys.OpenEntry->Name.FirstLine, keys.OpenEntry->Name.Key),
                    "the file ends before its closing }");
 }
 
-void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, PathResolver& names, Report& report)
+void CheckFallback(const std::u16string& name, const ConfigKeys& keys, PathResolver& names, Report& report)
 {
     const ConfigLine& fallback = keys.AssetFileName;
     if (!keys.Entries.empty() || fallback.Value.empty())
@@ -259,7 +259,7 @@ void JudgeFallback(const std::u16string& name, const ConfigKeys& keys, PathResol
                    "no mesh " + QuotedFile(mesh) + ", and no mesh table" + FileHint(mesh, names));
 }
 
-/// The line from which on a config with a mistake in a line is misread: that of the entry around it.
+/// The first line that is misread because of a mistake: that of the entry which contains it.
 std::int64_t FirstMisread(std::int64_t mistake, const ConfigKeys& keys)
 {
     std::int64_t line = mistake;
@@ -269,12 +269,12 @@ std::int64_t FirstMisread(std::int64_t mistake, const ConfigKeys& keys)
     return line;
 }
 
-/// Moves the findings of `from` that are worth reporting although the file has a mistake in a line.
+/// Moves the findings of `from` that are valid despite the mistake in that line.
 void AddBefore(std::int64_t mistake, Report& from, Report& report)
 {
     for (Finding& finding : from.Findings())
     {
-        // The rest of the file is misread, and so are its findings.
+        // After the mistake, the file is misread, so findings there may be wrong.
         const bool isBefore = finding.Place.Line == 0
                                   ? finding.Code != Code::NotLoaded || !report.Findings().size()
                                   : finding.Place.Line < mistake;
@@ -285,8 +285,8 @@ void AddBefore(std::int64_t mistake, Report& from, Report& report)
 
 } // namespace
 
-std::vector<std::u16string> JudgeAsset(const std::u16string& name, const LocatedFile& file,
-                                       const std::shared_ptr<PathResolver>& names, JudgedFiles& judged,
+std::vector<std::u16string> CheckAsset(const std::u16string& name, const LocatedFile& file,
+                                       const std::shared_ptr<PathResolver>& names, CheckedFiles& checked,
                                        KuidSearch& search)
 {
     Report report;
@@ -305,21 +305,21 @@ std::vector<std::u16string> JudgeAsset(const std::u16string& name, const Located
                 Tools::LoadAsset({Tools::Kind::Model, name}, names, Tools::References::Skip);
             const auto& model = *std::get<std::shared_ptr<ZLMModel>>(asset.Object);
             Report ofModel;
-            JudgeModel(model, asset.Outcome, keys, *names, judged, ofModel);
-            JudgeFallback(name, keys, *names, ofModel);
+            CheckModel(model, asset.Outcome, keys, *names, checked, ofModel);
+            CheckFallback(name, keys, *names, ofModel);
             DiskFileSystem files(names);
             if (std::none_of(report.Findings().begin(), report.Findings().end(),
                              [](const Finding& finding) { return finding.Code == Code::ConfigUnknown; }))
             {
-                const std::u16string kuid = JudgeKuid(ConfigText(bytes), file, judged, ofModel);
-                references = JudgeReferences(name, kuid, keys, text, files, search, ofModel);
+                const std::u16string kuid = CheckKuid(ConfigText(bytes), file, checked, ofModel);
+                references = CheckReferences(name, kuid, keys, text, files, search, ofModel);
             }
             AddBefore(FirstMisread(mistake, keys), ofModel, report);
             return true;
         });
     if (!outcome.IsLoaded)
-        report.Add(Code::NotLoaded, {}, Tools::Told(outcome));
-    judged.Store(file.Key, std::move(report));
+        report.Add(Code::NotLoaded, {}, Tools::Describe(outcome));
+    checked.Store(file.Key, std::move(report));
     return references;
 }
 

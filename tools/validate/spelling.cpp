@@ -1,4 +1,4 @@
-#include "words.h"
+#include "spelling.h"
 
 #include "tools/common/text.h"
 #include "zlmim/model/text.h"
@@ -12,7 +12,7 @@ namespace ZLMIM::Validate
 
 std::string Quoted(std::u16string_view name) { return "\"" + Tools::Printable(name) + "\""; }
 
-int LettersApart(std::u16string_view a, std::u16string_view b)
+int EditDistance(std::u16string_view a, std::u16string_view b)
 {
     constexpr int kTooMany = 3;
     constexpr std::size_t kLongest = 64; // so that hostile names cost little
@@ -45,7 +45,7 @@ std::string DidYouMean(std::u16string_view name, const std::vector<std::u16strin
     int bestDistance = name.size() < 3 ? 1 : name.size() < 5 ? 2 : 3;
     for (const std::u16string& candidate : candidates)
     {
-        const int distance = LettersApart(lowerName, LowerCase(candidate));
+        const int distance = EditDistance(lowerName, LowerCase(candidate));
         if (distance < bestDistance && !candidate.empty())
         {
             best = &candidate;
@@ -53,11 +53,6 @@ std::string DidYouMean(std::u16string_view name, const std::vector<std::u16strin
         }
     }
     return best ? "; did you mean " + Quoted(*best) + "?" : std::string();
-}
-
-std::string Tally::AndMore() const
-{
-    return mCount > 1 ? " (and " + Tools::Number(mCount - 1) + " more)" : std::string();
 }
 
 } // namespace ZLMIM::Validate

@@ -1,6 +1,6 @@
-#include "judged_files.h"
+#include "checked_files.h"
 
-#include "words.h"
+#include "spelling.h"
 
 #include "tools/common/paths.h"
 
@@ -20,7 +20,7 @@ bool IsShorter(const NativePath& name, const NativePath& other)
 
 } // namespace
 
-bool JudgedFiles::Claim(const LocatedFile& file)
+bool CheckedFiles::Claim(const LocatedFile& file)
 {
     const std::lock_guard lock(mMutex);
     const auto [known, isNew] = mFiles.try_emplace(file.Key);
@@ -29,19 +29,19 @@ bool JudgedFiles::Claim(const LocatedFile& file)
     return isNew;
 }
 
-void JudgedFiles::Store(const FileKey& file, Report report)
+void CheckedFiles::Store(const FileKey& file, Report report)
 {
     const std::lock_guard lock(mMutex);
     mFiles.at(file).Report = std::move(report);
 }
 
-void JudgedFiles::NoteKuid(const std::u16string& kuid, const LocatedFile& file, std::int64_t line)
+void CheckedFiles::NoteKuid(const std::u16string& kuid, const LocatedFile& file, std::int64_t line)
 {
     const std::lock_guard lock(mMutex);
     mKuids[kuid].push_back({file.Key, line});
 }
 
-void JudgedFiles::AddSharedKuids()
+void CheckedFiles::AddSharedKuids()
 {
     const std::lock_guard lock(mMutex);
     for (auto& [kuid, owners] : mKuids)
@@ -70,13 +70,13 @@ void JudgedFiles::AddSharedKuids()
                       });
 }
 
-std::size_t JudgedFiles::Count() const
+std::size_t CheckedFiles::Count() const
 {
     const std::lock_guard lock(mMutex);
     return mFiles.size();
 }
 
-std::vector<Finding> JudgedFiles::Findings() const
+std::vector<Finding> CheckedFiles::Findings() const
 {
     const std::lock_guard lock(mMutex);
     std::vector<Finding> findings;
