@@ -208,8 +208,9 @@ def main(zlmim, folder):
     whole = make(zlmim, wagon, folder / "whole.html", 0)
     damage(wagon)
     damaged = make(zlmim, wagon, folder / "damaged.html", 1)
-    (wagon / "body.im").write_bytes(b"")
-    empty = make(zlmim, wagon / "body.im", folder / "empty.html", 1)
+    # The load ends before the mesh.
+    (wagon / "doors.kin").write_bytes((wagon / "doors.kin").read_bytes()[:100])
+    empty = make(zlmim, wagon, folder / "empty.html", 1)
 
     print("A desktop:")
     with Browser(1280, 800, is_dark=True) as browser:
@@ -226,7 +227,8 @@ def main(zlmim, folder):
         check("body.im" in page.text("#findings") and page.look()["covered"] > 500, "the rest is drawn, and what is wrong listed")
         page.check_is_quiet()
         page = Page(browser, empty)
-        check("nothing to draw" in page.text("#message"), "a page without anything to draw says so")
+        check("nothing to draw" in page.text("#message") and "doors.kin" in page.text("#findings"),
+              "a page without anything to draw says so, and why")
         page.check_is_quiet()
     print("A phone:")
     with Browser(390, 780, is_touch=True) as browser:

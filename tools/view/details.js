@@ -119,9 +119,14 @@ function findingCard(finding, data, onSelect) {
 }
 
 function nodeOfFinding(finding, data) {
-    const isAbout = ({ kind, name, mesh }) => kind === 'entry' && (finding.entry ? name === finding.entry : data.meshes[mesh].file.toLowerCase() === finding.file.toLowerCase());
+    const isAbout = ({ kind, name, mesh }) => kind === 'entry' && (finding.entry ? name === finding.entry : isSameFile(data.meshes[mesh].file, finding.file));
     const number = data.nodes.findIndex(isAbout);
     return number < 0 ? null : number;
+}
+
+// An entry whose mesh isn't loaded has no file.
+function isSameFile(one, other) {
+    return one !== undefined && other !== undefined && one.toLowerCase() === other.toLowerCase();
 }
 
 function findingsBadge(data) {
