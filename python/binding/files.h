@@ -9,7 +9,7 @@
 namespace ZLMIM::Python
 {
 
-/// The service that an object of Python's implements, see `zlmim.FileSystem`. Whatever it raises passes
+/// The service that an object of Python's implements, see `zlmim.FileSystem`. Whatever it throws passes
 /// through a load unchanged.
 [[nodiscard]] std::shared_ptr<FileSystem> HostFiles(const pybind11::object& files);
 

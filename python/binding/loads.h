@@ -14,7 +14,7 @@
 namespace ZLMIM::Python
 {
 
-// Each throws the exception in Python that stands for the error, with the object as far as it was loaded.
+// Each throws the exception in Python that corresponds to the error, with the object as far as it was loaded.
 [[noreturn]] void Throw(const BoundsError& error, const py::object& partial);
 [[noreturn]] void Throw(const OverflowError& error, const py::object& partial);
 [[noreturn]] void Throw(const FileSystemError& error, const py::object& partial);

@@ -85,7 +85,7 @@ void BindZLMModel(py::class_<ZLMModel, std::shared_ptr<ZLMModel>>& model)
             "raises.");
 }
 
-/// What a path leads to: None, or whether it is a regular file, and its path as it is spelt on disk.
+/// What a path leads to: null, or whether it is a regular file, and its path as it is spelt on disk.
 py::object Find(const Path& path)
 {
     PathResolver paths;

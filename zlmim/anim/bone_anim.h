@@ -61,9 +61,9 @@ public:
         return {mFrames.data(), mFrames.size()};
     }
 
-    /// A reference to the memory of `Frames`, for a host whose view may outlive the table: it is freed with the
-    /// last reference. What is written through one is seen in the bone, until the next `InitFrames`. Null if
-    /// there is no table.
+    /// A reference to the memory of `Frames`, for a host whose view may outlive the table: it is freed with
+    /// the last reference. What is written through one is seen in the bone, until the next `InitFrames`. Null
+    /// if there is no table.
     /// @throws std::bad_alloc
     [[nodiscard]] std::shared_ptr<Keyframe> ShareFrames() { return mFrames.Share(); }
 

@@ -100,8 +100,9 @@ public:
     /// All indices, valid until `SetMaxIndex` or the end of the object.
     [[nodiscard]] std::span<const std::int32_t> Indices() const noexcept { return mIndices.Elements(); }
 
-    /// A reference to the memory of `Vertices`, for a host whose view may outlive the array: it is freed with the last reference, not with the count or the object. What is written
-    /// through one is seen in the object, until the count is set again. Null if there never was an array.
+    /// A reference to the memory of `Vertices`, for a host whose view may outlive the array: it is freed with
+    /// the last reference, not with the count or the object. What is written through one is seen in the
+    /// object, until the count is set again. Null if there never was an array.
     /// @throws std::bad_alloc
     [[nodiscard]] std::shared_ptr<Vertex> ShareVertices() { return mVertices.Share(); }
 
