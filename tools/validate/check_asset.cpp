@@ -42,8 +42,9 @@ std::vector<std::u16string> FilesIn(const NativePath& folder, PathResolver& name
 }
 
 /// A hint at the file that a name in the object model's form probably means.
-std::string FileHint(const std::u16string& name, PathResolver& names)
+std::string FileHint(std::u16string name, PathResolver& names)
 {
+    std::replace(name.begin(), name.end(), u'/', u'\\');
     const std::u16string folder = Tools::FolderOf(name);
     const auto found = names.Find(folder, FoundFile::Kind::Folder);
     if (!found)
@@ -126,7 +127,7 @@ private:
             return "no list of levels " + QuotedFile(file + u".txt") + FileHint(file + u".txt", names);
         if (file.ends_with(u'\\'))
             return "no mesh of level 1 in the list of levels";
-        return "no mesh " + QuotedFile(file) + ", which is level 1 of the list";
+        return "no mesh " + QuotedFile(file) + ", which is level 1 of the list" + FileHint(file, names);
     }
 
     bool CheckAnimOf(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place, bool hasThrown)
