@@ -82,7 +82,7 @@ TEST(LoadLimits, EndTheLoadWithAnErrorThatNamesTheFile)
         {"all fits", Table(8, "mesh m.im\n"), {400'000, 600'000}, "", 8},
         {"one vertex array too many", Table(9, "mesh m.im\n"), {300'000, wide.Work}, "m.im 300000", 8},
         {"one file read too many", Table(9, "mesh m.im\n"), {wide.Memory, 200'000}, "m.im 200000", 5},
-        {"entries without meshes", Table(99, ""), {70'000, wide.Work}, "config.txt 70000", 0},
+        {"entries without meshes", Table(199, ""), {70'000, wide.Work}, "config.txt 70000", 0},
         {"a text", "author " + std::string(9'000, 'x') + "\n", {20'000, wide.Work}, "config.txt 20000", 0},
         {"a quoted text",
          "author \"" + std::string(9'000, '\n') + "\"\n\n",

@@ -37,6 +37,14 @@ public:
             mRepairs.Add({}, what);
         for (const Tools::Part& part : assembly.Parts)
         {
+            // A large skeleton in many places would take up much more than its file.
+            if (mDocument.Nodes.size() > kMaxNodes)
+            {
+                mRepairs.Add({},
+                             "entries, bogeys and pantographs are skipped, since there are too many bones "
+                             "and attachment points");
+                break;
+            }
             const Index parent = ParentOf(part);
             if (part.Entry)
                 mPlaced.push_back(AddEntry(part.Name, *part.Entry->Mesh, part.Entry->anim.get(), parent));
@@ -57,6 +65,7 @@ public:
 
 private:
     static constexpr Index kRoot = 0;
+    static constexpr std::size_t kMaxNodes = 1'000'000;
 
     /// A mesh, which may be in several places of the asset.
     struct MeshParts

@@ -18,7 +18,7 @@ bool IsFinite(const glm::vec4& v) { return std::isfinite(v.x) && std::isfinite(v
 bool IsPlace(const glm::mat4& matrix)
 {
     constexpr double kShortest = 1e-6;
-    constexpr double kLongest = 1e6;
+    constexpr double kLongest = 100;
     constexpr double kTolerance = 1e-5;
     for (int i = 0; i < 4; ++i)
         if (!IsFinite(matrix[i]))
@@ -60,8 +60,8 @@ glm::mat4 Repaired(const glm::mat4& matrix)
     for (int i = 0; i < 3; ++i)
         if (IsFinite(matrix[i]))
             axes[i] = glm::dvec3(matrix[i]);
-    constexpr double kShortest = 1e-3;
-    constexpr double kLongest = 1e3;
+    constexpr double kShortest = 1e-6;
+    constexpr double kLongest = 100;
     glm::dvec3 lengths;
     for (int i = 0; i < 3; ++i)
     {

@@ -255,7 +255,7 @@ Bytes WagonMesh()
     for (const float y : {-2.9F, 2.9F})
     {
         AddBox(body, {0, y, 2.35F}, {2.6F, 3, 2.4F});
-        for (const float rib : {-1.45F, -0.5F, 0.5F, 1.45F})
+        for (const float rib : {-1.46F, -0.5F, 0.5F, 1.46F})
             AddBox(body, {0, y + rib, 2.35F}, {2.68F, 0.1F, 2.4F});
     }
     AddBox(body, {0, 0, 3.6F}, {2.9F, 9.2F, 0.14F});

@@ -99,7 +99,7 @@ function textureLine({ name, kind, amount }) {
 function showFindings(host, data, onSelect) {
     host.replaceChildren();
     for (const text of data.problems)
-        host.append(element('div', { className: 'finding error' }, element('p', { textContent: text })));
+        host.append(element('div', { className: 'finding error' }, element('span', { className: 'severity', textContent: 'not as it should be' }), element('p', { textContent: text })));
     if (data.findings.length === 0)
         host.append(element('p', { className: 'all-good', textContent: data.problems.length === 0 ? '✓ Nothing is wrong.' : '' }));
     for (const finding of data.findings)
@@ -119,9 +119,14 @@ function findingCard(finding, data, onSelect) {
 }
 
 function nodeOfFinding(finding, data) {
-    const isAbout = ({ kind, name, mesh }) => kind === 'entry' && (finding.entry ? name === finding.entry : data.meshes[mesh].file.toLowerCase() === finding.file.toLowerCase());
+    const isAbout = ({ kind, name, mesh }) => kind === 'entry' && (finding.entry ? name === finding.entry : isSameFile(data.meshes[mesh].file, finding.file));
     const number = data.nodes.findIndex(isAbout);
     return number < 0 ? null : number;
+}
+
+// An entry whose mesh isn't loaded has no file.
+function isSameFile(one, other) {
+    return one !== undefined && other !== undefined && one.toLowerCase() === other.toLowerCase();
 }
 
 function findingsBadge(data) {
@@ -135,9 +140,10 @@ function findingsBadge(data) {
 
 function showAbout(host, data) {
     const { asset } = data;
+    const entries = data.nodes.filter(({ kind }) => kind === 'entry');
     host.replaceChildren(definitions([
         ['file', data.path], ['name', asset.name], ['kuid', asset.kuid], ['kind', asset.kind], ['author', asset.author], ['build', asset.build],
         ['description', asset.description],
-        ['meshes', data.meshes.length], ['triangles', data.meshes.reduce((sum, mesh) => sum + mesh.polygons, 0)],
+        ['entries', entries.length], ['triangles', entries.reduce((sum, { mesh }) => sum + data.meshes[mesh].polygons, 0)],
     ]));
 }

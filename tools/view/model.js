@@ -39,11 +39,14 @@ class Model {
     meshesOf(number) { return this.meshes.filter((mesh) => mesh.userData.entry === number); }
     shownMeshes() { return this.meshes.filter((mesh) => mesh.layers.mask === 1); }
 
+    // Leaves out meshes that are damaged so that they reach too far for all others to be seen beside them.
     boxOf(meshes) {
         const box = new THREE.Box3();
         for (const mesh of meshes) {
             mesh.geometry.boundingBox || mesh.geometry.computeBoundingBox();
-            box.union(mesh.geometry.boundingBox.clone().applyMatrix4(mesh.matrixWorld));
+            const own = mesh.geometry.boundingBox.clone().applyMatrix4(mesh.matrixWorld);
+            if (isNear(own))
+                box.union(own);
         }
         return box.isEmpty() ? new THREE.Box3(new THREE.Vector3(-1, -1, -1), new THREE.Vector3(1, 1, 1)) : box;
     }
@@ -166,6 +169,11 @@ function hungOnBone(skinned) {
     mesh.matrix.copy(skinned.skeleton.boneInverses[joint]);
     skinned.skeleton.bones[joint].add(mesh);
     return mesh;
+}
+
+function isNear({ min, max }) {
+    const kFar = 1e6;
+    return [...min.toArray(), ...max.toArray()].every((coordinate) => Math.abs(coordinate) < kFar);
 }
 
 function elementCount({ geometry }) {

@@ -202,7 +202,7 @@ class Page {
         this.panel.append(element('h3', { textContent: counted(chunks.length, 'chunk') }), ...cards);
         const selected = cards.find((card) => card.classList.contains('selected'));
         if (selected)
-            this.panel.scrollTop = selected.offsetTop - this.panel.offsetTop - 8;
+            this.panel.scrollTop = selected.offsetTop - this.panel.offsetTop - 48;
     }
 
     toggle() {

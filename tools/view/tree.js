@@ -103,9 +103,10 @@ class Tree {
     }
 
     showAll(numbers, isShown) {
+        const members = new Set(numbers);
         numbers.forEach((number) => this.show(number, isShown));
         this.rows.forEach(({ folder }, number) => {
-            if (folder && numbers.includes(number))
+            if (folder && members.has(number))
                 folder.checked = isShown;
         });
     }

@@ -7,6 +7,7 @@
 #include "tools/common/arguments.h"
 #include "tools/common/asset.h"
 #include "tools/common/paths.h"
+#include "tools/common/text.h"
 #include "tools/verbs.h"
 
 #include "zlmim/model/text.h"
@@ -95,8 +96,14 @@ int MakePage(const CommandLine& line)
 
     const std::string data = View::PageData(subject, document);
     View::NumberNodes(document);
+    const std::string model = ToGlb(document);
+    // In the page each three bytes are four characters, and browsers have no texts of more than 2^29.
+    constexpr std::size_t kMostBytes = 400'000'000;
+    if (model.size() > kMostBytes)
+        return Complain(line, "it is too large for browsers: " + Bytes(model.size()) + " of at most " +
+                                  Bytes(kMostBytes));
     const std::string output = line.Output.empty() ? DefaultOutput(input) : line.Output;
-    Save(output, data, ToGlb(document));
+    Save(output, data, model);
     std::cout << output << '\n';
     for (const std::string& problem : subject.Problems)
         Complain(line, problem);
