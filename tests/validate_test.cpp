@@ -29,7 +29,7 @@ struct Plan
 {
     PrimFlag kind = PrimFlag::TRIANGLES;
     std::int32_t primitives = 2;
-    std::vector<Vertex> vertices = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
+    std::vector<Vertex> vertices = {{0, 0, 0, 0, 0}, {1, 0, 0, 1, 0}, {0, 1, 0, 0, 1}, {1, 1, 0, 1, 1}};
     std::vector<std::int16_t> indices = {0, 1, 2, 2, 1, 3};
     std::vector<Vector> normals = std::vector<Vector>(4, {0, 0, 1});
     std::vector<Vector> faceNormals = std::vector<Vector>(2, {0, 0, 1});
@@ -45,7 +45,8 @@ Plan RowOfTriangles(int count)
     plan.indices.clear();
     for (int i = 0; i < 3 * count; ++i)
     {
-        plan.vertices.push_back({static_cast<float>(i / 3 + (i % 3 == 1 ? 1 : 0)), i % 3 == 2 ? 1.0F : 0, 0});
+        const auto x = static_cast<float>(i / 3 + (i % 3 == 1 ? 1 : 0));
+        plan.vertices.push_back({x, i % 3 == 2 ? 1.0F : 0, 0, x, 0});
         plan.indices.push_back(static_cast<std::int16_t>(i));
     }
     plan.primitives = count;
@@ -145,16 +146,25 @@ TEST(Validate, ChecksMeshes)
          { p.vertices.clear(), p.normals.clear(), p.indices.clear(), p.primitives = 0, p.faceNormals = {}; },
          {": chunk-empty"}},
         {[](Plan& p) { p = RowOfTriangles(10), std::swap(p.indices[9], p.indices[10]); },
-         {": face-normal-count", ", triangle 3: face-reversed"}},
-        {[](Plan& p) { p = RowOfTriangles(2), std::swap(p.indices[3], p.indices[4]); },
-         {": face-normal-count"}},
+         {", triangle 3: face-reversed"}},
+        {[](Plan& p) { p = RowOfTriangles(2), std::swap(p.indices[3], p.indices[4]); }, {}},
+        {[](Plan& p) { p = RowOfTriangles(3), p.indices[3] = 1, p.indices[4] = 2, p.indices[5] = 0; },
+         {", triangle 1: triangle-twice"}},
+        {[](Plan& p) {
+             p.faceNormals.assign(2, {0, 0, -1}), p.indices = {1, 0, 2, 1, 2, 3};
+         },
+         {", face normal 1: face-normal-reversed"}},
+        {[](Plan& p) { p.indices.clear(), p.faceNormals.clear(), p.primitives = 0; }, {": chunk-empty"}},
+        {[](Plan& p)
+         { std::for_each(p.vertices.begin(), p.vertices.end(), [](Vertex& v) { v.u = v.v = 0; }); },
+         {": texture-unplaced"}},
         {[](Plan& p) { p.bone = "E"; }, {": bone-unknown"}},
         {[](Plan& p) { p.bone = "d"; }, {": bone-letter-case"}},
         {[](Plan& p) { p.texture = "Woo.texture"; }, {", texture 1: texture-missing"}},
         {[](Plan& p) { p.texture = "body"; }, {", texture 1: texture-missing"}},
     };
     AssetFolder folder;
-    folder.Write("wagon/wood.x.TGA", ::Sample::CratePicture().Str());
+    folder.Write("wagon/wood.TGA", ::Sample::CratePicture().Str());
     for (const auto& [damage, findings] : cases)
     {
         Plan plan;
@@ -179,6 +189,7 @@ TEST(Validate, ChecksAnimationsAndFilesThatDontLoad)
         {"from 1.kin", PlannedAnim(2, {2, 1}), {}},
         {"none.kin", PlannedAnim(0, {}), {"none.kin: : animation-rate"}},
         {"gap.kin", PlannedAnim(3, {3, 0, 1}), {"gap.kin: slot 2: frame-unfilled"}},
+        {"zeros.kin", PlannedAnim(1, {0}, 0), {}},
         {"twice.kin", PlannedAnim(3, {0, 1, 1}), {"twice.kin: slot 2: frame-unfilled"}},
         {"too few.kin", PlannedAnim(3, {0, 1}), {"too few.kin: : not-loaded"}},
         {"nan.kin", PlannedAnim(1, {0}, kNan), {"nan.kin: bone 1 \"A\", slot 0: not-finite"}},
@@ -252,13 +263,21 @@ TEST(Validate, FindsMistakesInConfigs)
         // Quotation marks.
         {"wagon\"", "wagon", {"line 3: quote-open"}},
         {"bogeys.\"", "bogeys.", {"line 6: quote-open"}},
+        {"mesh body.im", "mesh \"body.im", {"line 17: quote-open"}},
+        {"loaded", "{\nloaded", {"line 6: quote-doubtful"}},
+        {"wagon\"", "wagon\"\"", {"line 3: quote-doubtful"}},
         // Keys.
         {"username", "usernmae", {"line 3: key-misspelt"}},
-        {"mesh-table", "mesh-tabel", {"line 13: key-misspelt"}},
+        {"mesh-table", "mesh-tabel", {"line 13: key-misspelt", "line 17: no-mesh"}},
+        {"mesh-table", "mesh table", {"line 17: no-mesh"}},
         {"mesh body",
          "msh body",
          {"line 15, entry \"default\": entry-without-mesh", "line 17, entry \"default\": key-misspelt"}},
-        {"anim", "anmi", {"line 18, entry \"default\": key-misspelt"}},
+        {"anim", "amin", {"line 18, entry \"default\": key-misspelt"}},
+        {"username ", "username=", {"line 3: key-misspelt"}},
+        {"username \"", "name \"", {"line 3: key-missing"}},
+        {"kind \"traincar\"", "kind", {"line 2: value-missing"}},
+        {"anim doors.kin", "anim \"\"", {"line 18, entry \"default\": value-missing"}},
         {"bogey-1", "bogye-1", {"line 10: key-misspelt"}},
         {"kuid ", "kiud ", {": kuid-missing", "line 1: key-misspelt"}},
         {"anim doors.kin", "anim doors.kin\n    mesh body.im", {"line 19, entry \"default\": key-twice"}},
@@ -275,6 +294,8 @@ TEST(Validate, FindsMistakesInConfigs)
         // Kuids and references.
         {"kuid <kuid:4711:1001>\n", "", {": kuid-missing"}},
         {"<kuid:4711:1001>", "kuid:4711:1001", {"line 1: kuid-malformed"}},
+        {"<kuid:4711:1001>", "<kuid2:4711:1001>", {"line 1: kuid-malformed"}},
+        {"<kuid:4711:1001>", "<kuid2:-4711:1001:3>", {}},
         {"bogey-1 <kuid:4711:2001>", "bogey-1", {"line 10, bogey-1: reference-empty"}},
         {"bogey-1 <kuid:4711:2001>", "bogey-1 <kuid:4711:1001>", {"line 10, bogey-1: reference-to-itself"}},
         {"bogey-1 <kuid:4711:2001>", "bogey-1 <kuid:4711:2002>", {"line 10, bogey-1: kuid-not-found"}},
@@ -329,7 +350,7 @@ TEST(Validate, FindsDamagedFiles)
         {"long quote",
          "wagon/config.txt",
          [](Text& b) { b.insert(b.find("loaded"), Text(25, '\n')); },
-         {"wagon/config.txt: line 6: quote-open"}},
+         {"wagon/config.txt: line 6: quote-doubtful"}},
         {"empty table",
          "wagon/config.txt",
          [](Text& b) { b.resize(b.find("mesh-table")), b += "mesh-table {\n}\n"; },
@@ -385,6 +406,26 @@ TEST(Validate, FindsDamagedFiles)
          "wagon/planks.tga",
          [](Text& b) { b.clear(); },
          {"wagon/body.im: chunk 2, texture 1: texture-damaged"}},
+        {"other picture kind",
+         "wagon/planks.tga",
+         [](Text& b) { b = "<html>this is no picture</html>"; },
+         {"wagon/body.im: chunk 2, texture 1: texture-damaged"}},
+        {"texture's role",
+         "wagon/body.im",
+         [](Text& b) { b[b.find("textures\\wagon\\planks.texture") - 8] = 77; },
+         {"wagon/body.im: chunk 2, texture 1: material-range"}},
+        {"point without a name",
+         "wagon/body.im",
+         [](Text& b) { b[b.find("a.Bogey1")] = 0; },
+         {"wagon/body.im: attachment point 2 \"\": name-missing"}},
+        {"flat point",
+         "wagon/body.im",
+         [](Text& b) { b.replace(b.find("a.Roof") + 6 + 12, 12, Text(12, '\0')); },
+         {"wagon/body.im: attachment point 6 \"a.roof\": zero-transform"}},
+        {"circle",
+         "bogey y/config.txt",
+         [](Text& b) { b += "bogey <kuid:4711:1001>\n"; },
+         {"wagon/config.txt: line 9, bogey-0: reference-cycle"}},
         {"cut texture",
          "wagon/planks.tga",
          [](Text& b) { b.pop_back(); },
@@ -413,12 +454,17 @@ TEST(Validate, FindsDamagedFiles)
     Sample sample;
     std::filesystem::rename("wagon/config.txt", "wagon/config.txt.txt");
     EXPECT_EQ(Found({"."}, true), Lines{"wagon/config.txt.txt: : config-name"});
+    std::filesystem::rename("wagon/config.txt.txt", "wagon/confg.txt");
+    EXPECT_EQ(Found({"."}, true), Lines{"wagon/confg.txt: : config-name"});
+    std::filesystem::create_directory("empty");
+    EXPECT_EQ(Found({"empty"}, true), Lines{"empty: : not-loaded"});
 }
 
 TEST(Validate, ComparesEntriesWithTheirFiles)
 {
     const auto second = [](const std::string& keys)
     { return "kuid <a:1>\nmesh-table {\nbody {\nmesh body.im\n}\nx {\n" + keys + "}\n}\n"; };
+    constexpr const char* kNames = "kind x\nusername x\n";
     const struct
     {
         std::string config;
@@ -445,7 +491,7 @@ TEST(Validate, ComparesEntriesWithTheirFiles)
     folder.Write("b 2/config.txt", "kuid <other:1>\n");
     for (const auto& [config, findings] : cases)
     {
-        folder.Wagon(config);
+        folder.Wagon(config + kNames);
         Lines expected;
         for (const std::string& finding : findings)
             expected.push_back("wagon/config.txt: " + finding);
@@ -466,8 +512,9 @@ TEST(Validate, ChecksEachFileOnceAndContinuesAfterFailures)
     AssetFolder folder;
     folder.Write("bogey/cut.im", PlannedMesh().substr(0, 300)).Write("bogey/body.im", PlannedMesh());
     folder.Wagon("kuid <a:1>\nbogey <b:1>\nmesh-table {\na {\nmesh ../BOGEY/body.im\n}\nb {\nmesh "
-                 "../bogey/cut.im\n}\n}\n");
-    folder.Write("bogey/config.txt", "kuid <b:1>\nmesh-table {\nc {\nmesh cut.im\n}\n}\n");
+                 "../bogey/cut.im\n}\n}\nkind x\nusername x\n");
+    folder.Write("bogey/config.txt",
+                 "kuid <b:1>\nmesh-table {\nc {\nmesh cut.im\n}\n}\nkind x\nusername x\n");
     std::filesystem::current_path("..");
     const Lines expected = {"bogey/body.im: chunk 1, texture 1: texture-missing",
                             "bogey/config.txt: line 3, entry \"c\": asset-not-loaded",
@@ -491,7 +538,7 @@ TEST(Validate, ReportsAKuidOfSeveralAssetsOnce)
 {
     Sample sample;
     sample.Replace("wagon/config.txt", "<kuid:4711:1001>", "<kuid:4711:2001>");
-    sample.Write("other/config.txt", "kuid <kuid:4711:2001>\nbogey <kuid:4711:3001>\n");
+    sample.Write("other/config.txt", "kuid <kuid:4711:2001>\nbogey <kuid:4711:3001>\nkind x\nusername x\n");
     const auto findings = Validate::Validate({{"."}, true, 2}).Findings;
     ASSERT_EQ(findings.size(), 3U);
     EXPECT_EQ(findings[0].Code, Validate::Code::KuidShared);
@@ -521,7 +568,7 @@ TEST(Validate, WritesFindingsInEachForm)
               "w/config.txt: line 7, entry \"a\\x1B\u00E4\": error: m [att-unknown]\n"
               "w/a.im: chunk 2, index 3: error: n [index-outside]\n"
               "v/config.txt: error: o [kuid-missing]\n"
-              "3 files, 3 errors, 0 warnings in 2 assets\n");
+              "3 files in 2 assets: 3 errors, 0 warnings in 2 of them\n");
     EXPECT_EQ(written([](auto& r, auto& out) { WriteLines(r, out); }),
               "w/config.txt:7: error: entry \"a\\x1B\u00E4\": m [att-unknown]\n"
               "w/a.im:1: error: chunk 2, index 3: n [index-outside]\n"

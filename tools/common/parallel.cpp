@@ -1,12 +1,11 @@
 #include "tools/common/parallel.h"
 
-#include <boost/asio/post.hpp>
-#include <boost/asio/thread_pool.hpp>
-
 #include <algorithm>
 #include <atomic>
 #include <exception>
 #include <mutex>
+#include <thread>
+#include <vector>
 
 namespace ZLMIM::Tools
 {
@@ -33,17 +32,20 @@ void ForEach(std::size_t count, unsigned threads,
         }
     };
     const std::size_t workers = std::min<std::size_t>(count, threads);
-    if (workers <= 1)
+    std::vector<std::thread> others;
+    try
     {
-        run(0);
+        others.reserve(workers);
+        while (others.size() + 1 < workers)
+            others.emplace_back(run, others.size() + 1);
     }
-    else
+    catch (const std::exception&)
     {
-        boost::asio::thread_pool pool(workers);
-        for (std::size_t worker = 0; worker < workers; ++worker)
-            boost::asio::post(pool, [&run, worker] { run(worker); });
-        pool.join();
+        // The system has no memory for another thread, or allows no more: those that there are do the work.
     }
+    run(0);
+    for (std::thread& other : others)
+        other.join();
     if (thrown)
         std::rethrow_exception(thrown);
 }

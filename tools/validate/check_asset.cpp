@@ -10,8 +10,11 @@
 
 #include "tools/common/asset.h"
 #include "tools/common/paths.h"
+#include "zlmim/config/config_line.h"
 #include "zlmim/config/disk_file_system.h"
+#include "zlmim/config/line_reader.h"
 #include "zlmim/model/text.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -27,28 +30,27 @@ namespace
 
 Place EntryPlace(std::int64_t line, const std::u16string& name) { return {line, name}; }
 
-/// The names of the files in a folder, which is named with a separator at its end.
+/// The names of the files in a folder.
 std::vector<std::u16string> FilesIn(const NativePath& folder, PathResolver& names)
 {
     std::vector<std::u16string> files;
-    for (const FolderEntry& entry : names.List(folder))
+    for (const FolderEntry& entry :
+         names.List(folder.ends_with(kNativeSeparator) ? folder : folder + kNativeSeparator))
         if (!entry.isFolder && !entry.isWindows1252)
             files.push_back(entry.lowerName);
     return files;
 }
 
 /// A hint at the file that a name in the object model's form probably means.
-std::string FileHint(const std::u16string& name, PathResolver& names)
+std::string FileHint(std::u16string name, PathResolver& names)
 {
+    std::replace(name.begin(), name.end(), u'/', u'\\');
     const std::u16string folder = Tools::FolderOf(name);
     const auto found = names.Find(folder, FoundFile::Kind::Folder);
     if (!found)
         return "; there is no folder " + QuotedFile(folder);
     const NativePath nativeFolder = found->nativePath;
-    return DidYouMean(
-        Tools::BaseName(name),
-        FilesIn(nativeFolder.ends_with(kNativeSeparator) ? nativeFolder : nativeFolder + kNativeSeparator,
-                names));
+    return DidYouMean(Tools::BaseName(name), FilesIn(nativeFolder, names));
 }
 
 /// Checks the entries of a model's mesh table against the keys that they were made from.
@@ -78,9 +80,11 @@ public:
         if (!outcome.IsLoaded)
         {
             const auto& culprit = hasThrownInAnim ? entry.anim->FileName : entry.Mesh->FileName;
+            const bool isOfMemory = outcome.Thrown == "OutOfMemory";
             mReport.Add(Code::AssetNotLoaded, place,
-                        "the load of the asset ends here: " + QuotedFile(culprit) + " is " +
-                            Tools::Describe(outcome));
+                        "the load of the asset ends here: " +
+                            (isOfMemory ? "there is no memory for " + QuotedFile(culprit)
+                                        : QuotedFile(culprit) + " is " + Tools::Describe(outcome)));
             return;
         }
         if (hasMesh && hasAnim)
@@ -123,7 +127,7 @@ private:
             return "no list of levels " + QuotedFile(file + u".txt") + FileHint(file + u".txt", names);
         if (file.ends_with(u'\\'))
             return "no mesh of level 1 in the list of levels";
-        return "no mesh " + QuotedFile(file) + ", which is level 1 of the list";
+        return "no mesh " + QuotedFile(file) + ", which is level 1 of the list" + FileHint(file, names);
     }
 
     bool CheckAnimOf(const MeshEntry& entry, const MeshTableKeys& keys, const Place& place, bool hasThrown)
@@ -259,14 +263,60 @@ void CheckFallback(const std::u16string& name, const ConfigKeys& keys, PathResol
                    "no mesh " + QuotedFile(mesh) + ", and no mesh table" + FileHint(mesh, names));
 }
 
+/// Kinds of assets that are always drawn.
+bool IsDrawnKind(std::u16string_view kind)
+{
+    return kind == u"traincar" || kind == u"bogey" || kind == u"pantograph";
+}
+
+/// Reports a config that loads no mesh, although it names some, or some are beside an asset that needs one.
+/// Others, such as libraries, may do without.
+void CheckAnyMesh(const std::u16string& name, ConfigText text, const ConfigKeys& keys, PathResolver& names,
+                  Report& report)
+{
+    if (!keys.Entries.empty() || keys.OpenEntry || !keys.AssetFileName.Value.empty() || !keys.Error.empty())
+        return;
+    const std::u16string folder = Tools::FolderOf(name);
+    std::u16string kind;
+    LoadBudget budget;
+    LineReader lines(text, budget);
+    ConfigLine line;
+    while (!lines.AtEndOfStream())
+    {
+        ReadConfigLine(lines, line);
+        const std::u16string value = LowerCase(Trim(line.Value));
+        const bool isMesh = value.ends_with(u".im") && Locate(folder + value, names);
+        const bool isList = value.ends_with(u".lm") && Locate(folder + value + u".txt", names);
+        if (isMesh || isList)
+            return report.Add(Code::NoMesh, {line.FirstLine},
+                              QuotedFile(line.Value) + " isn't loaded, and no other mesh: no mesh table or "
+                                                       "asset-filename of the config names one");
+        if (line.Key == u"kind" && kind.empty())
+            kind = value;
+    }
+    if (!kind.empty() && !IsDrawnKind(kind))
+        return;
+    const auto found = names.Find(folder.empty() ? u"." : folder, FoundFile::Kind::Folder);
+    if (!found)
+        return;
+    const NativePath nativeFolder = found->nativePath;
+    for (const std::u16string& file : FilesIn(nativeFolder, names))
+        if (file.ends_with(u".im"))
+            return report.Add(Code::NoMesh, {},
+                              "the config has no mesh table, so it loads no mesh, although " +
+                                  QuotedFile(file) + " is beside it");
+}
+
 /// The first line that is misread because of a mistake: that of the entry which contains it.
 std::int64_t FirstMisread(std::int64_t mistake, const ConfigKeys& keys)
 {
+    if (mistake == std::numeric_limits<std::int64_t>::max())
+        return mistake;
     std::int64_t line = mistake;
     for (const MeshTableKeys& entry : keys.Entries)
-        if (entry.Name.FirstLine <= mistake && mistake < std::numeric_limits<std::int64_t>::max())
+        if (entry.Name.FirstLine <= mistake)
             line = entry.Name.FirstLine;
-    return line;
+    return keys.OpenEntry ? std::min(line, keys.OpenEntry->Name.FirstLine) : line;
 }
 
 /// Moves the findings of `from` that are valid despite the mistake in that line.
@@ -294,7 +344,7 @@ std::vector<std::u16string> CheckAsset(const std::u16string& name, const Located
     const Tools::Outcome outcome = Tools::Attempt(
         [&]
         {
-            const std::string bytes = ReadBytes(file.Name, name);
+            const std::string bytes = ReadBytes(file.Name);
             if (!CheckEncoding(bytes, report))
                 return true;
             ConfigText lines(bytes);
@@ -312,7 +362,17 @@ std::vector<std::u16string> CheckAsset(const std::u16string& name, const Located
                              [](const Finding& finding) { return finding.Code == Code::ConfigUnknown; }))
             {
                 const std::u16string kuid = CheckKuid(ConfigText(bytes), file, checked, ofModel);
-                references = CheckReferences(name, kuid, keys, text, files, search, ofModel);
+                for (FoundReference& reference :
+                     CheckReferences(name, kuid, keys, text, files, search, ofModel))
+                {
+                    if (const auto target = Locate(reference.Config, *names))
+                        checked.NoteReference(file, *target, std::move(reference.Place));
+                    references.push_back(std::move(reference.Config));
+                }
+                if (mistake == std::numeric_limits<std::int64_t>::max() &&
+                    std::none_of(report.Findings().begin(), report.Findings().end(),
+                                 [](const Finding& finding) { return finding.Code == Code::MeshTableEmpty; }))
+                    CheckAnyMesh(name, ConfigText(bytes), keys, *names, ofModel);
             }
             AddBefore(FirstMisread(mistake, keys), ofModel, report);
             return true;

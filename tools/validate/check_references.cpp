@@ -30,15 +30,43 @@ bool IsBlock(const ConfigLine& key, const ConfigText& text)
     return key.Value.empty() && key.LastLine < text.LineCount() && Trim(text.Line(key.LastLine + 1)) == u"{";
 }
 
-/// Whether a text has the form of a kuid: parts with colons between, in angle brackets.
+bool IsNumber(std::u16string_view text)
+{
+    const std::u16string_view digits = text.substr(text.starts_with(u'-') ? 1 : 0);
+    return !digits.empty() && digits.find_first_not_of(u"0123456789") == std::u16string_view::npos;
+}
+
+/// Whether a text has the form of a kuid: parts with colons between, in angle brackets. After `kuid` two
+/// numbers are expected, after `kuid2` three.
 bool IsKuid(std::u16string_view text)
 {
     if (text.size() < 3 || text.front() != u'<' || text.back() != u'>')
         return false;
-    const std::u16string_view parts = text.substr(1, text.size() - 2);
-    return parts.find_first_of(u" \t<>") == std::u16string_view::npos &&
-           parts.find(u':') != std::u16string_view::npos && parts.front() != u':' && parts.back() != u':' &&
-           parts.find(u"::") == std::u16string_view::npos;
+    text = text.substr(1, text.size() - 2);
+    if (text.find_first_of(u" \t<>") != std::u16string_view::npos)
+        return false;
+    std::vector<std::u16string_view> parts;
+    while (true)
+    {
+        const std::size_t end = text.find(u':');
+        parts.push_back(text.substr(0, end));
+        if (end == std::u16string_view::npos)
+            break;
+        text.remove_prefix(end + 1);
+    }
+    if (parts.size() < 2 || std::any_of(parts.begin(), parts.end(), [](auto part) { return part.empty(); }))
+        return false;
+    const std::u16string prefix = LowerCase(parts[0]);
+    if (prefix != u"kuid" && prefix != u"kuid2")
+        return true;
+    return parts.size() == (prefix == u"kuid" ? 3 : 4) &&
+           std::all_of(parts.begin() + 1, parts.end(), IsNumber);
+}
+
+/// Describes a text that should be a kuid.
+std::string NoKuid(const std::u16string& text)
+{
+    return Quoted(text) + " isn't a kuid, which looks like <kuid:1:2> or <kuid2:1:2:3>";
 }
 
 class ReferenceChecker
@@ -137,14 +165,13 @@ std::u16string CheckKuid(ConfigText text, const LocatedFile& file, CheckedFiles&
     if (number == 0)
         report.Add(Code::KuidMissing, {}, "the asset has no kuid, so nothing can refer to it");
     else if (!IsKuid(kuid))
-        report.Add(Code::KuidMalformed, {number},
-                   Quoted(kuid) + " isn't a kuid, which looks like <kuid:1:2>");
+        report.Add(Code::KuidMalformed, {number}, NoKuid(kuid));
     else
         checked.NoteKuid(kuid, file, number);
     return kuid;
 }
 
-std::vector<std::u16string> CheckReferences(const std::u16string& config, const std::u16string& kuid,
+std::vector<FoundReference> CheckReferences(const std::u16string& config, const std::u16string& kuid,
                                             const ConfigKeys& keys, const ConfigText& text, FileSystem& files,
                                             KuidSearch& search, Report& report)
 {
@@ -163,8 +190,7 @@ std::vector<std::u16string> CheckReferences(const std::u16string& config, const 
         }
         if (!IsKuid(reference.Value))
         {
-            report.Add(Code::KuidMalformed, place,
-                       Quoted(reference.Value) + " isn't a kuid, which looks like <kuid:1:2>");
+            report.Add(Code::KuidMalformed, place, NoKuid(reference.Value));
             continue;
         }
         if (LowerCase(reference.Value) == kuid)
@@ -179,15 +205,16 @@ std::vector<std::u16string> CheckReferences(const std::u16string& config, const 
     }
     if (uses.empty())
         return {};
-    std::vector<std::u16string> paths;
+    std::vector<FoundReference> found;
     ReferenceChecker checker(config, files, search, report);
     for (const ConfigLine* const reference : firstUses)
     {
         std::u16string path = checker.Check(*reference, uses.at(reference->Value).AndMore());
         if (!path.empty())
-            paths.push_back(std::move(path));
+            found.push_back({{.Line = reference->FirstLine, .Detail = Tools::Printable(reference->Key)},
+                             std::move(path)});
     }
-    return paths;
+    return found;
 }
 
 } // namespace ZLMIM::Validate

@@ -16,14 +16,22 @@
 namespace ZLMIM::Validate
 {
 
+/// A reference that leads to an asset.
+struct FoundReference
+{
+    Validate::Place Place;
+    /// The config that a model loads.
+    std::u16string Config;
+};
+
 /// Checks the asset's own kuid, and records it. Returns the kuid; empty if there is none.
 [[nodiscard]] std::u16string CheckKuid(ConfigText text, const LocatedFile& file, CheckedFiles& checked,
                                        Report& report);
 
 /// Checks that the assets that a config refers to can be found, by the search of a model whose working folder
-/// is the config's. Also looks for further assets with the same kuid. `kuid` is the asset's own. Returns the
-/// configs that a model would load.
-[[nodiscard]] std::vector<std::u16string> CheckReferences(const std::u16string& config,
+/// is the config's. Also looks for further assets with the same kuid. `kuid` is the asset's own. Returns
+/// those that are found.
+[[nodiscard]] std::vector<FoundReference> CheckReferences(const std::u16string& config,
                                                           const std::u16string& kuid, const ConfigKeys& keys,
                                                           const ConfigText& text, FileSystem& files,
                                                           KuidSearch& search, Report& report);

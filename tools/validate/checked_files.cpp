@@ -70,6 +70,66 @@ void CheckedFiles::AddSharedKuids()
                       });
 }
 
+void CheckedFiles::NoteReference(const LocatedFile& from, const LocatedFile& to, Place place)
+{
+    const std::lock_guard lock(mMutex);
+    mReferences[from.Key].push_back({to.Key, std::move(place)});
+}
+
+void CheckedFiles::AddCircles()
+{
+    const std::lock_guard lock(mMutex);
+    std::vector<FileKey> starts;
+    for (const auto& [file, references] : mReferences)
+        starts.push_back(file);
+    // In the order of names, so that the same circle is always reported in the same file.
+    std::sort(starts.begin(), starts.end(),
+              [this](const FileKey& a, const FileKey& b) { return mFiles.at(a).Name < mFiles.at(b).Name; });
+
+    enum class State
+    {
+        OnPath,
+        Done,
+    };
+    std::map<FileKey, State> states;
+    struct Step
+    {
+        FileKey File;
+        std::size_t Next = 0;
+    };
+    for (const FileKey& start : starts)
+    {
+        std::vector<Step> path;
+        if (states.try_emplace(start, State::OnPath).second)
+            path.push_back({start});
+        while (!path.empty())
+        {
+            Step& step = path.back();
+            const auto references = mReferences.find(step.File);
+            if (references == mReferences.end() || step.Next == references->second.size())
+            {
+                states.at(step.File) = State::Done;
+                path.pop_back();
+                continue;
+            }
+            const auto& [to, place] = references->second[step.Next++];
+            const auto [state, isNew] = states.try_emplace(to, State::OnPath);
+            if (isNew)
+                path.push_back({to});
+            else if (state->second == State::OnPath)
+                mFiles.at(step.File).Report.Add(
+                    Code::ReferenceCycle, place,
+                    "that asset refers back to this one, in a circle of " +
+                        std::to_string((path.end() - std::find_if(path.begin(), path.end(),
+                                                                  [&to](const Step& other) {
+                                                                      return !(other.File < to) &&
+                                                                             !(to < other.File);
+                                                                  }))) +
+                        " assets");
+        }
+    }
+}
+
 std::size_t CheckedFiles::Count() const
 {
     const std::lock_guard lock(mMutex);

@@ -30,6 +30,12 @@ public:
     /// Adds a finding for each kuid that several assets have, and removes those of references to them.
     void AddSharedKuids();
 
+    /// Remembers that an asset refers to another one.
+    void NoteReference(const LocatedFile& from, const LocatedFile& to, Place place);
+
+    /// Adds a finding for each circle of references.
+    void AddCircles();
+
     [[nodiscard]] std::size_t Count() const;
 
     /// All findings, sorted by file, then by line. A file that was reached by several names has the shortest.
@@ -48,7 +54,14 @@ private:
         std::int64_t Line;
     };
 
+    struct Reference
+    {
+        FileKey To;
+        Validate::Place Place;
+    };
+
     mutable std::mutex mMutex;
+    std::map<FileKey, std::vector<Reference>> mReferences;
     std::map<std::u16string, std::vector<Owner>> mKuids;
     std::map<FileKey, File> mFiles;
 };

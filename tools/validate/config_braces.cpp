@@ -365,7 +365,11 @@ std::int64_t RepairBraces(std::vector<TextLine>& lines, Report& report)
             lines.erase(place);
             break;
         case ChangeKind::InsertOpening:
-            add(Code::BraceMissing, place->FirstLine, "no { follows " + Quoted(place->Key));
+            add(Code::BraceMissing, place->FirstLine,
+                place + 1 != lines.end() && (place + 1)->Key == u"{"
+                    ? "the { after " + Quoted(place->Key) +
+                          " opens no block, since it isn't alone on its line"
+                    : "no { follows " + Quoted(place->Key));
             lines.insert(place + 1, brace);
             break;
         default:

@@ -14,6 +14,7 @@
 #include <iterator>
 #include <limits>
 #include <map>
+#include <set>
 
 namespace ZLMIM::Validate
 {
@@ -49,6 +50,37 @@ bool LooksLikeKey(const std::u16string& line)
     return value.starts_with(u'"') || value.starts_with(u'<');
 }
 
+/// Whether a line is a key with a quoted value, such as `author "me"`. If a value ends with such a line, its
+/// own mark is probably missing.
+bool IsKeyWithQuotes(std::u16string_view line)
+{
+    line = Trim(line);
+    const std::size_t blank = line.find_first_of(u" \t");
+    const std::size_t open = line.find(u'"');
+    return blank != std::u16string_view::npos && open != std::u16string_view::npos && open > blank &&
+           open + 1 < line.size() && line.ends_with(u'"') && Trim(line.substr(blank, open - blank)).empty() &&
+           line.find(u'"', open + 1) == line.size() - 1;
+}
+
+/// Whether the value of a key never has several lines.
+bool IsOfOneLine(const std::u16string& key)
+{
+    static const std::vector<std::u16string> keys = {u"mesh", u"anim",       u"att-parent",    u"att",
+                                                     u"kuid", u"pantograph", u"asset-filename"};
+    return std::find(keys.begin(), keys.end(), key) != keys.end();
+}
+
+/// Whether a line ends with two quotation marks, of which one closes nothing.
+bool HasLoneQuote(const ConfigLine& line, const ConfigText& text)
+{
+    if (line.Value.empty() || !Trim(text.Line(line.LastLine)).ends_with(u"\"\""))
+        return false;
+    std::ptrdiff_t quotes = 0;
+    for (std::int64_t number = line.FirstLine; number <= line.LastLine; ++number)
+        quotes += std::count(text.Line(number).begin(), text.Line(number).end(), u'"');
+    return quotes % 2 != 0;
+}
+
 /// Splits the text into logical lines, and checks the quotation marks on the way.
 std::vector<TextLine> ReadLines(ConfigText& text, Report& report, std::int64_t& firstMistake)
 {
@@ -82,13 +114,22 @@ std::vector<TextLine> ReadLines(ConfigText& text, Report& report, std::int64_t& 
         if (isOpen)
             add("the quotation mark after " + Quoted(line.Key) + " is never closed: the rest of the file " +
                 "belongs to its text");
-        else if (swallowed > 0)
-            add("the quotation mark after " + Quoted(line.Key) + " is only closed in line " +
-                std::to_string(line.LastLine) + ", so line " + std::to_string(swallowed) +
-                " belongs to its text");
-        else if (line.LastLine - line.FirstLine >= kMostQuotedLines)
-            add("the quotation mark after " + Quoted(line.Key) + " is only closed " +
-                std::to_string(line.LastLine - line.FirstLine) + " lines below");
+        else if (line.LastLine > line.FirstLine)
+        {
+            const std::string mark = "the quotation mark after " + Quoted(line.Key) +
+                                     " is only closed in line " + std::to_string(line.LastLine);
+            const std::string belongs =
+                swallowed > 0 ? ", so line " + std::to_string(swallowed) + " belongs to its text" : "";
+            const bool endsWithKey = IsKeyWithQuotes(text.Line(line.LastLine));
+            if (IsOfOneLine(line.Key) || (swallowed > 0 && endsWithKey))
+                add(mark + belongs);
+            // Any text may have many lines, and lines like those of a config.
+            else if (swallowed > 0 || line.LastLine - line.FirstLine >= kMostQuotedLines)
+                report.Add(Code::QuoteDoubtful, {line.FirstLine}, mark + belongs);
+        }
+        if (!isOpen && HasLoneQuote(line, text))
+            report.Add(Code::QuoteDoubtful, {line.LastLine},
+                       "one of the two quotation marks at the end is too many");
         if (!line.Key.empty() || !line.Value.empty())
             lines.push_back(std::move(line));
     }
@@ -115,6 +156,8 @@ public:
         }
         if (!mHasKnownKey)
             mReport.Add(Code::ConfigUnknown, {}, "none of its keys is known: it isn't a config.txt");
+        else
+            CheckMissing();
     }
 
 private:
@@ -182,6 +225,8 @@ private:
         if (!IsTopKey(line.Key))
             return CheckSpelling(line, TopKeys(), mTopLines, {line.FirstLine});
         mHasKnownKey = true;
+        if (line.Value.empty() && (line.Key == u"username" || line.Key == u"kind"))
+            mReport.Add(Code::ValueMissing, {line.FirstLine}, Quoted(line.Key) + " has no value");
         const auto [first, isNew] = mTopLines.try_emplace(line.Key, line.FirstLine);
         // Tables and bogeys add to those before.
         if (!isNew && line.Key != u"mesh-table" && !line.Key.starts_with(u"bogey"))
@@ -203,6 +248,8 @@ private:
         const Place place = {line.FirstLine, entry.Name};
         if (!IsEntryKey(line.Key))
             return CheckSpelling(line, EntryKeyNames(), entry.Keys, place);
+        if (line.Key == u"anim" && line.Value.empty())
+            mReport.Add(Code::ValueMissing, place, "anim has no value");
         const auto [first, isNew] = entry.Keys.try_emplace(line.Key, line.FirstLine);
         if (!isNew && line.Key != u"effects")
             AddTwice(line, place, first->second);
@@ -215,20 +262,55 @@ private:
                         "; only the last one counts");
     }
 
+    void CheckMissing()
+    {
+        for (const std::u16string key : {u"username", u"kind"})
+        {
+            if (mTopLines.contains(key) || mMeant.contains(key))
+                continue;
+            const bool isName = key == u"username" && mNameLine > 0;
+            mReport.Add(Code::KeyMissing, {isName ? mNameLine : 0},
+                        "the asset has no " + ToUtf8(key) + (isName ? "; is it this \"name\"?" : ""));
+        }
+    }
+
     void CheckSpelling(const TextLine& line, const std::vector<std::u16string>& known,
                        const KeyLines& present, const Place& place)
     {
+        if (Here() == Context::Top && line.Key == u"name")
+            mNameLine = line.FirstLine;
+        const auto add = [&](const std::string& message)
+        {
+            mHasKnownKey = true;
+            mReport.Add(Code::KeyMisspelt, place, message);
+        };
+        // What is sometimes found between a key and its value in place of a blank.
+        const std::size_t end =
+            std::min(line.Key.find_first_of(u"=:\"'<\u00A0\u201C\u201D\u201E"), line.Key.size());
+        const std::u16string beginning = line.Key.substr(0, end);
+        if (end < line.Key.size() && std::find(known.begin(), known.end(), beginning) != known.end())
+        {
+            mMeant.insert(beginning);
+            return add("the key is " + Quoted(line.Key) + ": only blanks or tabs may be between " +
+                       Quoted(beginning) + " and its value");
+        }
         // Of "bogye-0" only the letters are compared.
         const std::u16string key = line.Key.substr(0, line.Key.find_last_not_of(u"-0123456789") + 1);
         std::vector<std::u16string> absent;
         std::copy_if(known.begin(), known.end(), std::back_inserter(absent),
                      [&](const std::u16string& name)
                      { return !present.contains(name) && (name.size() > 4 || EditDistance(key, name) < 2); });
-        const std::string hint = key.size() < 3 ? std::string() : DidYouMean(key, absent);
+        std::string hint = key.size() < 3 ? std::string() : DidYouMean(key, absent);
+        const bool isOfEntry = Here() == Context::Entry;
+        if (hint.empty() && isOfEntry && key.starts_with(u'a') && LowerCase(line.Value).ends_with(u".kin") &&
+            !present.contains(u"anim"))
+            hint = "; did you mean \"anim\"?";
         if (hint.empty())
             return;
-        mHasKnownKey = true;
-        mReport.Add(Code::KeyMisspelt, place, "unknown key " + Quoted(line.Key) + hint);
+        for (const std::u16string& name : absent)
+            if (hint.find(Quoted(name)) != std::string::npos)
+                mMeant.insert(name);
+        add("unknown key " + Quoted(line.Key) + hint);
     }
 
     const std::vector<TextLine>& mLines;
@@ -238,6 +320,10 @@ private:
     const TextLine* mName = nullptr;
     bool mHasKnownKey = false;
     KeyLines mTopLines;
+    /// Known keys that are there, but misspelt.
+    std::set<std::u16string> mMeant;
+    /// The line of a key `name` at the top; 0 if there is no such key.
+    std::int64_t mNameLine = 0;
 };
 
 } // namespace

@@ -7,8 +7,10 @@
 #include "zlmim/model/text.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fstream>
 #include <iterator>
+#include <system_error>
 
 namespace ZLMIM::Validate
 {
@@ -48,12 +50,13 @@ std::u16string ConfigText::ReadLine()
     return mLines[mNext++];
 }
 
-std::string ReadBytes(const NativePath& file, const std::u16string& name)
+std::string ReadBytes(const NativePath& file)
 {
+    errno = 0;
     std::ifstream stream(Tools::ToPath(file), std::ios::binary);
     std::string bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
     if (!stream.is_open() || stream.bad())
-        throw FileSystemError(FileSystemError::Code::ReadError, name);
+        throw std::system_error(errno, std::generic_category(), "it can't be read");
     return bytes;
 }
 

@@ -39,8 +39,8 @@ private:
 };
 
 /// The bytes of a config.
-/// @throws FileSystemError if it can't be read.
-[[nodiscard]] std::string ReadBytes(const NativePath& file, const std::u16string& name);
+/// @throws std::system_error if it can't be read.
+[[nodiscard]] std::string ReadBytes(const NativePath& file);
 
 /// Checks whether a file is text of the format at all: not empty, binary or in another encoding. Returns
 /// false if it makes no sense to look further.

@@ -69,8 +69,10 @@ public:
             const auto counted = std::find_if(all.begin(), all.end(),
                                               [&](const Blocks& blocks)
                                               { return blocks.Tag == rest.Tag && !blocks.Counted.empty(); });
-            std::string message = Tools::Bytes(static_cast<std::uint64_t>(mSize - mPosition)) +
-                                  " after its last block, " + std::string(last) + ", aren't read";
+            const std::int64_t surplus = mSize - mPosition;
+            std::string message = Tools::Bytes(static_cast<std::uint64_t>(surplus)) +
+                                  " after its last block, " + std::string(last) +
+                                  (surplus == 1 ? ", isn't read" : ", aren't read");
             if (counted != all.end())
                 message += ": it has more " + std::string(counted->Counted) + " than the " +
                            Tools::Number(counted->Most) + " that it announces";

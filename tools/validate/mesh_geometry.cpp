@@ -13,7 +13,9 @@
 #include <cstdint>
 #include <limits>
 #include <span>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 namespace ZLMIM::Validate
 {
@@ -39,7 +41,7 @@ constexpr float kFar = 100'000;
 /// Triangles whose direction deviates this much from their normals, as a cosine, are wound the other way.
 constexpr double kReversed = 0.3;
 /// The share of a chunk's triangles that may be reversed for the chunk to count as consistent otherwise.
-constexpr double kFewReversed = 0.25;
+constexpr double kFewReversed = 0.4;
 
 /// A kind of primitive, and how many indices it takes.
 struct Kind
@@ -98,6 +100,9 @@ public:
                             " is no kind of primitive");
         if (mGeometry.MaxVertices() == 0)
             mReport.Add(Code::ChunkEmpty, ChunkPlace(mChunk), "it has no vertices");
+        else if (mGeometry.MaxIndex() == 0)
+            mReport.Add(Code::ChunkEmpty, ChunkPlace(mChunk),
+                        "it has vertices but no indices, so nothing of it is drawn");
         CheckVertices();
         CheckNormals(mGeometry.VertexNormals(), "normal ", 0);
         CheckNormals(mGeometry.FaceNormals->Entries(), "face normal ", 1);
@@ -168,9 +173,9 @@ private:
                 message += " and a part of one";
             mReport.Add(Code::PrimitiveCount, ChunkPlace(mChunk), std::move(message));
         }
-        // Lines and points need no normals. If the two counts of faces differ, either one is accepted.
+        // A chunk may have no face normals. If the two counts of faces differ, either one is accepted.
         const std::int64_t normals = mGeometry.FaceNormals->Count();
-        if (normals != made && normals != mGeometry.PrimitiveCount && (kind.IsFace || normals != 0))
+        if (normals != made && normals != mGeometry.PrimitiveCount && normals != 0)
             mReport.Add(Code::FaceNormalCount, ChunkPlace(mChunk),
                         Counted(normals, "face normal", "face normals") + " for " +
                             Counted(made, kind.One, kind.Many));
@@ -236,6 +241,9 @@ private:
         Tally flat;
         Tally with;
         Tally against;
+        Tally turned;
+        std::int64_t compared = 0;
+        std::vector<Triangle> triangles;
         for (std::int64_t i = 0; i < count; ++i)
         {
             const auto next = static_cast<std::size_t>(isStrip || isFan ? i : 3 * i);
@@ -251,14 +259,32 @@ private:
             if (isStrip && i % 2 == 1)
                 std::swap(corners[0], corners[1]);
             if (IsFlat(corners))
+            {
                 flat.Note(i);
-            else if (const double direction = Direction(corners, i, count); direction > kReversed)
+                continue;
+            }
+            triangles.push_back({FromLeastCorner(corners), i});
+            if (const double direction = Direction(corners, i, count); direction > kReversed)
                 with.Note(i);
             else if (direction < -kReversed)
                 against.Note(i);
+            if (mGeometry.FaceNormals->Count() == count)
+            {
+                const double cosine =
+                    Cosine(PointOf(mGeometry.FaceNormals->Entries()[static_cast<std::size_t>(i)]),
+                           CornerNormals(corners));
+                compared += std::abs(cosine) > kReversed ? 1 : 0;
+                if (cosine < -kReversed)
+                    turned.Note(1 + i);
+            }
         }
         if (flat.Count() > 0)
             Add(Code::DegenerateTriangle, "triangle ", flat, "it has no area" + flat.AndMore());
+        CheckTwice(std::move(triangles));
+        // At an edge of a rounded surface, a few may differ.
+        if (2 * turned.Count() > compared)
+            Add(Code::FaceNormalReversed, "face normal ", turned,
+                "it points away from the normals of its face's corners" + turned.AndMore());
         // Either way round may be the front, but not both.
         const Tally& few = with.Count() < against.Count() ? with : against;
         const std::int64_t all = with.Count() + against.Count();
@@ -272,6 +298,39 @@ private:
 
     using Corners = std::array<std::int32_t, 3>;
     using Point = std::array<double, 3>;
+    struct Triangle
+    {
+        GeometryChecker::Corners Corners;
+        std::int64_t Number;
+
+        [[nodiscard]] bool operator<(const Triangle& other) const
+        {
+            return std::tie(Corners, Number) < std::tie(other.Corners, other.Number);
+        }
+    };
+
+    /// The same triangle, the same way round.
+    static Corners FromLeastCorner(Corners corners)
+    {
+        std::rotate(corners.begin(), std::min_element(corners.begin(), corners.end()), corners.end());
+        return corners;
+    }
+
+    void CheckTwice(std::vector<Triangle> triangles)
+    {
+        std::sort(triangles.begin(), triangles.end());
+        std::vector<std::int64_t> again;
+        for (std::size_t i = 1; i < triangles.size(); ++i)
+            if (triangles[i].Corners == triangles[i - 1].Corners)
+                again.push_back(triangles[i].Number);
+        std::sort(again.begin(), again.end());
+        Tally twice;
+        for (const std::int64_t number : again)
+            twice.Note(number);
+        if (twice.Count() > 0)
+            Add(Code::TriangleTwice, "triangle ", twice,
+                "an earlier triangle has the same corners" + twice.AndMore());
+    }
 
     static double Dot(const Point& a, const Point& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
     static Point Difference(const Vertex& a, const Vertex& b)
@@ -293,21 +352,35 @@ private:
     /// can't be computed.
     [[nodiscard]] double Direction(const Corners& corners, std::int64_t face, std::int64_t faceCount) const
     {
-        Point stored = {};
-        const auto add = [&stored](const Vector& n) {
-            stored = {stored[0] + n.x, stored[1] + n.y, stored[2] + n.z};
-        };
         const auto faceNormals = mGeometry.FaceNormals->Entries();
-        if (std::ssize(faceNormals) == faceCount)
-            add(faceNormals[static_cast<std::size_t>(face)]);
-        else
-            for (const std::int32_t corner : corners)
-                if (const auto i = static_cast<std::size_t>(corner); i < mGeometry.VertexNormals().size())
-                    add(mGeometry.VertexNormals()[i]);
+        const Point stored = std::ssize(faceNormals) == faceCount
+                                 ? PointOf(faceNormals[static_cast<std::size_t>(face)])
+                                 : CornerNormals(corners);
         const Vertex& a = VertexAt(corners[0]);
-        const Point normal = Cross(Difference(VertexAt(corners[1]), a), Difference(VertexAt(corners[2]), a));
-        const double cosine = Dot(normal, stored) / std::sqrt(Dot(normal, normal) * Dot(stored, stored));
+        return Cosine(Cross(Difference(VertexAt(corners[1]), a), Difference(VertexAt(corners[2]), a)),
+                      stored);
+    }
+
+    static Point PointOf(const Vector& v) { return {v.x, v.y, v.z}; }
+
+    /// The cosine of the angle between two directions; 0 if it can't be computed.
+    static double Cosine(const Point& a, const Point& b)
+    {
+        const double cosine = Dot(a, b) / std::sqrt(Dot(a, a) * Dot(b, b));
         return std::isfinite(cosine) ? cosine : 0;
+    }
+
+    /// The sum of the normals of a triangle's corners.
+    [[nodiscard]] Point CornerNormals(const Corners& corners) const
+    {
+        Point sum = {};
+        for (const std::int32_t corner : corners)
+            if (const auto i = static_cast<std::size_t>(corner); i < mGeometry.VertexNormals().size())
+            {
+                const Vector& n = mGeometry.VertexNormals()[i];
+                sum = {sum[0] + n.x, sum[1] + n.y, sum[2] + n.z};
+            }
+        return sum;
     }
 
     /// False as well for corners that aren't finite.

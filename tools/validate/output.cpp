@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace ZLMIM::Validate
 {
@@ -48,7 +49,9 @@ Counts Count(const Result& result)
     for (const Finding& finding : result.Findings)
     {
         ++(Info(finding.Code).Severity == Severity::Error ? counts.Errors : counts.Warnings);
-        assets.insert(AssetOf(finding.File, result.Configs));
+        std::u16string asset = AssetOf(finding.File, result.Configs);
+        if (std::binary_search(result.Configs.begin(), result.Configs.end(), asset))
+            assets.insert(std::move(asset));
     }
     counts.Assets = assets.size();
     return counts;
@@ -57,12 +60,14 @@ Counts Count(const Result& result)
 std::string Summary(const Result& result)
 {
     const Counts counts = Count(result);
-    const std::string files = Tools::Counted(static_cast<std::int64_t>(result.Files), "file", "files");
+    const std::string files = Tools::Counted(static_cast<std::int64_t>(result.Files), "file", "files") +
+                              " in " + Tools::Counted(std::ssize(result.Configs), "asset", "assets");
     if (result.Findings.empty())
-        return files + " in " + Tools::Counted(std::ssize(result.Configs), "asset", "assets") +
-               ", nothing wrong found";
-    return files + ", " + Severities(counts) + " in " +
-           Tools::Counted(static_cast<std::int64_t>(counts.Assets), "asset", "assets");
+        return files + ", nothing wrong found";
+    return files + ": " + Severities(counts) +
+           (result.Configs.size() > 1 && counts.Assets > 0
+                ? " in " + Tools::Number(static_cast<std::int64_t>(counts.Assets)) + " of them"
+                : "");
 }
 
 void WriteText(const Result& result, std::ostream& out, bool isColoured)

@@ -14,7 +14,8 @@ struct Counts
 {
     std::size_t Errors = 0;
     std::size_t Warnings = 0;
-    /// Assets with findings. A file belongs to the config in its folder, or in the nearest folder above.
+    /// Checked assets with findings. A file belongs to the config in its folder, or in the nearest folder
+    /// above.
     std::size_t Assets = 0;
 };
 
@@ -23,7 +24,7 @@ struct Counts
 /// The config that a file belongs to, or the file itself if there is none.
 [[nodiscard]] std::u16string AssetOf(const std::u16string& file, const std::vector<std::u16string>& configs);
 
-/// "2,200 files, 12 errors, 3 warnings in 9 assets"
+/// "2,200 files in 1,000 assets: 12 errors, 3 warnings in 9 of them"
 [[nodiscard]] std::string Summary(const Result& result);
 
 /// One line for each finding, such as

@@ -75,13 +75,19 @@ void CheckBinding(const Mesh& mesh, const std::vector<PlacedBone<Bone>>& bones, 
     }
 }
 
-/// Reports names that occurred before. `placeOf(index)` is the place of the named thing.
+/// Reports names that are empty, or occurred before. `placeOf(index)` is the place of the named thing.
 template <class PlaceOf>
 void CheckNames(const std::vector<std::u16string>& names, const char* what, PlaceOf placeOf, Report& report)
 {
     std::map<std::u16string_view, std::size_t> firsts;
     for (std::size_t i = 0; i < names.size(); ++i)
     {
+        if (names[i].empty())
+        {
+            report.Add(Code::NameMissing, {.Detail = placeOf(i)},
+                       "it has no name, so nothing can refer to it");
+            continue;
+        }
         const auto [first, isNew] = firsts.try_emplace(names[i], i);
         if (!isNew)
             report.Add(Code::NameTwice, {.Detail = placeOf(i)},
@@ -107,6 +113,18 @@ bool IsZero(const Matrix& m)
            m.m32 == 0 && m.m33 == 0;
 }
 
+/// Whether a matrix with a row other than zero turns a body into a plane or a line.
+bool IsFlat(const Matrix& m)
+{
+    constexpr double kLeastVolume = 1e-6;
+    const auto length = [](double x, double y, double z) { return std::hypot(x, y, z); };
+    const double volume = m.m11 * (double{m.m22} * m.m33 - double{m.m23} * m.m32) -
+                          m.m12 * (double{m.m21} * m.m33 - double{m.m23} * m.m31) +
+                          m.m13 * (double{m.m21} * m.m32 - double{m.m22} * m.m31);
+    return std::abs(volume) <= kLeastVolume * length(m.m11, m.m12, m.m13) * length(m.m21, m.m22, m.m23) *
+                                   length(m.m31, m.m32, m.m33);
+}
+
 void CheckAttachments(const Mesh& mesh, Report& report)
 {
     const auto attachments = mesh.Attachments->Entries();
@@ -121,6 +139,10 @@ void CheckAttachments(const Mesh& mesh, Report& report)
         else if (IsZero(attachments[i]->Matrix))
             report.Add(Code::ZeroTransform, {.Detail = placeOf(i)},
                        "its matrix is all zeros, so what hangs on it shrinks to a point");
+        else if (IsFlat(attachments[i]->Matrix))
+            report.Add(
+                Code::ZeroTransform, {.Detail = placeOf(i)},
+                "its matrix has a row of zeros, or rows in one plane, so what hangs on it is flattened");
     }
     CheckNames(names, "attachment point", placeOf, report);
 }
@@ -156,7 +178,15 @@ void CheckBones(const std::vector<PlacedBone<Bone>>& bones, Report& report)
     CheckNames(names, "bone", placeOf, report);
 }
 
-bool IsEmpty(const Keyframe& frame) { return frame.q == Quaternion(); }
+/// For each slot of an animation's table, whether a frame has filled it.
+std::vector<bool> FilledSlots(const std::vector<PlacedBone<BoneAnim>>& bones)
+{
+    std::vector<bool> filled(bones.front().Bone->Frames().size());
+    for (const auto& bone : bones)
+        for (std::size_t slot = 0; slot < filled.size(); ++slot)
+            filled[slot] = filled[slot] || bone.Bone->Frames()[slot] != Keyframe();
+    return filled;
+}
 
 } // namespace
 
@@ -170,22 +200,17 @@ void CheckSkeleton(const Mesh& mesh, Report& report)
 
 Tally UnfilledSlots(const Anim& anim)
 {
-    const auto bones = Bones(*anim.RootBone);
-    const auto isUnfilled = [&bones](std::size_t slot)
-    {
-        return std::all_of(bones.begin(), bones.end(),
-                           [slot](const auto& place) { return IsEmpty(place.Bone->Frames()[slot]); });
-    };
+    const std::vector<bool> filled = FilledSlots(Bones(*anim.RootBone));
     std::size_t first = 0;
-    std::size_t end = anim.RootBone->Frames().size();
-    if (end > 0 && isUnfilled(end - 1))
+    std::size_t end = filled.size();
+    if (end > 0 && !filled[end - 1])
         --end;
-    else if (end > 0 && isUnfilled(0))
+    else if (end > 0 && !filled[0])
         ++first;
     Tally slots;
     for (std::size_t slot = first; slot < end; ++slot)
     {
-        if (isUnfilled(slot))
+        if (!filled[slot])
             slots.Note(static_cast<std::int64_t>(slot));
     }
     return slots;
@@ -205,6 +230,7 @@ void CheckFrames(const Anim& anim, Report& report)
     if (!AreFinite(anim.MetScale))
         report.Add(Code::NotFinite, {}, "the scale is infinite or NaN");
     const auto bones = Bones(*anim.RootBone);
+    const std::vector<bool> filled = FilledSlots(bones);
     const auto check = [&](Code code, const char* message, auto isWrong)
     {
         Tally wrong;
@@ -214,7 +240,7 @@ void CheckFrames(const Anim& anim, Report& report)
             const auto frames = bones[i].Bone->Frames();
             for (std::size_t slot = 0; slot < frames.size(); ++slot)
             {
-                if (!isWrong(frames[slot]))
+                if (!filled[slot] || !isWrong(frames[slot]))
                     continue;
                 if (wrong.Count() == 0)
                     place = BonePlace(i, bones[i].Bone->Name) + ", slot " + std::to_string(slot);
@@ -226,8 +252,10 @@ void CheckFrames(const Anim& anim, Report& report)
     };
     check(Code::NotFinite, "the pose is infinite or NaN",
           [](const Keyframe& frame) { return !AreFinite(frame); });
+    check(Code::ZeroTransform, "the rotation is all zeros",
+          [](const Keyframe& frame) { return IsZero(frame.q); });
     check(Code::RotationLength, "the rotation isn't of length 1",
-          [](const Keyframe& frame) { return AreFinite(frame) && !IsEmpty(frame) && !IsUnit(frame.q); });
+          [](const Keyframe& frame) { return AreFinite(frame) && !IsZero(frame.q) && !IsUnit(frame.q); });
 }
 
 std::string TreeDifference(const Bone& skeleton, const BoneAnim& animation)

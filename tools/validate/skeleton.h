@@ -19,7 +19,7 @@ void CheckSkeleton(const Mesh& mesh, Report& report);
 void CheckFrames(const Anim& anim, Report& report);
 
 /// Slots that no frame has filled. A table has one slot more than there are frames, so an empty last or first
-/// one doesn't count. The rotation in a filled slot isn't all zero.
+/// one doesn't count. A slot in which all poses are zeros counts as unfilled.
 [[nodiscard]] Tally UnfilledSlots(const Anim& anim);
 
 /// The first difference between an animation's bones and a mesh's, in the order of both trees; empty if there

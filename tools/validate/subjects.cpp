@@ -1,13 +1,17 @@
 #include "subjects.h"
 
 #include "located_file.h"
+#include "spelling.h"
 
 #include "tools/common/arguments.h"
 #include "tools/common/paths.h"
 #include "zlmim/model/text.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -21,6 +25,25 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr std::u16string_view kConfigName = u"config.txt";
+
+/// Whether a name is nearly that of a config.
+bool IsLikeConfig(std::u16string_view lowerName)
+{
+    constexpr std::u16string_view kStem = u"config.";
+    return lowerName != kConfigName &&
+           (lowerName.starts_with(kStem) || EditDistance(lowerName, kConfigName) <= 2);
+}
+
+/// Whether a file has a kuid near its start, as configs do.
+bool HasKuid(const fs::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    std::array<char, 4'096> start = {};
+    stream.read(start.data(), start.size());
+    const auto size = static_cast<std::size_t>(stream.gcount());
+    return LowerCase(FromWindows1252(std::string_view(start.data(), size))).find(u"<kuid") !=
+           std::u16string::npos;
+}
 
 class Finder
 {
@@ -44,6 +67,7 @@ public:
 private:
     void Walk(const fs::path& folder)
     {
+        const std::size_t before = mSubjects.Files.size() + mSubjects.Findings.size();
         std::vector<fs::path> waiting = {folder};
         while (!waiting.empty())
         {
@@ -52,6 +76,8 @@ private:
             auto folders = WalkOne(next);
             waiting.insert(waiting.end(), folders.rbegin(), folders.rend());
         }
+        if (mSubjects.Files.size() + mSubjects.Findings.size() == before)
+            Fail(Tools::ToName(folder), "there is no config.txt, mesh or animation in this folder or below");
     }
 
     /// Takes the files in a folder, and returns the folders in it.
@@ -80,7 +106,8 @@ private:
             const std::u16string lowerName = LowerCase(Tools::ToName(file.filename()));
             const Tools::Kind kind = Tools::KindOf(lowerName);
             hasConfig = hasConfig || lowerName == kConfigName;
-            if (lowerName == u"config.txt.txt" || lowerName == u"config" || lowerName == u"config.text")
+            if (lowerName == u"config.txt.txt" || lowerName == u"config" || lowerName == u"config.text" ||
+                (IsLikeConfig(lowerName) && HasKuid(file)))
                 misnamed = &file;
             if (kind != Tools::Kind::Model || lowerName == kConfigName)
                 mSubjects.Files.push_back({kind, Tools::ToName(file)});

@@ -48,6 +48,7 @@ public:
             configs = CheckAssets(configs, false);
         CheckOthers({others, subjects.Files.end()});
 
+        mChecked.AddCircles();
         if (mRequest.IsRecursive)
             mChecked.AddSharedKuids();
         Result result = {mChecked.Findings(), mChecked.Count(), {}};
