@@ -263,7 +263,7 @@ private:
                 flat.Note(i);
                 continue;
             }
-            triangles.push_back({FromLeastCorner(corners), i});
+            triangles.push_back(TriangleOf(corners, i));
             if (const double direction = Direction(corners, i, count); direction > kReversed)
                 with.Note(i);
             else if (direction < -kReversed)
@@ -298,10 +298,11 @@ private:
 
     using Corners = std::array<std::int32_t, 3>;
     using Point = std::array<double, 3>;
+    /// Small, since a chunk may have many millions of them.
     struct Triangle
     {
-        GeometryChecker::Corners Corners;
-        std::int64_t Number;
+        std::array<std::uint16_t, 3> Corners;
+        std::int32_t Number;
 
         [[nodiscard]] bool operator<(const Triangle& other) const
         {
@@ -309,23 +310,25 @@ private:
         }
     };
 
-    /// The same triangle, the same way round.
-    static Corners FromLeastCorner(Corners corners)
+    /// The triangle with its corners in the same direction, beginning with the least one.
+    static Triangle TriangleOf(Corners corners, std::int64_t number)
     {
         std::rotate(corners.begin(), std::min_element(corners.begin(), corners.end()), corners.end());
-        return corners;
+        const auto narrow = [](std::int32_t corner) { return static_cast<std::uint16_t>(corner); };
+        return {{narrow(corners[0]), narrow(corners[1]), narrow(corners[2])},
+                static_cast<std::int32_t>(number)};
     }
 
     void CheckTwice(std::vector<Triangle> triangles)
     {
         std::sort(triangles.begin(), triangles.end());
-        std::vector<std::int64_t> again;
+        std::vector<std::int32_t> again;
         for (std::size_t i = 1; i < triangles.size(); ++i)
             if (triangles[i].Corners == triangles[i - 1].Corners)
                 again.push_back(triangles[i].Number);
         std::sort(again.begin(), again.end());
         Tally twice;
-        for (const std::int64_t number : again)
+        for (const std::int32_t number : again)
             twice.Note(number);
         if (twice.Count() > 0)
             Add(Code::TriangleTwice, "triangle ", twice,
