@@ -166,6 +166,7 @@ TEST(Inspect, FindsWhatIsMissingOrBroken)
          {"config.txt:2: bogey-0: no asset <a:7> was found",
           "config.txt:3: bogey-1: <A:1> is an asset that this reference is in",
           "config.txt:4: pantograph: it has no kuid"}},
+        {"kuid <a:1>\nbogeys {\n}\nbogey-sounds\n\n{\n}\n", {}}, // blocks
         // In an asset that is referred to twice.
         {"kuid <a:1>\nbogey-0 <b:1>\nbogey-1 <b:1>\n",
          {"bogey/config.txt:5: entry \"x\": att-parent: no entry \"y\" above it, so it is at the origin"}},

@@ -3,6 +3,7 @@
 #include "zlmim/config/disk_file_system.h"
 #include "zlmim/model/errors.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace ZLMIM::Tools
@@ -25,6 +26,7 @@ private:
 void Read(LineReader& lines, ConfigKeys& keys)
 {
     ConfigLine line;
+    std::int64_t before = 0; // the last line that isn't blank
     while (!lines.AtEndOfStream())
     {
         ReadConfigLine(lines, line);
@@ -39,6 +41,13 @@ void Read(LineReader& lines, ConfigKeys& keys)
             keys.Pantograph = line;
         else if (line.Key.starts_with(u"bogey"))
             keys.Bogeys.push_back(line);
+        // The brace of a block on the next line, which isn't blank.
+        const bool isBlock =
+            line.IsLoneBrace() && !keys.Bogeys.empty() && before == keys.Bogeys.back().LastLine;
+        if (isBlock && keys.Bogeys.back().Value.empty())
+            keys.Bogeys.back().Value = u"{";
+        if (!line.Key.empty())
+            before = line.LastLine;
     }
 }
 
@@ -46,7 +55,8 @@ void Read(LineReader& lines, ConfigKeys& keys)
 
 ConfigKeys ReadConfigKeys(const std::u16string& config, const std::shared_ptr<PathResolver>& names)
 {
-    ConfigKeys keys = {.File = config};
+    ConfigKeys keys;
+    keys.File = config;
     try
     {
         const auto stream = DiskFileSystem(names).OpenTextFile(config);

@@ -19,7 +19,8 @@ struct ConfigKeys
     std::u16string File;
     /// The closed entries of all mesh tables. The model's entries are the first of them, in this order.
     std::vector<MeshTableKeys> Entries;
-    /// Its keys that begin with `bogey`, in the order of `ZLMModel::BogieNames`.
+    /// Its keys that begin with `bogey`, in the order of `ZLMModel::BogieNames`. The value is "{" if
+    /// the key opens a block, which is no reference, though the model has an empty one for it.
     std::vector<ConfigLine> Bogeys;
     /// An empty line if there is no such key.
     ConfigLine Pantograph;

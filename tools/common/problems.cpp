@@ -104,7 +104,7 @@ private:
     void AddReference(const ZLMModel* model, const std::u16string& key, const ConfigLine& line,
                       const ConfigKeys& keys)
     {
-        if (!model)
+        if (!model || line.Value == u"{") // a block
             return;
         if (!IsEmpty(*model))
         {
