@@ -117,7 +117,8 @@ TEST(Picture, PlacesAttachedEntries)
     folder.Write("wagon/t.im", MeshHeader(1).Append(triangle).Block("ATCH", points).Str());
     folder.Write("bogey/config.txt", "kuid <k:1>\nasset-filename t\n");
     folder.Write("bogey/t.im", MeshHeader(1).Append(triangle).Str());
-    folder.Wagon("bogey-7 <k:1>\nbogey-8 <k:1>\npantograph <k:2>\nmesh-table {\n"
+    folder.Write("bare/config.txt", "kuid <k:3>\n");
+    folder.Wagon("bogey-7 <k:1>\nbogey-8 <k:1>\nbogey-9 <k:3>\npantograph <k:2>\nmesh-table {\n"
                  "a {\nmesh t.im\n}\n"
                  "b {\nmesh t.im\natt-parent a\natt a.p\n}\n"
                  "c {\nmesh t.im\natt-parent b\natt a.q\n}\n"
@@ -136,12 +137,15 @@ TEST(Picture, PlacesAttachedEntries)
     const Corners c = {{{10, 0, 5}, {10, 2, 5}, {8, 0, 5}}};
     // a, b and c all have the bogey's attachment point; the first one is used.
     EXPECT_EQ(found, (std::vector<Corners>{a, hung, c, a, hung}));
-    EXPECT_EQ(scene.Problems, (std::map<std::string, std::size_t>{
-                                  {"bogeys and pantographs without a place or a mesh are skipped", 2},
-                                  {"entries that hang on themselves are skipped", 2},
-                                  {"entries whose attachment point doesn't exist are at the origin", 1},
-                                  {"meshes weren't read to their end", 1},
+    EXPECT_EQ(scene.Problems, (std::vector<std::string>{
+                                  "entry \"d\" hangs on itself, so it is skipped",
+                                  "entry \"e\" is skipped, like \"d\", on which it hangs",
                               }));
+    EXPECT_EQ(scene.Notes,
+              (std::vector<std::string>{
+                  "bogey-8 is skipped: no mesh of the asset has an attachment point \"a.bogey8\"",
+                  "bogey-9 is skipped: the asset <k:3> has no mesh",
+              }));
     // Entries can be hidden, such as meshes for day or night. Meshes attached to a hidden entry stay in
     // place.
     const Scene shown = SceneOf(*model, {.Only = {u"b", u"c", u"g"}, .Without = {u"b", u"g"}});
@@ -157,7 +161,10 @@ TEST(Picture, SkipsWhatCantBeDrawn)
     Scene scene =
         SceneOf({ChunkOf(PrimFlag::TRIANGLES, points, {0, 1, 2, 0, 1, 3, 0, 1, 5, 0, -1, 2, 1, 2, 4})});
     EXPECT_EQ(scene.Triangles.size(), 2);
-    EXPECT_EQ(scene.Problems.at("triangles with a corner that doesn't exist are skipped"), 3);
+    EXPECT_EQ(scene.Problems, (std::vector<std::string>{
+                                  "1 triangle is skipped: a corner has infinite or undefined coordinates",
+                                  "2 triangles are skipped: indices are of no vertex of the chunk",
+                              }));
 
     scene.Triangles.resize(1000, scene.Triangles[1]);
     for (const Turn& turn : {TurnFrom(0, 0), TurnFrom(270, 0), TurnFromTop(), TurnFrom(53, 26)})
@@ -214,14 +221,22 @@ TEST(Picture, DrawsTexturesAndBlendsOpacity)
     const AssetFolder folder;
     const std::string header("\0\0\2\0\0\0\0\0\0\0\0\0\2\0\1\0\30\0", 18);
     std::ofstream("halves.TGA", std::ios::binary) << header << "\xFF\xFF\xFF" << std::string(3, '\0');
+    std::ofstream("cut.tga", std::ios::binary).close();
     std::ofstream("m.im", std::ios::binary)
         << MeshOf({quad(0, 1, material(1, {1, 1, 1}, "x\\Halves.texture")),
-                   quad(-1, 0, material(0.5F, {1, 0, 0}, "none.texture"))})
+                   quad(-1, 0, material(0.5F, {1, 0, 0}, "none.texture")),
+                   quad(0, -1, material(1, {1, 1, 1}, "cut.texture"))}) // without an area
                .Str();
     Mesh mesh;
     ASSERT_TRUE(mesh.Load(u"m.im"));
     const Scene scene = SceneOf(mesh);
-    EXPECT_EQ(scene.MissingTextures, std::set<std::string>{"none.texture"});
+    EXPECT_EQ(
+        scene.Problems,
+        (std::vector<std::string>{
+            "m.im: texture \"none.texture\": there is no picture for it beside the mesh, so it is drawn "
+            "without",
+            "m.im: texture \"cut.texture\": cut.tga is empty, so it is drawn without",
+        }));
     const auto colourAt = [](const Image& image, int x)
     { return image.Pixels[static_cast<std::size_t>(20 * 40 + x)]; };
     // Seen from the back, x points to the right. The texture is blurred over its two pixels and repeats.

@@ -1,5 +1,7 @@
 #include "tools/common/assembly.h"
 
+#include "tools/common/text.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <unordered_map>
@@ -28,15 +30,16 @@ void AddEntries(const Collection<MeshEntry>& table, std::optional<std::size_t> o
             const auto parent = known.find(entry->AttParent().get());
             if (parent == known.end())
             {
-                ++assembly.Problems["entries that hang on themselves are skipped"];
+                const std::u16string& name = entry->AttParent()->Name;
+                assembly.Problems.push_back(
+                    "entry " + Quoted(entry->Name) +
+                    (entry->AttParent() == entry
+                         ? " hangs on itself, so it is skipped"
+                         : " is skipped, like " + Quoted(name) + ", on which it hangs"));
                 continue;
             }
             part.Parent = parent->second;
             part.Point = entry->Att;
-        }
-        else if (entry->AttParent())
-        {
-            ++assembly.Problems["entries whose attachment point doesn't exist are at the origin"];
         }
         known.emplace(entry.get(), assembly.Parts.size());
         assembly.Parts.push_back(std::move(part));
@@ -58,6 +61,12 @@ Points PointsOf(const std::vector<Part>& parts)
 }
 
 } // namespace
+
+bool IsEmpty(const ZLMModel& model)
+{
+    const auto table = model.MeshTable();
+    return model.kuid().empty() && model.UserName.empty() && (!table || table->Count() == 0);
+}
 
 Assembly Assemble(const ZLMModel& model, References follow)
 {
@@ -84,9 +93,23 @@ Assembly Assemble(const ZLMModel& model, References follow)
         std::erase(pointName, u'-');
         const auto point = points.find(pointName);
         const auto table = reference ? reference->MeshTable() : nullptr;
-        if (point == points.end() || !table || table->Count() == 0 || ++seen > kMaxReferences)
+        const auto skip = [&key = key](std::vector<std::string>& lines, const std::string& why)
+        { lines.push_back(Printable(key) + " is skipped: " + why); };
+        if (!reference || IsEmpty(*reference))
+            continue; // not found
+        if (!table || table->Count() == 0)
         {
-            ++assembly.Problems["bogeys and pantographs without a place or a mesh are skipped"];
+            skip(assembly.Notes, "the asset " + Printable(reference->kuid()) + " has no mesh");
+            continue;
+        }
+        if (point == points.end())
+        {
+            skip(assembly.Notes, "no mesh of the asset has an attachment point " + Quoted(pointName));
+            continue;
+        }
+        if (++seen > kMaxReferences)
+        {
+            skip(assembly.Problems, "only " + Number(kMaxReferences) + " bogeys and pantographs are shown");
             continue;
         }
         assembly.Parts.push_back({key, nullptr, reference, point->second.first, point->second.second});

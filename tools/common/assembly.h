@@ -7,7 +7,6 @@
 #include "zlmim/mesh/attachment.h"
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,12 +40,17 @@ struct Part
 struct Assembly
 {
     std::vector<Part> Parts;
-    /// What is skipped or not as it should be, and how many of each.
-    std::map<std::string, std::size_t> Problems;
+    /// What is skipped and why, such as `bogey-0: ...`. Doesn't repeat what `FindProblems` reports.
+    std::vector<std::string> Problems;
+    /// The bogeys and pantographs without a place or a mesh, which may be as its maker wants it.
+    std::vector<std::string> Notes;
 };
 
 /// Limit: further bogeys and pantographs are skipped.
 constexpr std::size_t kMaxReferences = 64;
+
+/// Whether nothing was loaded into a model: the asset wasn't found, or its config is empty.
+[[nodiscard]] bool IsEmpty(const ZLMModel& model);
 
 [[nodiscard]] Assembly Assemble(const ZLMModel& model, References references = References::Follow);
 

@@ -72,6 +72,8 @@ Kind KindOf(std::u16string_view name)
 
 std::variant<Input, std::string> FindInput(const std::u16string& name, PathResolver& names)
 {
+    if (name.empty())
+        return "the path is empty";
     if (names.Find(name, FoundFile::Kind::File))
     {
         const std::u16string lowerName = LowerCase(name);
@@ -201,10 +203,14 @@ std::string Failure(const Anim& anim, const Outcome& outcome, PathResolver& name
     return "cut short: it has fewer frames than the " + Number(anim.FrameCount) + " that it announces";
 }
 
-std::string Failure(const ZLMModel&, const Outcome& outcome, PathResolver&)
+std::string Failure(const ZLMModel& model, const Outcome& outcome, PathResolver&)
 {
     if (outcome.IsLoaded)
         return {};
+    const auto table = model.MeshTable();
+    const auto last = table && table->Count() > 0 ? table->Item(table->Count()) : nullptr;
+    if (outcome.Thrown == "OutOfMemory" && last && last->Mesh)
+        return ShownFile(last->Mesh->FileName) + ": " + NoMemory(last->Mesh->FileSize);
     return (outcome.File.empty() ? "" : ShownFile(outcome.File) + ": ") + Describe(outcome);
 }
 

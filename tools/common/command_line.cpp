@@ -7,11 +7,26 @@
 #include <exception>
 #include <iostream>
 #include <new>
+#include <optional>
+#include <string>
 
 namespace ZLMIM::Tools
 {
 namespace
 {
+
+/// Gives a better message than the conversion.
+template <class Number>
+CLI::Validator IsNumber(const std::string& what)
+{
+    return CLI::Validator(
+        [what](const std::string& text)
+        {
+            Number number = 0;
+            return CLI::detail::lexical_cast(text, number) ? std::string() : "'" + text + "' isn't " + what;
+        },
+        "");
+}
 
 void AddOption(CLI::App& app, const Option& option)
 {
@@ -30,13 +45,36 @@ void AddOption(CLI::App& app, const Option& option)
         added->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     if (!option.Choices.empty())
         added->check(CLI::IsMember(option.Choices));
+    if (std::holds_alternative<std::optional<std::int64_t>*>(option.Target))
+        added->check(IsNumber<std::int64_t>("a whole number"));
+    if (std::holds_alternative<std::optional<double>*>(option.Target))
+        added->check(IsNumber<double>("a number"));
 }
 
-int Fail(const std::string& where, const char* what)
+int Fail(const std::string& where, const std::string& what)
 {
     std::cout.flush();
     std::cerr << where << ": " << what << '\n';
     return kCannotRun;
+}
+
+constexpr const char* kCannotWrite = "the output can't be written";
+
+/// Prints a text that was requested. Returns the exit status.
+int Print(const std::string& text)
+{
+    return (std::cout << text).flush() ? kGood : Fail("zlmim", kCannotWrite);
+}
+
+/// What is wrong with a verb's options.
+std::string Describe(const CLI::ParseError& error)
+{
+    const std::string what = error.what();
+    if (!dynamic_cast<const CLI::ArgumentMismatch*>(&error))
+        return what;
+    const std::string option = what.substr(0, what.find(':'));
+    return option +
+           (what.find("At Most") != std::string::npos ? " is given more than once" : " needs a value");
 }
 
 int Run(const Verb& verb)
@@ -45,7 +83,7 @@ int Run(const Verb& verb)
     try
     {
         const int status = verb.Run();
-        return std::cout.flush() ? status : Fail(where, "the output can't be written");
+        return std::cout.flush() ? status : Fail(where, kCannotWrite);
     }
     catch (const UsageError& error)
     {
@@ -81,6 +119,11 @@ int RunProgram(const std::vector<Verb>& verbs, const std::vector<std::string>& a
     // CLI11 expects them in reverse order, without the program's name.
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     reversed.pop_back();
+    if (!reversed.empty() && reversed.back() == "help") // help VERB is VERB --help
+    {
+        reversed.pop_back();
+        reversed.insert(reversed.begin(), "--help");
+    }
     const auto chosen = [&]() -> const Verb*
     {
         for (const Verb& verb : verbs)
@@ -95,22 +138,23 @@ int RunProgram(const std::vector<Verb>& verbs, const std::vector<std::string>& a
     catch (const CLI::CallForHelp&)
     {
         const Verb* const verb = chosen();
-        std::cout << (verb ? HelpText(*verb) : HelpText(verbs)) << std::flush;
-        return kGood;
+        if (!verb && arguments.size() > 2 && arguments[1] == "help")
+            return Fail("zlmim", "there is no verb '" + arguments[2] + "'");
+        return Print(verb ? HelpText(*verb) : HelpText(verbs));
     }
     catch (const CLI::CallForVersion&)
     {
-        std::cout << kVersion << std::endl;
-        return kGood;
+        return Print(std::string(kVersion) + '\n');
     }
     catch (const CLI::ParseError& error)
     {
         const Verb* const verb = chosen();
         const std::string where = verb ? "zlmim " + verb->Name : "zlmim";
-        const bool isUnknownVerb = !verb && arguments.size() > 1 && arguments[1].front() != '-';
-        Fail(where, arguments.size() < 2 ? "a verb is missing"
-                    : isUnknownVerb      ? ("there is no verb '" + arguments[1] + "'").c_str()
-                                         : error.what());
+        const std::string first = arguments.size() > 1 ? arguments[1] : "";
+        Fail(where, verb                     ? Describe(error)
+                    : first.empty()          ? "a verb is missing"
+                    : first.starts_with("-") ? "'" + first + "' is no option of zlmim; a verb comes first"
+                                             : "there is no verb '" + first + "'");
         std::cerr << "Run '" << where << " --help' for more information.\n";
         return kCannotRun;
     }

@@ -79,7 +79,7 @@ std::string HelpText(const std::vector<Verb>& verbs)
     text += TextOf({"Exit status",
                     {"0\tsuccess", "1\tsomething is wrong with the input",
                      "2\tthe command line is wrong, or the program couldn't do its work"}});
-    return text + "\nRun 'zlmim VERB --help' for the options of a verb.\n";
+    return text + "\nRun 'zlmim VERB --help' or 'zlmim help VERB' for the options of a verb.\n";
 }
 
 std::string HelpText(const Verb& verb)

@@ -47,6 +47,8 @@ std::string Printable(std::u16string_view text)
     return ToUtf8(printable);
 }
 
+std::string Quoted(std::u16string_view name) { return '"' + Printable(name) + '"'; }
+
 std::string Number(std::int64_t number)
 {
     std::string digits = std::to_string(number);

@@ -13,6 +13,9 @@ namespace ZLMIM::Tools
 /// UTF-8 with escapes (`\x1B`, `\u202E`) for control characters and those that change the writing direction.
 [[nodiscard]] std::string Printable(std::u16string_view text);
 
+/// A name from a file, printable and in quotation marks.
+[[nodiscard]] std::string Quoted(std::u16string_view name);
+
 /// A whole number with commas between thousands: 4,210.
 [[nodiscard]] std::string Number(std::int64_t number);
 

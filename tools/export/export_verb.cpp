@@ -5,6 +5,7 @@
 #include "tools/common/asset.h"
 #include "tools/common/parallel.h"
 #include "tools/common/paths.h"
+#include "tools/common/problems.h"
 #include "tools/common/progress_bar.h"
 #include "tools/picture/sheet.h"
 #include "tools/verbs.h"
@@ -92,10 +93,8 @@ Report ExportOne(const Task& task, const Export::Options& options)
     {
         // Gone before the file is written, with all that the document doesn't refer to.
         const Asset asset = LoadAsset(std::get<Input>(input), names);
-        const std::string failure = std::visit(
-            [&](const auto& object) { return Failure(*object, asset.Outcome, *names); }, asset.Object);
-        if (!failure.empty())
-            report.Complaints.push_back(failure);
+        for (const Problem& problem : FindProblems(asset, std::get<Input>(input), names))
+            report.Complaints.push_back(Text(problem));
         document = Export::ToGltf(asset, options, *names, repairs);
     }
     for (std::string& line : repairs.Lines())

@@ -33,8 +33,9 @@ public:
         mDocument.Texts = {model.UserName, model.kuid(), model.Author, model.Description};
         mDocument.Nodes[kRoot].Name = model.UserName;
         const Tools::Assembly assembly = Tools::Assemble(model);
-        for (const auto& [what, count] : assembly.Problems)
-            mRepairs.Add({}, what);
+        for (const auto* const lines : {&assembly.Problems, &assembly.Notes})
+            for (const std::string& what : *lines)
+                mRepairs.Add({}, what);
         for (const Tools::Part& part : assembly.Parts)
         {
             // A large skeleton in many places would take up much more than its file.

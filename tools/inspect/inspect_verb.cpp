@@ -4,6 +4,7 @@
 #include "tools/common/arguments.h"
 #include "tools/common/asset.h"
 #include "tools/common/paths.h"
+#include "tools/common/problems.h"
 #include "tools/common/terminal.h"
 #include "tools/common/text.h"
 #include "tools/verbs.h"
@@ -42,20 +43,25 @@ int Print(const std::string& path, const CommandLine& commandLine, const Inspect
     if (const auto* const why = std::get_if<std::string>(&input))
     {
         std::cout.flush();
-        std::cerr << "zlmim inspect: " << path << ": " << *why << '\n';
+        std::cerr << "zlmim inspect: " << (path.empty() ? "''" : path) << ": " << *why << '\n';
         return kBadInput;
     }
     const auto before = std::chrono::steady_clock::now();
     const Asset asset = LoadAsset(std::get<Input>(input), names);
     const std::chrono::duration<float, std::milli> time = std::chrono::steady_clock::now() - before;
+    const auto problems = FindProblems(asset, std::get<Input>(input), names);
     if (commandLine.IsJson)
     {
         Inspect::WriteJson(asset, std::cout);
         std::cout << '\n';
+        if (!problems.empty())
+            std::cout.flush();
+        for (const Problem& problem : problems)
+            std::cerr << "zlmim inspect: " << Text(problem) << '\n';
     }
     else
     {
-        std::cout << Inspect::TreeText(std::get<Input>(input), asset, form, *names);
+        std::cout << Inspect::TreeText(std::get<Input>(input), asset, problems, form, *names);
     }
     if (commandLine.HasStats)
     {
@@ -63,7 +69,7 @@ int Print(const std::string& path, const CommandLine& commandLine, const Inspect
         std::cerr << ShownFile(std::get<Input>(input).Name) << ": loaded in " << Decimal(time.count())
                   << " ms; " << Bytes(PeakMemory()) << " of memory used at most\n";
     }
-    return asset.Outcome.IsLoaded ? kGood : kBadInput;
+    return asset.Outcome.IsLoaded && problems.empty() ? kGood : kBadInput;
 }
 
 int Run(const CommandLine& commandLine)
@@ -105,7 +111,8 @@ Verb InspectVerb()
            "zlmim inspect wagon/body.im\tone of its meshes"}},
          {"Environment", {"NO_COLOR\tif set, the tree has no colours"}},
          {"Exit status",
-          {"0\tevery file was read", "1\ta file is missing, or wasn't read to its end",
+          {"0\tevery file was read",
+           "1\tsomething is missing or broken: a file, an asset referred to, or what a mesh hangs on",
            "2\tthe command line is wrong, or the output can't be written"}}},
         [line] { return Run(*line); }};
 }

@@ -118,22 +118,26 @@ std::string Draw(const Node& root, const TreeForm& form)
     return drawing.Take();
 }
 
-std::string TreeText(const Tools::Input& input, const Tools::Asset& asset, const TreeForm& form,
-                     PathResolver& names)
+std::string TreeText(const Tools::Input& input, const Tools::Asset& asset,
+                     const std::vector<Tools::Problem>& problems, const TreeForm& form, PathResolver& names)
 {
-    const std::string failure = std::visit(
-        [&](const auto& object) { return Tools::Failure(*object, asset.Outcome, names); }, asset.Object);
     std::string title = Tools::ShownFile(input.Name) + ": " + KindName(input) + ", ";
+    std::string failure = std::visit(
+        [&](const auto& object) { return Tools::Failure(*object, asset.Outcome, names); }, asset.Object);
+    if (!failure.empty())
+        failure.insert(0, "not loaded to its end: ");
+    else if (!problems.empty())
+        failure = "loaded, with " +
+                  Tools::Counted(static_cast<std::int64_t>(problems.size()), "problem", "problems");
     if (failure.empty())
         title += "loaded";
     else
-        title = Tools::Wrapped(
-            title + Tools::Paint("not loaded to its end: " + failure, Tools::Colour::Red, form.IsColoured),
-            form.Width, 4);
+        title =
+            Tools::Wrapped(title + Tools::Paint(failure, Tools::Colour::Red, form.IsColoured), form.Width, 4);
     const auto tree = [&](const auto& object)
     {
         if constexpr (std::is_same_v<std::decay_t<decltype(*object)>, ZLMModel>)
-            return ToTree(*object, asset.Outcome, form, names);
+            return ToTree(*object, problems, form);
         else
             return ToTree(*object);
     };

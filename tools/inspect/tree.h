@@ -2,6 +2,7 @@
 #define INSPECT_TREE_H
 
 #include "tools/common/asset.h"
+#include "tools/common/problems.h"
 #include "tools/common/terminal.h"
 
 #include <cstddef>
@@ -51,12 +52,13 @@ struct TreeForm
 /// An object of the model as a tree for people: one line an object, long lists shortened.
 [[nodiscard]] Node ToTree(const Mesh& mesh);
 [[nodiscard]] Node ToTree(const Anim& anim);
-/// `outcome` is that of the model's load. Files that didn't load are shown with the reason.
-[[nodiscard]] Node ToTree(const ZLMModel& model, const Tools::Outcome& outcome, const TreeForm& form,
-                          PathResolver& names);
+/// `problems` are shown where they are, as far as they are about entries and assets.
+[[nodiscard]] Node ToTree(const ZLMModel& model, const std::vector<Tools::Problem>& problems,
+                          const TreeForm& form);
 
 /// The file and how its load ended, then the object's tree.
-[[nodiscard]] std::string TreeText(const Tools::Input& input, const Tools::Asset& asset, const TreeForm& form,
+[[nodiscard]] std::string TreeText(const Tools::Input& input, const Tools::Asset& asset,
+                                   const std::vector<Tools::Problem>& problems, const TreeForm& form,
                                    PathResolver& names);
 
 } // namespace ZLMIM::Inspect

@@ -2,9 +2,8 @@
 #include "tree_mesh.h"
 #include "tree_text.h"
 
+#include "tools/common/assembly.h"
 #include "tools/common/paths.h"
-
-#include "zlmim/reader/load_budget.h"
 
 #include <algorithm>
 #include <map>
@@ -14,6 +13,10 @@
 
 namespace ZLMIM::Inspect
 {
+
+using Tools::Problem;
+using Tools::ProblemPart;
+
 namespace
 {
 
@@ -40,18 +43,22 @@ constexpr int kMaxLevels = 16;
 class ModelTree
 {
 public:
-    ModelTree(const Tools::Outcome& outcome, const TreeForm& form, PathResolver& names)
-        : mHasThrown(!outcome.Thrown.empty()), mForm(form), mNames(names)
+    ModelTree(const std::vector<Problem>& problems, const TreeForm& form) : mForm(form)
     {
+        for (const Problem& problem : problems)
+        {
+            const void* const entry = problem.Entry;
+            mProblems.try_emplace({problem.Part, entry ? entry : problem.Model}, problem.What);
+        }
     }
 
     Node ModelNode(const ZLMModel& model, std::string label)
     {
         Node node{"model", std::move(label), {}, {}};
         const auto table = model.MeshTable();
-        const bool isEmpty =
-            model.kuid().empty() && model.UserName.empty() && (!table || table->Count() == 0);
-        node.Cells = {{isEmpty ? "(empty)" : NameText(model.UserName)},
+        const std::string name = Tools::IsEmpty(model) ? "(empty)" : NameText(model.UserName);
+        const std::string problem = ProblemText(ProblemPart::File, &model);
+        node.Cells = {problem.empty() ? Cell{name} : Broken(Tools::IsEmpty(model) ? "" : name, problem),
                       {model.kuid().empty() ? std::string() : NameText(model.kuid())},
                       {model.Kind.empty() ? std::string() : Words({"kind", NameText(model.Kind)})}};
         AddText(node, "author", model.Author);
@@ -63,8 +70,6 @@ public:
         {
             Node meshTable{{}, "Mesh table", {{Counted(table->Count(), "entry", "entries")}}, {}};
             const Hanging hanging = HangingEntries(*table);
-            // The entry whose file may have ended the load.
-            mLast = table->Item(table->Count()).get();
             if (const auto atTop = hanging.find(nullptr); atTop != hanging.end())
             {
                 for (const auto& entry : atTop->second)
@@ -77,59 +82,51 @@ public:
     }
 
 private:
+    /// What is wrong with that part of an entry or a model; empty if nothing is.
+    [[nodiscard]] std::string ProblemText(ProblemPart part, const void* object) const
+    {
+        const auto found = mProblems.find({part, object});
+        return found == mProblems.end() ? std::string() : found->second;
+    }
+
+    static Cell Broken(const std::string& name, const std::string& problem)
+    {
+        return {Words({name, "(" + problem + ")"}), Cell::Align::Left, Tools::Colour::Red};
+    }
+
     /// A mesh or an animation in one cell: its name, then `count`, or why it isn't loaded.
-    template <class Object>
-    Cell FileCell(const Object& object, bool isSuspect, const std::string& count)
+    static Cell FileCell(const std::u16string& file, const std::string& problem, const std::string& count)
     {
-        if (object.FileName.empty())
-            return {};
-        const std::string name = NameText(Tools::BaseName(object.FileName));
-        if (isSuspect)
-        {
-            // The model's load doesn't say which of its files failed, or how.
-            Object again;
-            LoadBudget budget;
-            const Tools::Outcome outcome =
-                Tools::Attempt([&] { return again.Load(object.FileName, mNames, budget); });
-            if (!outcome.IsLoaded)
-                return {Words({name, "(" + Tools::Failure(again, outcome, mNames) + ")"}), Cell::Align::Left,
-                        Tools::Colour::Red};
-        }
-        return {Words({name, count})};
+        const std::string name = file.empty() ? std::string() : NameText(Tools::BaseName(file));
+        if (!problem.empty())
+            return Broken(name, problem);
+        return name.empty() ? Cell{} : Cell{Words({name, count})};
     }
 
-    Cell MeshCell(const MeshEntry& entry)
+    [[nodiscard]] Cell MeshCell(const MeshEntry& entry) const
     {
-        if (!entry.Mesh)
-            return {};
-        const bool isSuspect = !Tools::HasChunks(*entry.Mesh) || (mHasThrown && &entry == mLast);
-        return FileCell(*entry.Mesh, isSuspect, Counted(entry.Mesh->Polygons, "triangle", "triangles"));
+        return !entry.Mesh ? Cell{}
+                           : FileCell(entry.Mesh->FileName, ProblemText(ProblemPart::Mesh, &entry),
+                                      Counted(entry.Mesh->Polygons, "triangle", "triangles"));
     }
 
-    Cell AnimCell(const MeshEntry& entry)
+    [[nodiscard]] Cell AnimCell(const MeshEntry& entry) const
     {
-        if (!entry.anim)
-            return {};
-        const Anim& anim = *entry.anim;
-        // One of the slots may be empty: there is one more than frames.
-        const auto isEmpty = [](const Keyframe& frame) { return frame == Keyframe(); };
-        const bool isSuspect = !anim.RootBone || (mHasThrown && &entry == mLast) ||
-                               std::ranges::count_if(anim.RootBone->Frames(), isEmpty) > 1;
-        return FileCell(anim, isSuspect, Counted(anim.FrameCount, "frame", "frames"));
+        return !entry.anim ? Cell{}
+                           : FileCell(entry.anim->FileName, ProblemText(ProblemPart::Anim, &entry),
+                                      Counted(entry.anim->FrameCount, "frame", "frames"));
     }
 
     Node EntryNode(const MeshEntry& entry, const Hanging& hanging, int level)
     {
         Node node{"entry", NameText(entry.Name), {}, {}};
         const auto attParent = entry.AttParent();
-        std::string place;
-        if (entry.Att)
-            place = Words({"at", NameText(entry.Att->Name)});
-        else if (attParent)
-            place = "(no such attachment)";
+        const std::string problem = ProblemText(ProblemPart::Place, &entry);
+        std::string place = entry.Att ? Words({"at", NameText(entry.Att->Name)}) : std::string();
         if (attParent.get() == &entry)
             place = Words({place, "of itself"});
-        node.Cells = {{place}, MeshCell(entry), AnimCell(entry)};
+        node.Cells = {problem.empty() ? Cell{place} : Broken(place, problem), MeshCell(entry),
+                      AnimCell(entry)};
         if (mForm.IsVerbose && entry.Mesh)
             AddMaterials(node, *entry.Mesh);
         const auto below = hanging.find(&entry);
@@ -179,17 +176,16 @@ private:
             node.Children.push_back(ModelNode(*model.Pantograph, "pantograph"));
     }
 
-    bool mHasThrown;
+    /// By the entry or, if it isn't about an entry, the model.
+    std::map<std::pair<ProblemPart, const void*>, std::string> mProblems;
     const TreeForm& mForm;
-    PathResolver& mNames;
-    const MeshEntry* mLast = nullptr;
 };
 
 } // namespace
 
-Node ToTree(const ZLMModel& model, const Tools::Outcome& outcome, const TreeForm& form, PathResolver& names)
+Node ToTree(const ZLMModel& model, const std::vector<Problem>& problems, const TreeForm& form)
 {
-    return ModelTree(outcome, form, names).ModelNode(model, "Asset");
+    return ModelTree(problems, form).ModelNode(model, "Asset");
 }
 
 } // namespace ZLMIM::Inspect

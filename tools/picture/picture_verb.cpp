@@ -5,6 +5,7 @@
 #include "tools/common/arguments.h"
 #include "tools/common/asset.h"
 #include "tools/common/paths.h"
+#include "tools/common/problems.h"
 #include "tools/common/text.h"
 #include "tools/verbs.h"
 
@@ -12,13 +13,15 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <set>
-#include <stdexcept>
+#include <system_error>
 #include <variant>
 
 namespace ZLMIM::Tools
@@ -67,8 +70,8 @@ Turn TurnOf(const std::string& from)
     double azimuth = 0;
     double elevation = 0;
     if (comma == from.size() || !Parse(std::string_view(from).substr(0, comma), azimuth) ||
-        !Parse(std::string_view(from).substr(comma + 1), elevation) || std::abs(azimuth) > 360 ||
-        std::abs(elevation) > 90)
+        !Parse(std::string_view(from).substr(comma + 1), elevation) || !(std::abs(azimuth) <= 360) ||
+        !(std::abs(elevation) <= 90)) // nor NaN
         throw UsageError(
             "--from: '" + from +
             "' is neither front, back, left, right, top, bottom or corner, nor two angles in degrees "
@@ -118,7 +121,7 @@ public:
     {
         CheckOutput(line.Output);
         if (mZoom <= 0 || !std::isfinite(mZoom))
-            throw UsageError("--zoom must be more than 0");
+            throw UsageError("--zoom must be a finite number above 0, such as 2");
         if (line.Paths.size() > 1 && !line.Output.empty() && !line.IsSheet)
             throw UsageError(
                 "-o names one picture, but there are several PATHs; leave it out, or use --sheet");
@@ -126,10 +129,10 @@ public:
             throw UsageError("--animate goes with none of --frame, --time and --sheet");
         if (line.Frame && line.Time)
             throw UsageError("--frame and --time exclude each other");
-        if (line.Frame && (*line.Frame < 0 || *line.Frame > 1'000'000'000))
-            throw UsageError("--frame must be 0 or more");
-        if (line.Time && !(*line.Time >= 0))
-            throw UsageError("--time must be 0 or more");
+        if (line.Frame && (*line.Frame < 0 || *line.Frame > kMostFrame))
+            throw UsageError("--frame must be from 0 to " + Number(kMostFrame));
+        if (line.Time && (!(*line.Time >= 0) || !std::isfinite(*line.Time)))
+            throw UsageError("--time must be a finite number from 0");
         mRequest.Only = LowerNames(line.Only);
         mRequest.Without = LowerNames(line.Without);
         mRequest.Poses = line.Poses == "mesh" ? PoseBase::Mesh : PoseBase::Parent;
@@ -143,10 +146,7 @@ public:
             return DrawSheet();
         for (const std::string& path : mLine.Paths)
         {
-            const auto asset = Load(path);
-            if (!asset)
-                continue;
-            const auto images = Images(path, *asset);
+            const auto images = ImagesOf(path);
             if (images.empty())
                 continue;
             const std::string output = mLine.Output.empty() ? DefaultOutput(mInput.Name) : mLine.Output;
@@ -170,10 +170,7 @@ private:
         Sheet sheet(mSize[0], mSize[1]);
         for (const std::string& path : paths)
         {
-            const auto asset = Load(path);
-            if (!asset)
-                continue;
-            const auto images = Images(path, *asset);
+            const auto images = ImagesOf(path);
             if (!images.empty())
                 sheet.Add(images.front(), ShownFile(Folder(mInput)));
         }
@@ -197,10 +194,46 @@ private:
         return input.Kind == Kind::Model ? FolderOf(input.Name) : input.Name;
     }
 
+    void Complain(const std::string& what)
+    {
+        std::cout.flush();
+        std::cerr << "zlmim picture: " << what << '\n';
+        mStatus = kBadInput;
+    }
+
     void Complain(const std::string& path, const std::string& what)
     {
-        std::cerr << "zlmim picture: " << path << ": " << what << '\n';
-        mStatus = kBadInput;
+        Complain((path.empty() ? "''" : path) + ": " + what);
+    }
+
+    /// The pictures of a path; empty if there are none.
+    std::vector<Image> ImagesOf(const std::string& path)
+    {
+        std::optional<Asset> asset;
+        try
+        {
+            asset = Load(path);
+            return asset ? Images(path, *asset) : std::vector<Image>();
+        }
+        catch (const std::bad_alloc&)
+        {
+            const std::uint64_t size = asset ? MeshSizeOf(*asset) : 0;
+            Complain(path, "there is no memory to draw it" +
+                               (size > 0 ? " with its meshes of " + Bytes(size) : std::string()));
+            return {};
+        }
+    }
+
+    /// Of the files of its meshes.
+    static std::uint64_t MeshSizeOf(const Asset& asset)
+    {
+        if (const auto* const mesh = std::get_if<std::shared_ptr<Mesh>>(&asset.Object))
+            return static_cast<std::uint64_t>(std::max((*mesh)->FileSize, 0));
+        std::uint64_t size = 0;
+        if (const auto table = std::get<std::shared_ptr<ZLMModel>>(asset.Object)->MeshTable())
+            for (const auto& entry : *table)
+                size += static_cast<std::uint64_t>(std::max(entry->Mesh->FileSize, 0));
+        return size;
     }
 
     std::optional<Asset> Load(const std::string& path)
@@ -219,10 +252,15 @@ private:
             return std::nullopt;
         }
         Asset asset = LoadAsset(mInput, mNames);
-        const std::string failure = std::visit(
-            [&](const auto& object) { return Failure(*object, asset.Outcome, *mNames); }, asset.Object);
-        if (!failure.empty())
-            Complain(path, failure);
+        const bool isWhole = mRequest.Only.empty();
+        for (const Problem& problem :
+             FindProblems(asset, mInput, mNames, isWhole ? References::Follow : References::Skip))
+        {
+            const auto* const model = std::get_if<std::shared_ptr<ZLMModel>>(&asset.Object);
+            const bool isOwn = model && problem.Model == model->get() && problem.Entry;
+            if (!isOwn || mRequest.Shows(problem.Entry->Name))
+                Complain(Text(problem));
+        }
         return asset;
     }
 
@@ -293,11 +331,17 @@ private:
 
     double Slot(const std::string& path, std::int32_t first, std::int32_t last)
     {
-        const double slot = mLine.Frame ? static_cast<double>(*mLine.Frame)
-                                        : first + *mLine.Time * std::max(mFramesPerSecond, 0);
-        if (slot < first || slot > last)
+        const int perSecond = std::max(mFramesPerSecond, 0);
+        const double slot = mLine.Frame ? static_cast<double>(*mLine.Frame) : first + *mLine.Time * perSecond;
+        if ((slot < first || slot > last) && mLine.Frame)
             Complain(path,
                      "the animation has the frames " + std::to_string(first) + " to " + std::to_string(last));
+        else if (slot > last)
+            Complain(path, "the animation ends after " +
+                               Decimal(static_cast<float>(last - first) / static_cast<float>(perSecond)) +
+                               " seconds");
+        else if (!mLine.Frame && perSecond == 0)
+            Complain(path, "the animation has no number of frames per second, so its first frame is drawn");
         return std::clamp<double>(slot, first, last);
     }
 
@@ -311,16 +355,16 @@ private:
         {
             Drawing drawing = Draw(scene, frame, mSize[0], mSize[1], mZoom);
             if (drawing.Skipped > 0)
-                scene.Problems["triangles are skipped, since they would take too long"] = drawing.Skipped;
+                scene.Problems.push_back(
+                    Counted(static_cast<std::int64_t>(drawing.Skipped), "triangle is", "triangles are") +
+                    " skipped, since drawing would take too long");
             images.push_back(std::move(drawing.Image));
         }
         const Scene& scene = scenes.front();
-        for (const auto& [what, count] : scene.Problems)
-            std::cerr << "zlmim picture: " << path << ": " << Number(static_cast<std::int64_t>(count)) << ' '
-                      << what << '\n';
-        for (const std::string& texture : scene.MissingTextures)
-            std::cerr << "zlmim picture: " << path << ": no picture for the texture \"" << texture
-                      << "\" beside its mesh, so the material's colour is used\n";
+        for (const std::string& problem : scene.Problems)
+            Complain(path, problem);
+        for (const std::string& note : scene.Notes)
+            std::cerr << "zlmim picture: " << path << ": " << note << '\n';
         if (scene.Triangles.empty() && scene.Lines.empty())
         {
             Complain(path, "there is nothing to draw");
@@ -345,14 +389,16 @@ private:
 
     static void Save(const std::string& path, const std::string& bytes)
     {
+        errno = 0;
         std::ofstream file(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary);
         file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         file.close();
         if (!file)
-            throw std::runtime_error(path + " can't be written");
+            throw std::system_error(errno, std::generic_category(), path + " can't be written");
     }
 
     static constexpr std::int32_t kMaxFrames = 1'000;
+    static constexpr std::int64_t kMostFrame = 1'000'000'000;
 
     const CommandLine& mLine;
     Turn mTurn;
@@ -376,8 +422,7 @@ Verb PictureVerb()
         "picture",
         "draw meshes and assets into PNG files",
         "Draws each mesh (.im) and asset (config.txt) into a PNG file, and prints the file's name. An asset "
-        "is "
-        "drawn with its textures, with what hangs on its attachment points, and with its bogeys and "
+        "is drawn with its textures, with what hangs on its attachment points, and with its bogeys and "
         "pantograph.",
         {{"PATH", "", "a file, or a folder with a config.txt; with / or \\", &line->Paths},
          {"-o,--output", "FILE",
@@ -412,7 +457,8 @@ Verb PictureVerb()
            "zlmim picture wagon --animate\tall frames of its animations",
            "zlmim picture --sheet .\tall assets below the working folder in sheet.png"}},
          {"Exit status",
-          {"0\tevery picture was drawn", "1\ta file is missing, damaged, or has nothing to draw",
+          {"0\tevery picture was drawn",
+           "1\tsomething is missing or broken, or there is nothing to draw; the rest was drawn",
            "2\tthe command line is wrong, or a picture can't be written"}}},
         [line] { return Job(*line).DrawAll(); }};
 }

@@ -94,8 +94,8 @@ Scene SceneMaker::Make(const ZLMModel& model)
 {
     const Tools::Assembly assembly =
         Tools::Assemble(model, mRequest.Only.empty() ? Tools::References::Follow : Tools::References::Skip);
-    for (const auto& [what, count] : assembly.Problems)
-        AddProblem(what.c_str(), count);
+    mScene.Problems = assembly.Problems;
+    mScene.Notes = assembly.Notes;
     std::vector<glm::mat4> places;
     for (const Tools::Part& part : assembly.Parts)
     {
@@ -103,22 +103,14 @@ Scene SceneMaker::Make(const ZLMModel& model)
         if (part.Point)
             place *= Tools::ToMat4(part.Point->Matrix);
         places.push_back(place);
-        if (part.Entry && (part.Reference || IsShown(*part.Entry)))
+        if (part.Entry && (part.Reference || mRequest.Shows(part.Entry->Name)))
             Add(*part.Entry->Mesh, part.Entry->anim.get(), place);
     }
     return std::move(mScene);
 }
 
-bool SceneMaker::IsShown(const MeshEntry& entry) const
-{
-    return (mRequest.Only.empty() || mRequest.Only.contains(entry.Name)) &&
-           !mRequest.Without.contains(entry.Name);
-}
-
 void SceneMaker::Add(const Mesh& mesh, const Anim* anim, const glm::mat4& place)
 {
-    if (!Tools::HasChunks(mesh) || !mesh.ErrorMessage.empty())
-        AddProblem("meshes weren't read to their end");
     if (!mesh.Chunks)
         return;
     std::optional<Tools::Poses> poses;
@@ -149,6 +141,10 @@ void SceneMaker::Add(const Mesh& mesh, const Anim* anim, const glm::mat4& place)
         }
         Add(*chunk, mesh, chunkPlace);
     }
+    for (const auto& [many, counted] : mCounts)
+        AddLine(mScene.Problems, mesh.FileName,
+                Tools::Counted(static_cast<std::int64_t>(counted.second), counted.first, many));
+    mCounts.clear();
 }
 
 void SceneMaker::Add(const Chunk& chunk, const Mesh& mesh, const glm::mat4& place)
@@ -159,7 +155,7 @@ void SceneMaker::Add(const Chunk& chunk, const Mesh& mesh, const glm::mat4& plac
     Surface surface = SurfaceOf(*chunk.Material, mesh);
     if (surface.Opacity <= 0)
     {
-        AddProblem("chunks with an opacity of 0 can't be seen");
+        AddLine(mScene.Notes, mesh.FileName, "a chunk with an opacity of 0 can't be seen");
         return;
     }
     mScene.Surfaces.push_back(std::move(surface));
@@ -174,7 +170,8 @@ void SceneMaker::AddTriangles(const Geometry& geometry, const glm::mat4& place)
     const auto indices = geometry.Indices();
     const auto vertices = geometry.Vertices();
     const std::size_t count = Admit(TriangleCount(geometry.PrimitiveType, indices.size()));
-    std::size_t broken = 0;
+    std::size_t withoutVertex = 0;
+    std::size_t infinite = 0;
     for (std::size_t i = 0; i < count; ++i)
     {
         Triangle triangle = {{}, {}, mScene.Surfaces.size() - 1};
@@ -190,13 +187,18 @@ void SceneMaker::AddTriangles(const Geometry& geometry, const glm::mat4& place)
                 triangle.Corners[c] = *point;
                 triangle.Coordinates[c] = {vertex->u, vertex->v};
             }
+            else
+            {
+                ++(vertex ? infinite : withoutVertex);
+            }
         }
-        if (!isWhole)
-            ++broken;
-        else if (HasArea(triangle.Corners))
+        if (isWhole && HasArea(triangle.Corners))
             mScene.Triangles.push_back(triangle);
     }
-    AddProblem("triangles with a corner that doesn't exist are skipped", broken);
+    AddProblem("triangle is skipped: an index is of no vertex of the chunk",
+               "triangles are skipped: indices are of no vertex of the chunk", withoutVertex);
+    AddProblem("triangle is skipped: a corner has infinite or undefined coordinates",
+               "triangles are skipped: corners have infinite or undefined coordinates", infinite);
 }
 
 void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
@@ -206,7 +208,8 @@ void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
     const bool isPoints = type == PrimFlag::POINTS;
     if (!isPoints && type != PrimFlag::LINES && type != PrimFlag::LINE_STRIP)
     {
-        AddProblem("chunks of an unknown kind of primitive are skipped");
+        AddProblem("chunk of an unknown kind of primitive is skipped",
+                   "chunks of an unknown kind of primitive are skipped");
         return;
     }
     const std::size_t step = type == PrimFlag::LINES ? 2 : 1;
@@ -214,17 +217,23 @@ void SceneMaker::AddLines(const Geometry& geometry, const glm::mat4& place)
     const std::size_t count = Admit(isPoints                  ? indices.size()
                                     : type == PrimFlag::LINES ? indices.size() / 2
                                                               : indices.size() - 1);
-    std::size_t broken = 0;
+    std::size_t withoutVertex = 0;
+    std::size_t infinite = 0;
     for (std::size_t i = 0; i < count; ++i)
     {
-        const auto a = PlaceOf(VertexAt(geometry.Vertices(), indices[i * step]), place);
-        const auto b = PlaceOf(VertexAt(geometry.Vertices(), indices[i * step + second]), place);
+        const Vertex* const first = VertexAt(geometry.Vertices(), indices[i * step]);
+        const Vertex* const last = VertexAt(geometry.Vertices(), indices[i * step + second]);
+        const auto a = PlaceOf(first, place);
+        const auto b = PlaceOf(last, place);
         if (a && b)
             mScene.Lines.push_back({{*a, *b}, mScene.Surfaces.size() - 1});
         else
-            ++broken;
+            ++(first && last ? infinite : withoutVertex);
     }
-    AddProblem("lines and points with an end that doesn't exist are skipped", broken);
+    AddProblem("line or point is skipped: an index is of no vertex of the chunk",
+               "lines or points are skipped: indices are of no vertex of the chunk", withoutVertex);
+    AddProblem("line or point is skipped: it has infinite or undefined coordinates",
+               "lines or points are skipped: they have infinite or undefined coordinates", infinite);
 }
 
 Surface SceneMaker::SurfaceOf(const Material& material, const Mesh& mesh)
@@ -258,6 +267,8 @@ std::shared_ptr<const Texture> SceneMaker::FindTexture(const Material& material,
         return nullptr;
     const NativePath folder =
         meshFile->nativePath.substr(0, meshFile->nativePath.rfind(kNativeSeparator) + 1);
+    std::string why = "there is no picture for it beside the mesh";
+    bool isFirst = true;
     for (const NativePath& file : Tools::TextureFiles(folder, (*found)->Name, mNames))
     {
         const auto [cached, isNew] = mTextures.try_emplace(file);
@@ -266,15 +277,30 @@ std::shared_ptr<const Texture> SceneMaker::FindTexture(const Material& material,
                 cached->second = std::make_shared<const Texture>(std::move(*texture));
         if (cached->second)
             return cached->second;
+        const std::string damage = Tools::PictureDamage(file);
+        if (std::exchange(isFirst, false))
+            why = Tools::Printable(Tools::ShownName(file)) + " " +
+                  (damage.empty() ? "isn't a picture that can be read" : damage);
     }
-    mScene.MissingTextures.insert(Tools::Printable((*found)->Name));
+    AddLine(mScene.Problems, mesh.FileName,
+            "texture " + Tools::Quoted((*found)->Name) + ": " + why + ", so it is drawn without");
     return nullptr;
 }
 
-void SceneMaker::AddProblem(const char* what, std::size_t count)
+void SceneMaker::AddProblem(const char* one, const char* many, std::size_t count)
 {
-    if (count > 0)
-        mScene.Problems[what] += count;
+    if (count == 0)
+        return;
+    auto& counted = mCounts[many];
+    counted.first = one;
+    counted.second += count;
+}
+
+void SceneMaker::AddLine(std::vector<std::string>& lines, const std::u16string& file, const std::string& what)
+{
+    std::string line = (file.empty() ? "" : Tools::ShownFile(file) + ": ") + what;
+    if (std::find(lines.begin(), lines.end(), line) == lines.end())
+        lines.push_back(std::move(line));
 }
 
 /// How many of `count` further triangles or lines the limit allows.
@@ -283,7 +309,8 @@ std::size_t SceneMaker::Admit(std::size_t count)
     const std::size_t room =
         kMaxTriangles - std::min(kMaxTriangles, mScene.Triangles.size() + mScene.Lines.size());
     const std::size_t admitted = std::min(count, room);
-    AddProblem("triangles and lines are skipped, since there are too many", count - admitted);
+    AddProblem("triangle or line is skipped, since there are too many",
+               "triangles or lines are skipped, since there are too many", count - admitted);
     return admitted;
 }
 

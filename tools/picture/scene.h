@@ -17,6 +17,8 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ZLMIM::Picture
@@ -61,10 +63,11 @@ struct Scene
     std::vector<Triangle> Triangles;
     std::vector<Line> Lines;
     std::vector<Picture::Surface> Surfaces;
-    /// What was skipped or is wrong, and how many of each.
-    std::map<std::string, std::size_t> Problems;
-    /// Names of textures without a file, or whose file isn't a picture that can be read.
-    std::set<std::string> MissingTextures;
+    /// What was skipped or is wrong: the file, and what it is. Doesn't repeat what `Tools::FindProblems`
+    /// reports.
+    std::vector<std::string> Problems;
+    /// What isn't shown although nothing is wrong with it.
+    std::vector<std::string> Notes;
     /// The longest run of its animations that have frames.
     std::optional<Tools::Run> AnimationRun;
     int FramesPerSecond = 0;
@@ -80,6 +83,12 @@ struct SceneRequest
     std::set<std::u16string> Only = {};
     std::set<std::u16string> Without = {};
     bool HasTextures = true;
+
+    /// Whether it shows an entry of the asset.
+    [[nodiscard]] bool Shows(const std::u16string& entry) const
+    {
+        return (Only.empty() || Only.contains(entry)) && !Without.contains(entry);
+    }
 };
 
 /// Limit: further triangles and lines are skipped.
@@ -106,17 +115,21 @@ private:
     void Add(const Chunk& chunk, const Mesh& mesh, const glm::mat4& place);
     void AddTriangles(const Geometry& geometry, const glm::mat4& place);
     void AddLines(const Geometry& geometry, const glm::mat4& place);
-    [[nodiscard]] bool IsShown(const MeshEntry& entry) const;
     [[nodiscard]] Surface SurfaceOf(const Material& material, const Mesh& mesh);
     [[nodiscard]] std::shared_ptr<const Texture> FindTexture(const Material& material, txtype type,
                                                              const Mesh& mesh);
-    void AddProblem(const char* what, std::size_t count = 1);
+    /// Counts problems of the current mesh.
+    void AddProblem(const char* one, const char* many, std::size_t count = 1);
+    /// Adds a line about a file, unless it is there already.
+    static void AddLine(std::vector<std::string>& lines, const std::u16string& file, const std::string& what);
     [[nodiscard]] std::size_t Admit(std::size_t count);
 
     const SceneRequest& mRequest;
     PathResolver& mNames;
     TextureCache& mTextures;
     Scene mScene;
+    /// Of the current mesh, by `many`.
+    std::map<std::string_view, std::pair<std::string_view, std::size_t>> mCounts;
 };
 
 } // namespace ZLMIM::Picture

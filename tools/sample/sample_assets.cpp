@@ -2,8 +2,10 @@
 
 #include "tools/sample/sample_files.h"
 
+#include <cerrno>
 #include <fstream>
 #include <string_view>
+#include <system_error>
 
 namespace Sample
 {
@@ -115,6 +117,17 @@ std::map<std::string, std::string> SamplePictures()
     };
 }
 
+namespace
+{
+
+std::string Utf8(const std::filesystem::path& path)
+{
+    const std::u8string name = path.u8string();
+    return {name.begin(), name.end()};
+}
+
+} // namespace
+
 void WriteSampleAssets(const std::filesystem::path& folder)
 {
     auto files = SampleAssets();
@@ -122,12 +135,16 @@ void WriteSampleAssets(const std::filesystem::path& folder)
     for (const auto& [name, bytes] : files)
     {
         const std::filesystem::path path = folder / name;
-        std::filesystem::create_directories(path.parent_path());
-        std::ofstream file;
-        file.exceptions(std::ios::failbit | std::ios::badbit);
-        file.open(path, std::ios::binary);
+        std::error_code failure;
+        std::filesystem::create_directories(path.parent_path(), failure);
+        errno = 0;
+        std::ofstream file(path, std::ios::binary);
         file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         file.close();
+        if (!file && !failure)
+            failure = {errno, std::generic_category()};
+        if (failure)
+            throw std::system_error(failure, Utf8(path) + " can't be written");
     }
 }
 

@@ -15,9 +15,12 @@ Verb SampleVerb()
         "Writes a covered wagon with its bogeys, pantograph, load, animation and textures, to try the other "
         "verbs with.",
         {{"FOLDER", "", "the folder to write into; created if it doesn't exist", folder.get()}},
-        {},
+        {{"Exit status",
+          {"0\tthe files were written", "2\tthe command line is wrong, or a file can't be written"}}},
         [folder]
         {
+            if (folder->empty())
+                throw UsageError("FOLDER is empty");
             Sample::WriteSampleAssets(std::u8string(folder->begin(), folder->end()));
             return kGood;
         }};

@@ -7,6 +7,7 @@
 #include "tools/common/arguments.h"
 #include "tools/common/asset.h"
 #include "tools/common/paths.h"
+#include "tools/common/problems.h"
 #include "tools/common/text.h"
 #include "tools/verbs.h"
 
@@ -82,10 +83,8 @@ int MakePage(const CommandLine& line)
 
     const Asset asset = LoadAsset(input, names);
     View::Subject subject = {asset, ShownFile(input.Name), {}, Validate::Validate({.Paths = {line.Path}})};
-    const std::string failure =
-        std::visit([&](const auto& object) { return Failure(*object, asset.Outcome, *names); }, asset.Object);
-    if (!failure.empty())
-        subject.Problems.push_back(failure);
+    for (const Problem& problem : FindProblems(asset, input, names))
+        subject.Problems.push_back(Text(problem));
     Export::Repairs repairs;
     Export::Document document = Export::ToGltf(
         asset,
