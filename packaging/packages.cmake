@@ -41,10 +41,10 @@ and pkg-config need to find them.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME zlmim-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION utils)
-set(CPACK_DEBIAN_TOOLS_DESCRIPTION "shows, checks and draws 3D assets of the ZLM railway simulator
+set(CPACK_DEBIAN_TOOLS_DESCRIPTION "shows, checks, draws and exports 3D assets of the ZLM railway simulator
 The program zlmim shows what meshes, animations and asset descriptions
-hold, says what is wrong with them and where, and draws them into PNG
-files.")
+hold, says what is wrong with them and where, draws them into PNG files,
+and writes them as glTF and as pages for browsers.")
 
 # The module is built for one version of Python.
 if(ZLMIM_BUILD_PYTHON)

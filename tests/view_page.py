@@ -208,7 +208,8 @@ def main(zlmim, folder):
     whole = make(zlmim, wagon, folder / "whole.html", 0)
     damage(wagon)
     damaged = make(zlmim, wagon, folder / "damaged.html", 1)
-    # The load ends before the mesh.
+    # An entry whose mesh isn't loaded, and a finding about another file.
+    (wagon / "config.txt").write_text("mesh-table {\n default {\n  anim doors.kin\n }\n}\n")
     (wagon / "doors.kin").write_bytes((wagon / "doors.kin").read_bytes()[:100])
     empty = make(zlmim, wagon, folder / "empty.html", 1)
 
