@@ -112,13 +112,14 @@ void CheckedFiles::AddCircles()
                 path.pop_back();
                 continue;
             }
-            const auto& [to, place] = references->second[step.Next++];
+            const auto& reference = references->second[step.Next++];
+            const auto& to = reference.To;
             const auto [state, isNew] = states.try_emplace(to, State::OnPath);
             if (isNew)
                 path.push_back({to});
             else if (state->second == State::OnPath)
                 mFiles.at(step.File).Report.Add(
-                    Code::ReferenceCycle, place,
+                    Code::ReferenceCycle, reference.Place,
                     "that asset refers back to this one, in a circle of " +
                         std::to_string((path.end() - std::find_if(path.begin(), path.end(),
                                                                   [&to](const Step& other) {
