@@ -303,7 +303,7 @@ TEST(Export, PosesSkinsAsPictureDoes)
         // The slot that no frame filled, 0, has no time.
         EXPECT_EQ(Read<float>(gltf, animation.Samplers[0].Input),
                   (std::vector<float>{1 / 30.0F, 2 / 30.0F, 3 / 30.0F}));
-        for (const std::size_t frame : {0, 2})
+        for (const std::size_t frame : {0U, 2U})
         {
             for (const Channel& channel : animation.Channels)
             {
