@@ -1,8 +1,8 @@
 #include "temp_folder.h"
 #include "zlmim/config/disk_file_system.h"
-#include "zlmim/config/disk_folder.h"
 #include "zlmim/model/text.h"
 #include "zlmim/reader/file.h"
+#include "zlmim/reader/native_path.h"
 #include "zlmim/reader/windows_name.h"
 
 #include <gtest/gtest.h>
@@ -102,10 +102,8 @@ TEST(WindowsFolder, HasTheAbsolutePathOnDiskAndSortedSubfolders)
     EXPECT_TRUE(drive->IsRootFolder());
     EXPECT_FALSE(drive->SubFolders().empty());
     EXPECT_EQ(drive->SubFolders().front()->ParentFolder()->Path(), u"C:");
-    const DiskFolder share(nullptr, u"\\\\server\\share\\a");
-    EXPECT_FALSE(share.IsRootFolder());
-    EXPECT_EQ(share.ParentFolder()->Path(), u"\\\\server\\share");
-    EXPECT_TRUE(share.ParentFolder()->IsRootFolder());
+    EXPECT_FALSE(IsRoot(ToNativePath(u"\\\\server\\share\\a")));
+    EXPECT_TRUE(IsRoot(ToNativePath(u"\\\\server\\share")));
 }
 
 } // namespace
