@@ -3,6 +3,7 @@
 #include "json.h"
 #include "tools/common/asset.h"
 #include "tools/common/json_writer.h"
+#include "tools/common/paths.h"
 #include "tools/common/text.h"
 #include "tools/common/verb.h"
 #include "tools/sample/sample_assets.h"
@@ -98,7 +99,7 @@ TEST(Inspect, LoadsAnAssetAsInItsOwnFolder)
     {
         const auto here = std::filesystem::current_path();
         std::filesystem::current_path(from);
-        const std::string tree = Tree(FromNativePath(NativePath((here / "").native())));
+        const std::string tree = Tree(ToName(here / ""));
         std::filesystem::current_path(here);
         EXPECT_NE(tree.find("config.txt: asset, loaded"), std::string::npos) << tree;
         for (const char* const file :
