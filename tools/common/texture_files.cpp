@@ -50,7 +50,7 @@ std::string End(std::ifstream& stream, std::streamoff bytes)
     stream.clear();
     stream.seekg(-bytes, std::ios::end);
     std::string end(static_cast<std::size_t>(bytes), '\0');
-    stream.read(end.data(), bytes);
+    stream.read(end.data(), static_cast<std::streamsize>(bytes));
     return end;
 }
 
@@ -122,7 +122,7 @@ bool ArePngChunksDamaged(std::ifstream& stream, std::uint64_t size)
         // The checksum is over the chunk's kind too.
         for (std::uint64_t left = length + 4; left > 0 && stream;)
         {
-            const std::uint64_t part = std::min<std::uint64_t>(left, buffer.size());
+            const auto part = static_cast<std::size_t>(std::min<std::uint64_t>(left, buffer.size()));
             stream.read(buffer.data(), static_cast<std::streamsize>(part));
             sum.process_bytes(buffer.data(), part);
             left -= part;

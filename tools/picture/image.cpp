@@ -121,7 +121,7 @@ std::optional<Texture> ReadTexture(const NativePath& file)
         return std::nullopt;
     bytes.resize(static_cast<std::size_t>(size));
     stream.seekg(0);
-    stream.read(bytes.data(), size);
+    stream.read(bytes.data(), static_cast<std::streamsize>(size));
     const auto* const data = reinterpret_cast<const stbi_uc*>(bytes.data());
     const auto length = static_cast<int>(bytes.size());
     Texture texture;
