@@ -542,7 +542,7 @@ TEST(Validate, ReportsAKuidOfSeveralAssetsOnce)
     const auto findings = Validate::Validate({{"."}, true, 2}).Findings;
     ASSERT_EQ(findings.size(), 3U);
     EXPECT_EQ(findings[0].Code, Validate::Code::KuidShared);
-    EXPECT_NE(findings[0].Message.find("other/config.txt\", \""), std::string::npos) << findings[0].Message;
+    EXPECT_NE(findings[0].Message.find("config.txt\", \""), std::string::npos) << findings[0].Message;
     EXPECT_EQ(findings[1].Code, Validate::Code::ReferenceToItself); // both bogeys of the wagon
     EXPECT_EQ(findings[2].Code, Validate::Code::ReferenceToItself);
     // Without the other asset's folder, its reference says so.
