@@ -1,4 +1,4 @@
-# `cpack -G DEB` makes four packages: libzlmim1 has the shared libraries, libzlmim-dev the files for developers,
+# `cpack -G DEB` makes four packages: libzlmim1 has the shared libraries, libzlmim-dev what programs are built with,
 # zlmim-tools the program `zlmim`, and python3-zlmim the package for Python, which doesn't need the others.
 # The preset `package` uses the folders of a Debian system. If you distribute packages, set your name by
 # `cpack -G DEB -D CPACK_PACKAGE_CONTACT="Name <address>"`.

@@ -231,15 +231,12 @@ Verb ExportVerb()
         "export",
         "write meshes and assets as glTF",
         "Writes each mesh (.im) and asset (config.txt) as a glTF 2.0 file, for other programs, and prints "
-        "the "
-        "file's name. An asset is written with its textures and animations, with what hangs on its "
-        "attachment "
-        "points, and with its bogeys and pantograph.",
+        "the file's name. An asset is written with its textures and animations, with what hangs on its "
+        "attachment points, and with its bogeys and pantograph.",
         {{"PATH", "", "a file, or a folder with a config.txt; with / or \\", &line->Paths},
          {"-o,--output", "FILE",
           "the file to write: .glb, one file with everything in it, or .gltf, with its other files beside "
-          "it; "
-          "by "
+          "it; by "
           "default a .glb named after the asset's folder or the mesh, in the working folder; with -r a "
           "folder",
           &line->Output},
@@ -249,8 +246,7 @@ Verb ExportVerb()
          {"--up",
           "AXIS",
           "the asset's axis that is up: z (the default; the root node turns it to glTF's y), or y (nothing "
-          "is "
-          "turned)",
+          "is turned)",
           &line->Up,
           {"z", "y"}},
          {"--scale", "FACTOR", "metres of a unit (default: 1)", &line->Scale},
@@ -267,10 +263,8 @@ Verb ExportVerb()
            "zlmim export -r assets -o out\tall assets in the folder assets and below"}},
          {"Repairs",
           {"What glTF doesn't allow is repaired or skipped: normals and rotations that aren't of unit "
-           "length, "
-           "infinite and undefined numbers, indices out of range, empty chunks. A line on standard error "
-           "names "
-           "each."}},
+           "length, infinite and undefined numbers, indices out of range, empty chunks. A line on standard "
+           "error names each."}},
          {"Exit status",
           {"0\teverything was written as it is",
            "1\ta file is missing or damaged, or something was repaired or skipped; the rest was written",

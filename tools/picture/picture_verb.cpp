@@ -448,8 +448,7 @@ Verb PictureVerb()
          {"--plain", "", "draw in the materials' colours, without textures", &line->IsPlain},
          {"--sheet", "",
           "draw all assets in folders and below into one contact sheet, sheet.png by default; --size is that "
-          "of "
-          "each picture (default: 320x240)",
+          "of each picture (default: 320x240)",
           &line->IsSheet}},
         {{"Examples",
           {"zlmim picture wagon\tdraw the asset in the folder wagon into wagon.png",
