@@ -114,6 +114,23 @@ TEST(PathResolver, FindsNothingForOtherNames)
     });
 }
 
+TEST(PathResolver, SearchesAPinnedFolderOnly)
+{
+    const WorkingFolder folder({"Wagon/config.txt", "Wagon/Body.im", "wagon/config.txt", "wagon/bogey.im"});
+    PathResolver names;
+    const auto find = [&](std::u16string_view name)
+    {
+        const auto found = names.Find(name, FoundFile::Kind::File);
+        return found ? found->nativePath : "";
+    };
+    names.PinFolderOf(u"Wagon\\config.txt", "Wagon/config.txt");
+    EXPECT_EQ(find(u"wagon\\body.im"), "Wagon/Body.im");
+    EXPECT_EQ(find(u"wagon\\BOGEY.im"), "");
+    // If both folders are pinned, the name is as ambiguous as before.
+    names.PinFolderOf(u"wagon\\config.txt", "wagon/config.txt");
+    EXPECT_EQ(find(u"wagon\\BOGEY.im"), "wagon/bogey.im");
+}
+
 TEST(PathResolver, VisitsEachFolderOnceDespiteLinks)
 {
     const WorkingFolder folder({"f"});
