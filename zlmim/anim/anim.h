@@ -1,5 +1,4 @@
-#ifndef ZLMIM_ANIM_ANIM_H
-#define ZLMIM_ANIM_ANIM_H
+#pragma once
 
 #include "zlmim/anim/bone_anim.h"
 #include "zlmim/model/com_header.h"
@@ -107,5 +106,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

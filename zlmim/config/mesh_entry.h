@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_MESH_ENTRY_H
-#define ZLMIM_CONFIG_MESH_ENTRY_H
+#pragma once
 
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
@@ -101,5 +100,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

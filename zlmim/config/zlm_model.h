@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_ZLM_MODEL_H
-#define ZLMIM_CONFIG_ZLM_MODEL_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/mesh_entry.h"
@@ -141,5 +140,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

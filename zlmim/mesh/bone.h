@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_BONE_H
-#define ZLMIM_MESH_BONE_H
+#pragma once
 
 #include "zlmim/model/collection.h"
 #include "zlmim/model/com_header.h"
@@ -75,5 +74,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

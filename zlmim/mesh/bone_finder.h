@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_BONE_FINDER_H
-#define ZLMIM_MESH_BONE_FINDER_H
+#pragma once
 
 #include "zlmim/mesh/bone.h"
 
@@ -60,5 +59,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_BONE_TREE_H
-#define ZLMIM_MESH_BONE_TREE_H
+#pragma once
 
 #include "zlmim/mesh/bone.h"
 #include "zlmim/model/collection.h"
@@ -38,5 +37,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_MESH_H
-#define ZLMIM_MESH_MESH_H
+#pragma once
 
 #include "zlmim/mesh/attachment.h"
 #include "zlmim/mesh/bone.h"
@@ -121,5 +120,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

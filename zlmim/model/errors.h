@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_ERRORS_H
-#define ZLMIM_MODEL_ERRORS_H
+#pragma once
 
 #include <cstdint>
 #include <memory>
@@ -157,5 +156,3 @@ private:
 }
 
 } // namespace ZLMIM
-
-#endif

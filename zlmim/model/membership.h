@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_MEMBERSHIP_H
-#define ZLMIM_MODEL_MEMBERSHIP_H
+#pragma once
 
 #include <memory>
 #include <utility>
@@ -95,5 +94,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_PREFAULT_H
-#define ZLMIM_MODEL_PREFAULT_H
+#pragma once
 
 #include <cstddef>
 
@@ -12,5 +11,3 @@ namespace ZLMIM
 void PrefaultPages(void* memory, std::size_t size) noexcept;
 
 } // namespace ZLMIM
-
-#endif

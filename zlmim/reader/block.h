@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_BLOCK_H
-#define ZLMIM_READER_BLOCK_H
+#pragma once
 
 #include "zlmim/reader/file_cursor.h"
 
@@ -49,5 +48,3 @@ private:
 /// \ingroup inside
 inline constexpr std::int32_t kSizeFieldSize = 4;
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_BONE_LIMITS_H
-#define ZLMIM_READER_BONE_LIMITS_H
+#pragma once
 
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/load_limits.h"
@@ -42,5 +41,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_CONTAINER_H
-#define ZLMIM_READER_CONTAINER_H
+#pragma once
 
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/block.h"
@@ -65,5 +64,3 @@ template <class ReadFile, class Parse>
 } // namespace Container
 
 } // namespace ZLMIM
-
-#endif

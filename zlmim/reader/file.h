@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_FILE_H
-#define ZLMIM_READER_FILE_H
+#pragma once
 
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/native_path.h"
@@ -65,5 +64,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

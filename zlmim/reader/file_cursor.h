@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_FILE_CURSOR_H
-#define ZLMIM_READER_FILE_CURSOR_H
+#pragma once
 
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
@@ -161,5 +160,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

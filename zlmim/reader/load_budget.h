@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_LOAD_BUDGET_H
-#define ZLMIM_READER_LOAD_BUDGET_H
+#pragma once
 
 #include "zlmim/reader/load_limits.h"
 
@@ -74,5 +73,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_PATH_RESOLVER_H
-#define ZLMIM_READER_PATH_RESOLVER_H
+#pragma once
 
 #include "zlmim/reader/native_path.h"
 
@@ -101,5 +100,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif
