@@ -10,6 +10,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -29,6 +30,10 @@ class Geometry
 {
 public:
     Geometry() = default;
+    /// With this list as its `FaceNormals`.
+    explicit Geometry(std::shared_ptr<Collection<Vector>> faceNormals) : FaceNormals(std::move(faceNormals))
+    {
+    }
     Geometry(const Geometry&) = delete;
     Geometry& operator=(const Geometry&) = delete;
     ~Geometry() = default;
