@@ -35,7 +35,7 @@ public:
     ~File() { Close(); }
 
     /// The path where the file was found, in the object model's form.
-    [[nodiscard]] std::u16string Name() const;
+    [[nodiscard]] std::u16string Name() const { return FromNativePath(mNativePath); }
     /// True until `Close`.
     [[nodiscard]] bool IsOpen() const noexcept { return mHandle != kNoHandle; }
     /// Closes the file. Does nothing if it isn't open.

@@ -70,7 +70,6 @@ public:
     PathResolver() = default;
     PathResolver(const PathResolver&) = delete;
     PathResolver& operator=(const PathResolver&) = delete;
-    ~PathResolver() = default;
 
     /// Finds `name`, if it is of that kind. Skips things of another kind like other names.
     /// @throws FileSystemError 57 if the system is out of file descriptors or memory.

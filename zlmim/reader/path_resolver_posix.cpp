@@ -155,9 +155,7 @@ std::vector<std::string> PathResolver::Matching(const std::string& folder, std::
         return {ToUtf8(part)};
     const std::u16string lowerPart = LowerCase(part);
     const auto entries = List(folder);
-    auto entry = std::lower_bound(entries.begin(), entries.end(), lowerPart,
-                                  [](const FolderEntry& e, const std::u16string& wanted)
-                                  { return e.lowerName < wanted; });
+    auto entry = std::ranges::lower_bound(entries, lowerPart, {}, &FolderEntry::lowerName);
     std::vector<std::string> names;
     for (; entry != entries.end() && entry->lowerName == lowerPart; ++entry)
         names.push_back(entry->nativePath);
