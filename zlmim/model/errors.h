@@ -4,6 +4,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace ZLMIM
@@ -128,6 +129,11 @@ private:
 /// @throws OverflowError always.
 /// \ingroup inside
 [[noreturn]] void ThrowOverflow(std::int64_t sum);
+
+/// Reports an exceeded limit. The text is `before`, the limit and `after`, which names the limit.
+/// @throws BoundsError always.
+/// \ingroup inside
+[[noreturn]] void ThrowLimit(std::string_view before, std::int64_t limit, std::string_view after);
 
 /// Narrows a sum or difference to 32 bits.
 /// @throws OverflowError outside the 32-bit signed range.

@@ -4,7 +4,6 @@
 #include "zlmim/reader/load_limits.h"
 
 #include <cstdint>
-#include <string>
 
 namespace ZLMIM
 {
@@ -15,9 +14,7 @@ namespace ZLMIM
 inline void TestBoneLevel(std::int32_t level)
 {
     if (level > kMaxBoneDepth)
-        throw BoundsError("a skeleton with more than " + std::to_string(kMaxBoneDepth) +
-                              " levels (kMaxBoneDepth)",
-                          kMaxBoneDepth);
+        ThrowLimit("a skeleton with more than ", kMaxBoneDepth, " levels (kMaxBoneDepth)");
 }
 
 /// Counts the bones of one skeleton.
@@ -31,8 +28,7 @@ public:
     {
         TestBoneLevel(level);
         if (mCount == kMaxBones)
-            throw BoundsError("a skeleton with more than " + std::to_string(kMaxBones) + " bones (kMaxBones)",
-                              kMaxBones);
+            ThrowLimit("a skeleton with more than ", kMaxBones, " bones (kMaxBones)");
         ++mCount;
     }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "zlmim/model/errors.h"
 #include "zlmim/reader/load_limits.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -51,7 +51,7 @@ public:
     void RequireMemory(std::int64_t bytes) const
     {
         if (bytes > mMemory)
-            ThrowMemory();
+            ThrowLimit("the load takes more than ", mLimits.Memory, " bytes of memory (LoadLimits::Memory)");
     }
 
     /// Charges work.
@@ -59,14 +59,11 @@ public:
     void ChargeWork(std::int64_t units)
     {
         if (units > mWork)
-            ThrowWork();
+            ThrowLimit("the load takes more than ", mLimits.Work, " units of work (LoadLimits::Work)");
         mWork -= units;
     }
 
 private:
-    [[noreturn]] void ThrowMemory() const;
-    [[noreturn]] void ThrowWork() const;
-
     LoadLimits mLimits;
     std::int64_t mMemory;
     std::int64_t mWork;
