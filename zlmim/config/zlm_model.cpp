@@ -73,8 +73,7 @@ void ZLMModel::Load(const std::u16string& configFileName, AssetLoad& load)
 
 void ZLMModel::LoadConfig(const std::u16string& configFileName, AssetLoad& load)
 {
-    const std::size_t backslash = configFileName.rfind(u'\\');
-    mPath = backslash == std::u16string::npos ? std::u16string() : configFileName.substr(0, backslash + 1);
+    mPath = configFileName.substr(0, configFileName.rfind(u'\\') + 1); // npos + 1 is 0
     ResetModel(load.Paths());
     if (!FileExists(configFileName, load))
         return;

@@ -6,7 +6,6 @@
 #include "zlmim/model/com_header.h"
 #include "zlmim/reader/load_limits.h"
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
