@@ -58,7 +58,14 @@ public:
         if (!isWhole)
         {
             Store();
-            TakeByRecords(frame, cursor);
+            // Stores the records before the failure, even for a frame that fails.
+            for (BoneAnim* const bone : mBones)
+            {
+                Keyframe keyframe;
+                keyframe.p = cursor.GetVector();
+                keyframe.q = cursor.GetQuaternion();
+                bone->SetFrame(frame, keyframe);
+            }
             return;
         }
         if (mCount == mFrames.size())
@@ -85,18 +92,6 @@ private:
             offset += sizeof(Keyframe);
         }
         mCount = 0;
-    }
-
-    /// Stores the records before the failure, even for a frame that fails.
-    void TakeByRecords(std::int32_t frame, FileCursor& cursor)
-    {
-        for (BoneAnim* const bone : mBones)
-        {
-            Keyframe keyframe;
-            keyframe.p = cursor.GetVector();
-            keyframe.q = cursor.GetQuaternion();
-            bone->SetFrame(frame, keyframe);
-        }
     }
 
     const BoneOrder& mBones;

@@ -80,7 +80,11 @@ void ZLMModel::LoadConfig(const std::u16string& configFileName, AssetLoad& load)
     const AssetLoad::OpenFileScope scope(load, mFSO->FileIdentity(configFileName));
     const auto stream = mFSO->OpenTextFile(configFileName);
     LineReader lines(*stream, load.Budget());
-    ParseConfig(lines, load);
+    for (ConfigLine line; !lines.AtEndOfStream();)
+    {
+        ReadConfigLine(lines, line);
+        ParseKey(line, lines, load);
+    }
     if (mOwnTable->List().Count() == 0 && !AssetFileName.empty())
     {
         MeshTableKeys fallback;
@@ -107,16 +111,6 @@ void ZLMModel::ResetModel(const std::shared_ptr<PathResolver>& paths)
     Pantograph.reset();
     mKuid.clear();
     mHasFolderAnim.reset();
-}
-
-void ZLMModel::ParseConfig(LineReader& lines, AssetLoad& load)
-{
-    ConfigLine line;
-    while (!lines.AtEndOfStream())
-    {
-        ReadConfigLine(lines, line);
-        ParseKey(line, lines, load);
-    }
 }
 
 void ZLMModel::ParseKey(ConfigLine& line, LineReader& lines, AssetLoad& load)
