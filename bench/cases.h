@@ -1,5 +1,4 @@
-#ifndef ZLMIM_BENCH_CASES_H
-#define ZLMIM_BENCH_CASES_H
+#pragma once
 
 #include "bench/pair.h"
 #include "tests/temp_folder.h"
@@ -25,5 +24,3 @@ using ZLMIM::Testing::TempFolder;
 [[nodiscard]] Case PythonMesh(const TempFolder& folder);
 
 } // namespace Bench
-
-#endif

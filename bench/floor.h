@@ -1,5 +1,4 @@
-#ifndef ZLMIM_BENCH_FLOOR_H
-#define ZLMIM_BENCH_FLOOR_H
+#pragma once
 
 #include "bench/made_mesh.h"
 
@@ -26,5 +25,3 @@ void CopyRuns(const RawFile& file, const std::vector<FileRun>& runs, std::vector
 void FreeAll(const std::vector<void*>& arrays);
 
 } // namespace Bench
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_ASSET_FOLDER_H
-#define ZLMIM_TESTS_ASSET_FOLDER_H
+#pragma once
 
 #include "block_writer.h"
 #include "temp_folder.h"
@@ -80,5 +79,3 @@ private:
 };
 
 } // namespace ZLMIM::Testing
-
-#endif

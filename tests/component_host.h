@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_COMPONENT_HOST_H
-#define ZLMIM_TESTS_COMPONENT_HOST_H
+#pragma once
 
 #include "zlmim/component/host.h"
 
@@ -120,5 +119,3 @@ inline HRESULT Call(IDispatch* object, std::u16string_view name, WORD flags,
 }
 
 } // namespace ZLMIM::Host
-
-#endif

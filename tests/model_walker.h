@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_MODEL_WALKER_H
-#define ZLMIM_TESTS_MODEL_WALKER_H
+#pragma once
 
 #include "outcome.h"
 #include "zlmim/anim/anim.h"
@@ -220,5 +219,3 @@ std::uint64_t Walk(const Model& model)
 }
 
 } // namespace ZLMIM::Testing
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_PYTHON_LISTS_H
-#define ZLMIM_PYTHON_LISTS_H
+#pragma once
 
 #include "casters.h"
 
@@ -54,5 +53,3 @@ void BindList(py::module_& module, const char* name, const char* documentation)
 }
 
 } // namespace ZLMIM::Python
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_PATHS_H
-#define ZLMIM_TOOLS_COMMON_PATHS_H
+#pragma once
 
 #include "zlmim/reader/native_path.h"
 
@@ -28,5 +27,3 @@ namespace ZLMIM::Tools
 [[nodiscard]] std::u16string_view BaseName(std::u16string_view name);
 
 } // namespace ZLMIM::Tools
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_EXPORT_GLTF_WRITER_H
-#define ZLMIM_TOOLS_EXPORT_GLTF_WRITER_H
+#pragma once
 
 #include "gltf.h"
 
@@ -19,5 +18,3 @@ namespace ZLMIM::Export
 void Save(const Document& document, const std::filesystem::path& file);
 
 } // namespace ZLMIM::Export
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_SAMPLE_SAMPLE_ASSETS_H
-#define ZLMIM_TOOLS_SAMPLE_SAMPLE_ASSETS_H
+#pragma once
 
 #include <filesystem>
 #include <map>
@@ -20,5 +19,3 @@ namespace Sample
 void WriteSampleAssets(const std::filesystem::path& folder);
 
 } // namespace Sample
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_CHECK_FILE_H
-#define VALIDATE_CHECK_FILE_H
+#pragma once
 
 #include "checked_files.h"
 #include "located_file.h"
@@ -30,5 +29,3 @@ void CheckAnimFile(const std::u16string& name, const LocatedFile& file, PathReso
 [[nodiscard]] Tools::Outcome OutcomeOf(const Anim& anim, PathResolver& names);
 
 } // namespace ZLMIM::Validate
-
-#endif

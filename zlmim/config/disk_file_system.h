@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_DISK_FILE_SYSTEM_H
-#define ZLMIM_CONFIG_DISK_FILE_SYSTEM_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/reader/path_resolver.h"
@@ -42,5 +41,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

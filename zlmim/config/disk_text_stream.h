@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_DISK_TEXT_STREAM_H
-#define ZLMIM_CONFIG_DISK_TEXT_STREAM_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/reader/file.h"
@@ -38,5 +37,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

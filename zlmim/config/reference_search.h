@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_REFERENCE_SEARCH_H
-#define ZLMIM_CONFIG_REFERENCE_SEARCH_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/folder_walk.h"
@@ -49,5 +48,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_CHUNK_H
-#define ZLMIM_MESH_CHUNK_H
+#pragma once
 
 #include "zlmim/mesh/geometry.h"
 #include "zlmim/mesh/material.h"
@@ -37,5 +36,3 @@ public:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_GEOMETRY_H
-#define ZLMIM_MESH_GEOMETRY_H
+#pragma once
 
 #include "zlmim/mesh/element_store.h"
 #include "zlmim/model/collection.h"
@@ -131,5 +130,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_MATERIAL_H
-#define ZLMIM_MESH_MATERIAL_H
+#pragma once
 
 #include "zlmim/mesh/texture.h"
 #include "zlmim/model/collection.h"
@@ -58,5 +57,3 @@ public:
 };
 
 } // namespace ZLMIM
-
-#endif

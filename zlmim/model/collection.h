@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_COLLECTION_H
-#define ZLMIM_MODEL_COLLECTION_H
+#pragma once
 
 #include "zlmim/model/com_header.h"
 #include "zlmim/model/errors.h"
@@ -164,5 +163,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_MEMBERSHIP_H
-#define ZLMIM_MODEL_MEMBERSHIP_H
+#pragma once
 
 #include <memory>
 #include <utility>
@@ -111,5 +110,3 @@ template <>
 inline constexpr bool kHasGroups<MeshEntry> = true;
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_PREFAULT_H
-#define ZLMIM_MODEL_PREFAULT_H
+#pragma once
 
 #include <cstddef>
 
@@ -17,5 +16,3 @@ void PrefaultPages(void* memory, std::size_t size) noexcept;
 void PrefaultHeap(std::size_t size) noexcept;
 
 } // namespace ZLMIM
-
-#endif

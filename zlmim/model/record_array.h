@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_RECORD_ARRAY_H
-#define ZLMIM_MODEL_RECORD_ARRAY_H
+#pragma once
 
 #include "zlmim/model/prefault.h"
 #include "zlmim/model/records.h"
@@ -189,5 +188,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

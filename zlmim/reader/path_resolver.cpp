@@ -16,12 +16,10 @@ std::span<const FolderEntry> PathResolver::List(NativePath nativeFolder)
     auto listing = ReadListing(nativeFolder);
     if (!listing)
         return {};
-    auto& entries = *listing;
-    std::sort(entries.begin(), entries.end(),
-              [](const FolderEntry& a, const FolderEntry& b)
-              { return std::tie(a.lowerName, a.nativePath) < std::tie(b.lowerName, b.nativePath); });
-    Remember(sizeof(FolderEntry) * (entries.size() + 1));
-    return mListings.emplace(std::move(nativeFolder), std::move(entries)).first->second;
+    std::ranges::sort(*listing, {},
+                      [](const FolderEntry& entry) { return std::tie(entry.lowerName, entry.nativePath); });
+    Remember(sizeof(FolderEntry) * (listing->size() + 1));
+    return mListings.emplace(std::move(nativeFolder), *std::move(listing)).first->second;
 }
 
 void PathResolver::PinFolderOf(std::u16string_view name, NativePathView nativePath)

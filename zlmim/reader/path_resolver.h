@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_PATH_RESOLVER_H
-#define ZLMIM_READER_PATH_RESOLVER_H
+#pragma once
 
 #include "zlmim/reader/native_path.h"
 
@@ -71,7 +70,6 @@ public:
     PathResolver() = default;
     PathResolver(const PathResolver&) = delete;
     PathResolver& operator=(const PathResolver&) = delete;
-    ~PathResolver() = default;
 
     /// Finds `name`, if it is of that kind. Skips things of another kind like other names.
     /// @throws FileSystemError 57 if the system is out of file descriptors or memory.
@@ -109,5 +107,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif
