@@ -4,8 +4,10 @@
 
 #include "tools/common/arguments.h"
 #include "tools/common/asset.h"
+#include "tools/common/output_names.h"
 #include "tools/common/paths.h"
 #include "tools/common/problems.h"
+#include "tools/common/save_file.h"
 #include "tools/common/text.h"
 #include "tools/verbs.h"
 
@@ -13,10 +15,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <new>
@@ -149,9 +149,8 @@ public:
             const auto images = ImagesOf(path);
             if (images.empty())
                 continue;
-            const std::string output = mLine.Output.empty() ? DefaultOutput(mInput.Name) : mLine.Output;
-            Save(output, mLine.IsAnimated ? ToAnimatedPng(images, mFramesPerSecond) : ToPng(images.front()));
-            std::cout << output << '\n';
+            Save(mLine.Output.empty() ? mOutputs.Add(StemOf(path)) : FromUtf8Path(mLine.Output),
+                 mLine.IsAnimated ? ToAnimatedPng(images, mFramesPerSecond) : ToPng(images.front()));
         }
         return mStatus;
     }
@@ -182,11 +181,16 @@ private:
             std::string name = output;
             if (number > 1)
                 name.insert(name.rfind('.'), "-" + std::to_string(number));
-            Save(name, ToPng(page));
-            std::cout << name << '\n';
+            Save(FromUtf8Path(name), ToPng(page));
             ++number;
         }
         return mStatus;
+    }
+
+    static void Save(const std::filesystem::path& path, const std::string& png)
+    {
+        SaveFile(path, png);
+        std::cout << ToUtf8Path(path) << '\n';
     }
 
     static std::u16string Folder(const Input& input)
@@ -373,30 +377,6 @@ private:
         return images;
     }
 
-    /// In the working folder, named after the asset's folder, or after the mesh.
-    std::string DefaultOutput(const std::u16string& name)
-    {
-        std::error_code failure;
-        std::filesystem::path file =
-            std::filesystem::absolute(ToPath(ToNativePath(name)), failure).lexically_normal();
-        const std::string stem =
-            ToUtf8(ToName(mInput.Kind == Kind::Model ? file.parent_path().filename() : file.stem()));
-        std::string output = (stem.empty() ? "picture" : stem) + ".png";
-        for (int number = 2; !mOutputs.insert(output).second; ++number)
-            output = stem + "-" + std::to_string(number) + ".png";
-        return output;
-    }
-
-    static void Save(const std::string& path, const std::string& bytes)
-    {
-        errno = 0;
-        std::ofstream file(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        file.close();
-        if (!file)
-            throw std::system_error(errno, std::generic_category(), path + " can't be written");
-    }
-
     static constexpr std::int32_t kMaxFrames = 1'000;
     static constexpr std::int64_t kMostFrame = 1'000'000'000;
 
@@ -409,7 +389,7 @@ private:
     TextureCache mTextures;
     Input mInput;
     int mFramesPerSecond = 0;
-    std::set<std::string> mOutputs;
+    OutputNames mOutputs = OutputNames(".png");
     int mStatus = kGood;
 };
 
