@@ -1,4 +1,5 @@
 #include "good_files.h"
+#include "model_walker.h"
 #include "sanitized.h"
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
@@ -22,21 +23,9 @@ std::shared_ptr<Mesh> LoadedMesh()
     return mesh;
 }
 
-/// Names of a bone and all below it, a parent before its children, with parentheses around these.
-std::u16string Names(const Bone& bone)
-{
-    std::u16string names = bone.Name + u"(";
-    for (const auto& child : *bone.Children())
-    {
-        EXPECT_EQ(child->Parent().get(), &bone);
-        names += Names(*child);
-    }
-    return names + u")";
-}
-
 TEST(Lifetime, AnyOneReferenceKeepsTheWholeTree)
 {
-    constexpr std::u16string_view kTree = u"A(B(D())C())";
+    constexpr std::string_view kTree = "A(B(D) C)";
     auto mesh = LoadedMesh();
     std::shared_ptr<Bone> leaf = mesh->RootBone->Children()->Item(1)->Children()->Item(1);
     std::shared_ptr<Geometry> geometry = mesh->Chunks->Item(1)->Geometry;
@@ -44,13 +33,13 @@ TEST(Lifetime, AnyOneReferenceKeepsTheWholeTree)
     const std::weak_ptr<Bone> tree = mesh->RootBone;
     mesh.reset();
 
-    EXPECT_EQ(Names(*list->Item(2)->Parent()), kTree);
+    EXPECT_EQ(Outline(*list->Item(2)->Parent()), kTree);
     list.reset();
-    EXPECT_EQ(Names(*leaf->Parent()->Parent()), kTree);
+    EXPECT_EQ(Outline(*leaf->Parent()->Parent()), kTree);
     EXPECT_EQ(leaf->Parent()->Parent()->Parent(), nullptr);
     leaf.reset();
     EXPECT_EQ(geometry->BoneObject->Name, u"D");
-    EXPECT_EQ(Names(*geometry->BoneObject->Parent()->Parent()), kTree);
+    EXPECT_EQ(Outline(*geometry->BoneObject->Parent()->Parent()), kTree);
     EXPECT_FALSE(tree.expired());
     geometry.reset();
     EXPECT_TRUE(tree.expired());

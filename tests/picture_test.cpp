@@ -112,8 +112,7 @@ TEST(Picture, PlacesAttachedEntries)
                  "e {\nmesh t.im\natt-parent d\natt a.p\n}\n"
                  "f {\nmesh nowhere.im\n}\n"
                  "g {\nmesh t.im\natt-parent a\natt a.nowhere\n}\n}\n");
-    const auto model = std::make_shared<ZLMModel>();
-    ASSERT_EQ(folder.Load(*model), "");
+    const auto model = folder.Loaded();
     const Scene scene = SceneOf(*model);
     std::vector<Corners> found;
     for (const Triangle& each : scene.Triangles)
