@@ -4,7 +4,6 @@
 #include "zlmim/model/text.h"
 
 #include <algorithm>
-#include <span>
 #include <string_view>
 #include <utility>
 
@@ -56,10 +55,13 @@ bool DiskTextStream::Fill()
         return true;
     if (!mFile.IsOpen())
         return false;
-    const auto bytes = std::as_writable_bytes(std::span(mBuffer));
+    // No more than the file has: the system would be called once more to find its end.
+    const auto left = static_cast<std::size_t>(std::max<std::int64_t>(mFile.Size() - mRead, 0));
+    const std::size_t size = left > 0 ? std::min(left, mBuffer.size()) : mBuffer.size();
     mNext = 0;
     mEnd = 0;
-    mEnd = mFile.Read({reinterpret_cast<unsigned char*>(bytes.data()), bytes.size()});
+    mEnd = mFile.Read({reinterpret_cast<unsigned char*>(mBuffer.data()), size});
+    mRead += static_cast<std::int64_t>(mEnd);
     return mEnd > 0;
 }
 

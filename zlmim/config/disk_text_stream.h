@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -29,6 +30,8 @@ private:
     bool Fill();
 
     File mFile;
+    /// Bytes read so far.
+    std::int64_t mRead = 0;
     std::array<char, 4096> mBuffer;
     std::size_t mNext = 0;
     std::size_t mEnd = 0;

@@ -11,6 +11,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -30,6 +31,10 @@ class Geometry
 {
 public:
     Geometry() = default;
+    /// With this list as its `FaceNormals`.
+    explicit Geometry(std::shared_ptr<Collection<Vector>> faceNormals) : FaceNormals(std::move(faceNormals))
+    {
+    }
     Geometry(const Geometry&) = delete;
     Geometry& operator=(const Geometry&) = delete;
     ~Geometry() = default;

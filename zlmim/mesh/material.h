@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -22,6 +23,8 @@ class Material
 {
 public:
     Material() = default;
+    /// With this list as its `Textures`.
+    explicit Material(std::shared_ptr<Collection<Texture>> textures) : Textures(std::move(textures)) {}
     Material(const Material&) = delete;
     Material& operator=(const Material&) = delete;
     ~Material() = default;

@@ -4,6 +4,8 @@
 #include "zlmim/reader/container.h"
 #include "zlmim/reader/load_budget.h"
 
+#include <algorithm>
+
 namespace ZLMIM
 {
 namespace
@@ -11,6 +13,8 @@ namespace
 
 /// Bytes of the info block between `Version` and `ChunkCount`.
 constexpr std::int32_t kInfoGap = 28;
+/// Few meshes have more chunks.
+constexpr std::int32_t kUsualChunks = 64;
 
 } // namespace
 
@@ -87,6 +91,7 @@ bool Mesh::ReadChunks()
 {
     Chunks = std::make_shared<Collection<Chunk>>();
     const std::int32_t count = ChunkCount;
+    Chunks->Reserve(static_cast<std::size_t>(std::clamp(count, 0, kUsualChunks)));
     for (std::int32_t i = 0; i < count; ++i)
     {
         if (!ReadChunk())

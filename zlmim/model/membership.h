@@ -7,6 +7,9 @@
 namespace ZLMIM
 {
 
+class Bone;
+class MeshEntry;
+
 /// Ownership of objects that refer to one another in rings.
 ///
 /// A bone holds its children, and each child refers back to it. If both references were counted, such a tree
@@ -93,6 +96,19 @@ private:
     std::weak_ptr<const void> mGroup;
     std::weak_ptr<const void> mOwner;
 };
+
+/// True for types whose objects, and lists of them, may belong to a group.
+/// \ingroup inside
+template <class T>
+inline constexpr bool kHasGroups = false;
+/// A bone.
+/// \ingroup inside
+template <>
+inline constexpr bool kHasGroups<Bone> = true;
+/// An entry of a mesh table.
+/// \ingroup inside
+template <>
+inline constexpr bool kHasGroups<MeshEntry> = true;
 
 } // namespace ZLMIM
 

@@ -11,6 +11,11 @@ namespace ZLMIM
 /// \ingroup inside
 void PrefaultPages(void* memory, std::size_t size) noexcept;
 
+/// Prefaults memory of the allocator's that the next small allocations will probably get: allocates `size`
+/// bytes, prefaults and frees them. For many small objects of known total size.
+/// \ingroup inside
+void PrefaultHeap(std::size_t size) noexcept;
+
 } // namespace ZLMIM
 
 #endif

@@ -105,8 +105,10 @@ std::u16string FromWindows1252(std::string_view bytes)
 
 std::optional<std::u16string> FromUtf8(std::string_view utf8)
 {
-    std::u16string text;
-    text.reserve(utf8.size());
+    const auto firstWide =
+        std::find_if(utf8.begin(), utf8.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    std::u16string text(utf8.begin(), firstWide);
+    utf8.remove_prefix(text.size());
     while (!utf8.empty())
     {
         const auto point = TakeCodePoint(utf8);

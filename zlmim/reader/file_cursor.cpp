@@ -13,6 +13,13 @@
 
 namespace ZLMIM
 {
+namespace
+{
+
+/// Allocators give back freed blocks of 64 KiB and more to the system.
+constexpr std::int64_t kSmallFile = 20 * 1'024;
+
+} // namespace
 
 bool FileCursor::LoadFile(const std::u16string& name, PathResolver& paths, LoadBudget& budget,
                           std::int32_t& fileSize, EmptyFile emptyFile)
@@ -65,6 +72,9 @@ bool FileCursor::MakeData(std::int64_t length, std::int32_t& fileSize, EmptyFile
     mData = {};
     mBudget->ChargeMemory(length);
     mCharged = length;
+    // Objects take about twice the memory of a small file. Large arrays are prefaulted one by one.
+    if (length <= kSmallFile)
+        PrefaultHeap(static_cast<std::size_t>(3 * length));
     mData = RecordArray<unsigned char>::Uninitialised(static_cast<std::size_t>(length) + 1);
     mAllowance = ReadAllowance(length);
     return true;

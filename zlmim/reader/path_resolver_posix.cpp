@@ -200,16 +200,18 @@ NativePath ToNativePath(std::u16string_view name)
 
 std::u16string FromNativePath(NativePathView nativePath)
 {
-    std::u16string path;
-    while (true)
+    auto path = FromUtf8(nativePath);
+    if (!path)
     {
-        const std::size_t length = std::min(nativePath.find('/'), nativePath.size());
-        path += FromNativeName(nativePath.substr(0, length));
-        if (length == nativePath.size())
-            return path;
-        path += u'\\';
-        nativePath.remove_prefix(length + 1);
+        // At least one name in it isn't UTF-8.
+        const std::size_t separator = nativePath.rfind('/');
+        if (separator == NativePathView::npos)
+            return FromWindows1252(nativePath);
+        return FromNativePath(nativePath.substr(0, separator)) + u'\\' +
+               FromNativeName(nativePath.substr(separator + 1));
     }
+    std::replace(path->begin(), path->end(), u'/', u'\\');
+    return *std::move(path);
 }
 
 } // namespace ZLMIM
