@@ -1,5 +1,4 @@
-#ifndef ZLMIM_BENCH_CASES_H
-#define ZLMIM_BENCH_CASES_H
+#pragma once
 
 #include "bench/pair.h"
 #include "tests/temp_folder.h"
@@ -26,5 +25,3 @@ using ZLMIM::Testing::TempFolder;
 [[nodiscard]] Measures Peers(const TempFolder& folder);
 
 } // namespace Bench
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_BENCH_FLOOR_H
-#define ZLMIM_BENCH_FLOOR_H
+#pragma once
 
 #include "bench/made_anim.h"
 #include "bench/made_mesh.h"
@@ -48,5 +47,3 @@ void CopyFrames(const RawFile& file, const MadeAnim& anim, std::vector<Array>& t
                 Pages pages = Pages::Faulted);
 
 } // namespace Bench
-
-#endif

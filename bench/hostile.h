@@ -1,5 +1,4 @@
-#ifndef ZLMIM_BENCH_HOSTILE_H
-#define ZLMIM_BENCH_HOSTILE_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 
@@ -40,5 +39,3 @@ struct Hostile
 [[nodiscard]] std::vector<Hostile> HonestAssets();
 
 } // namespace Bench
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_BENCH_MADE_MESH_H
-#define ZLMIM_BENCH_MADE_MESH_H
+#pragma once
 
 #include "tests/block_writer.h"
 
@@ -45,5 +44,3 @@ struct MeshPlan
 inline constexpr std::int32_t kBytesPerVertex = 20 + 3 * 2 + 12 + 12;
 
 } // namespace Bench
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_BENCH_PAIR_H
-#define ZLMIM_BENCH_PAIR_H
+#pragma once
 
 #include <array>
 #include <chrono>
@@ -93,5 +92,3 @@ double Timed(const Work& work)
 inline void Keep(const void* made) { asm volatile("" : : "g"(made) : "memory"); }
 
 } // namespace Bench
-
-#endif

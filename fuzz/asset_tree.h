@@ -1,5 +1,4 @@
-#ifndef ZLMIM_FUZZ_ASSET_TREE_H
-#define ZLMIM_FUZZ_ASSET_TREE_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -33,5 +32,3 @@ struct TreeFile
 [[nodiscard]] std::string WriteTree(const std::vector<TreeFile>& files);
 
 } // namespace ZLMIM::Fuzzing
-
-#endif

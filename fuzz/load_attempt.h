@@ -1,5 +1,4 @@
-#ifndef ZLMIM_FUZZ_LOAD_ATTEMPT_H
-#define ZLMIM_FUZZ_LOAD_ATTEMPT_H
+#pragma once
 
 #include "tests/model_walker.h"
 #include "zlmim/model/errors.h"
@@ -46,5 +45,3 @@ void LoadTwice(const std::uint8_t* data, std::size_t size)
 inline std::string Text(const std::uint8_t* data, std::size_t size) { return {data, data + size}; }
 
 } // namespace ZLMIM::Fuzzing
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_FUZZ_MEMORY_FILE_SYSTEM_H
-#define ZLMIM_FUZZ_MEMORY_FILE_SYSTEM_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 
@@ -67,5 +66,3 @@ private:
 };
 
 } // namespace ZLMIM::Fuzzing
-
-#endif

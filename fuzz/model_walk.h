@@ -1,5 +1,4 @@
-#ifndef ZLMIM_FUZZ_MODEL_WALK_H
-#define ZLMIM_FUZZ_MODEL_WALK_H
+#pragma once
 
 #include "zlmim/config/zlm_model.h"
 
@@ -19,5 +18,3 @@ void LoadTwice(const std::shared_ptr<FileSystem>& files, const std::u16string& f
                const std::u16string& second);
 
 } // namespace ZLMIM::Fuzzing
-
-#endif

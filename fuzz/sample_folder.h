@@ -1,5 +1,4 @@
-#ifndef ZLMIM_FUZZ_SAMPLE_FOLDER_H
-#define ZLMIM_FUZZ_SAMPLE_FOLDER_H
+#pragma once
 
 #include <filesystem>
 #include <string>
@@ -28,5 +27,3 @@ private:
 };
 
 } // namespace ZLMIM::Fuzzing
-
-#endif

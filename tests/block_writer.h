@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_BLOCK_WRITER_H
-#define ZLMIM_TESTS_BLOCK_WRITER_H
+#pragma once
 
 #include "zlmim/model/records.h"
 
@@ -87,5 +86,3 @@ inline Bytes AnimHeader(std::string_view name, std::int32_t frameCount, std::int
 }
 
 } // namespace ZLMIM::Testing
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_COMPONENT_CLASSES_H
-#define ZLMIM_TESTS_COMPONENT_CLASSES_H
+#pragma once
 
 #include "zlmim/component/guid.h"
 
@@ -173,5 +172,3 @@ struct ExpectedSlot
 }
 
 } // namespace ZLMIM::Testing
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_COMPONENT_HOST_H
-#define ZLMIM_TESTS_COMPONENT_HOST_H
+#pragma once
 
 #include "zlmim/component/host.h"
 
@@ -79,6 +78,13 @@ template <class I>
     return object;
 }
 
+/// Adds an entry at the end of a list.
+[[nodiscard]] inline HRESULT Add(const Pointer<_Collection>& list, VARIANT& entry)
+{
+    Variant omitted;
+    return list->Add(&entry, &omitted, &omitted, &omitted);
+}
+
 [[nodiscard]] inline DISPID IdOf(IDispatch* object, std::u16string_view name)
 {
     const Text text(name);
@@ -120,5 +126,3 @@ inline HRESULT Call(IDispatch* object, std::u16string_view name, WORD flags,
 }
 
 } // namespace ZLMIM::Host
-
-#endif

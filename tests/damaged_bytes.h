@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_DAMAGED_BYTES_H
-#define ZLMIM_TESTS_DAMAGED_BYTES_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -40,5 +39,3 @@ inline std::string Damaged(std::string bytes, std::uint32_t seed)
 }
 
 } // namespace ZLMIM::Testing
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_FAILING_ALLOCATIONS_H
-#define ZLMIM_TESTS_FAILING_ALLOCATIONS_H
+#pragma once
 
 #include <cstdint>
 
@@ -25,5 +24,3 @@ private:
 [[nodiscard]] std::int64_t OutstandingAllocations();
 
 } // namespace ZLMIM::Testing
-
-#endif

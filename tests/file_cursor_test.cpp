@@ -30,7 +30,7 @@ FileCursor CursorOver(const Bytes& file, std::int32_t pos = 0)
 {
     FileCursor cursor;
     std::int32_t fileSize = -1;
-    EXPECT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize, EmptyFile::Accepted));
+    EXPECT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize));
     EXPECT_EQ(fileSize, static_cast<std::int32_t>(file.Size()));
     cursor.Pos = pos;
     return cursor;
@@ -174,10 +174,8 @@ TEST(FileCursor, ReadsAtMostTwiceTheFilePlus65536Bytes)
     {
         SCOPED_TRACE(times);
         std::int32_t fileSize = 0;
-        ASSERT_TRUE(
-            cursor.LoadBytes(Bytes().Zeros(9'999).Span(), TestBudget(), fileSize, EmptyFile::Refused));
-        ASSERT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize,
-                                     EmptyFile::Refused)); // has an allowance of its own
+        ASSERT_TRUE(cursor.LoadBytes(Bytes().Zeros(9'999).Span(), TestBudget(), fileSize));
+        ASSERT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize)); // has an allowance of its own
         for (int i = 0; i < times; ++i)
         {
             cursor.Pos = 0;
@@ -201,15 +199,11 @@ TEST(FileCursorLoadFile, LoadsOnlyRegularFilesOfAnAllowedLength)
     const struct
     {
         std::u16string_view name;
-        EmptyFile emptyFile;
         bool isLoaded;
         std::int32_t fileSize; // 77 before the load
     } cases[] = {
-        {u"three", EmptyFile::Refused, true, 3},       {u"THREE", EmptyFile::Refused, true, 3},
-        {u"empty", EmptyFile::Refused, false, 0},      {u"empty", EmptyFile::Accepted, true, 0},
-        {u"missing", EmptyFile::Accepted, false, 77},  {u"folder", EmptyFile::Accepted, false, 77},
-        {u"folder\\", EmptyFile::Accepted, false, 77}, {u"three\\", EmptyFile::Accepted, false, 77},
-        {u"too long", EmptyFile::Accepted, false, 77},
+        {u"three", true, 3},    {u"THREE", true, 3},      {u"empty", true, 0},     {u"missing", false, 77},
+        {u"folder", false, 77}, {u"folder\\", false, 77}, {u"three\\", false, 77}, {u"too long", false, 77},
     };
     for (const auto& c : cases)
     {
@@ -218,8 +212,7 @@ TEST(FileCursorLoadFile, LoadsOnlyRegularFilesOfAnAllowedLength)
         FileCursor cursor;
         cursor.Pos = 5;
         std::int32_t fileSize = 77;
-        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), names, TestBudget(), fileSize, c.emptyFile),
-                  c.isLoaded);
+        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), names, TestBudget(), fileSize), c.isLoaded);
         EXPECT_EQ(fileSize, c.fileSize);
         const std::string_view file = "abc\0"sv;
         EXPECT_EQ(std::string(cursor.Data().begin(), cursor.Data().end()),

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_GOOD_FILES_H
-#define ZLMIM_TESTS_GOOD_FILES_H
+#pragma once
 
 #include "block_writer.h"
 
@@ -94,5 +93,3 @@ inline Bytes GoodAnim()
 }
 
 } // namespace ZLMIM::Testing
-
-#endif

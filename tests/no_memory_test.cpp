@@ -190,7 +190,7 @@ TEST(NoMemory, EndsALoadOfTheLongestAllowedFile)
     for (std::int64_t number = 1; hasFailed && fileSize == 0; ++number)
     {
         const FailingAllocation failing(number, hasFailed);
-        EXPECT_FALSE(cursor.LoadFile(name, names, budget, fileSize, EmptyFile::Accepted));
+        EXPECT_FALSE(cursor.LoadFile(name, names, budget, fileSize));
     }
     EXPECT_EQ(fileSize, 2'147'483'646);
 }

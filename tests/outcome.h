@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_OUTCOME_H
-#define ZLMIM_TESTS_OUTCOME_H
+#pragma once
 
 #include "zlmim/model/errors.h"
 
@@ -66,5 +65,3 @@ catch (const OverflowError& error)
 }
 
 } // namespace ZLMIM::Testing
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_SANITIZED_H
-#define ZLMIM_TESTS_SANITIZED_H
+#pragma once
 
 namespace ZLMIM::Testing
 {
@@ -14,5 +13,3 @@ inline constexpr bool kIsAddressSanitized = false;
 #endif
 
 } // namespace ZLMIM::Testing
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TESTS_TEMP_FOLDER_H
-#define ZLMIM_TESTS_TEMP_FOLDER_H
+#pragma once
 
 #include <algorithm>
 #include <filesystem>
@@ -55,5 +54,3 @@ private:
 };
 
 } // namespace ZLMIM::Testing
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_VERBS_H
-#define ZLMIM_TOOLS_VERBS_H
+#pragma once
 
 #include "tools/common/verb.h"
 
@@ -16,5 +15,3 @@ namespace ZLMIM::Tools
 [[nodiscard]] Verb SampleVerb();
 
 } // namespace ZLMIM::Tools
-
-#endif

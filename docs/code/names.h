@@ -1,5 +1,4 @@
-#ifndef ZLMIM_DOCS_CODE_NAMES_H
-#define ZLMIM_DOCS_CODE_NAMES_H
+#pragma once
 
 #include "zlmim/config/zlm_model.h"
 
@@ -17,5 +16,3 @@ namespace ZLMIM::Guide
 [[nodiscard]] std::shared_ptr<ZLMModel> LoadAsset(const std::filesystem::path& configFile);
 
 } // namespace ZLMIM::Guide
-
-#endif

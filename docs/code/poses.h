@@ -1,5 +1,4 @@
-#ifndef ZLMIM_DOCS_CODE_POSES_H
-#define ZLMIM_DOCS_CODE_POSES_H
+#pragma once
 
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/bone.h"
@@ -17,5 +16,3 @@ namespace ZLMIM::Guide
 [[nodiscard]] Matrix ChunkMotion(const std::shared_ptr<const Bone>& bone, const Anim& anim, float slot);
 
 } // namespace ZLMIM::Guide
-
-#endif

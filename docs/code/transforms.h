@@ -1,5 +1,4 @@
-#ifndef ZLMIM_DOCS_CODE_TRANSFORMS_H
-#define ZLMIM_DOCS_CODE_TRANSFORMS_H
+#pragma once
 
 #include "zlmim/config/mesh_entry.h"
 #include "zlmim/model/records.h"
@@ -25,5 +24,3 @@ inline constexpr Matrix kIdentity = {1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0};
 [[nodiscard]] Matrix EntryTransform(std::shared_ptr<const MeshEntry> entry);
 
 } // namespace ZLMIM::Guide
-
-#endif

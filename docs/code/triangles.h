@@ -1,5 +1,4 @@
-#ifndef ZLMIM_DOCS_CODE_TRIANGLES_H
-#define ZLMIM_DOCS_CODE_TRIANGLES_H
+#pragma once
 
 #include "zlmim/mesh/geometry.h"
 
@@ -18,5 +17,3 @@ using Triangle = std::array<std::int32_t, 3>;
 [[nodiscard]] std::vector<Triangle> Triangles(const Geometry& geometry);
 
 } // namespace ZLMIM::Guide
-
-#endif

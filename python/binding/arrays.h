@@ -1,5 +1,4 @@
-#ifndef ZLMIM_PYTHON_ARRAYS_H
-#define ZLMIM_PYTHON_ARRAYS_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -59,5 +58,3 @@ py::array ArrayFrom(const py::object& given)
 }
 
 } // namespace ZLMIM::Python
-
-#endif

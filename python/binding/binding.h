@@ -1,5 +1,4 @@
-#ifndef ZLMIM_PYTHON_BINDING_H
-#define ZLMIM_PYTHON_BINDING_H
+#pragma once
 
 #include <pybind11/pybind11.h>
 
@@ -16,5 +15,3 @@ void BindAnim(pybind11::module_& module);
 void BindModel(pybind11::module_& module);
 
 } // namespace ZLMIM::Python
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_PYTHON_CASTERS_H
-#define ZLMIM_PYTHON_CASTERS_H
+#pragma once
 
 #include "zlmim/config/mesh_entry.h"
 #include "zlmim/model/enumerations.h"
@@ -249,5 +248,3 @@ public:
 };
 
 } // namespace pybind11::detail
-
-#endif

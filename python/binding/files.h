@@ -1,5 +1,4 @@
-#ifndef ZLMIM_PYTHON_FILES_H
-#define ZLMIM_PYTHON_FILES_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 
@@ -17,5 +16,3 @@ namespace ZLMIM::Python
 [[nodiscard]] std::shared_ptr<FileSystem> AssetFiles();
 
 } // namespace ZLMIM::Python
-
-#endif

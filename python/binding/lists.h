@@ -1,5 +1,4 @@
-#ifndef ZLMIM_PYTHON_LISTS_H
-#define ZLMIM_PYTHON_LISTS_H
+#pragma once
 
 #include "casters.h"
 
@@ -8,6 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <utility>
 
 namespace ZLMIM::Python
 {
@@ -53,6 +54,14 @@ void BindList(py::module_& module, const char* name, const char* documentation)
             py::arg("entry"), "Adds an entry at the end.");
 }
 
-} // namespace ZLMIM::Python
+/// Begins to bind a class, and binds the list of its objects.
+template <class T>
+py::class_<T, std::shared_ptr<T>> BindWithList(py::module_& module, const char* name, const char* list,
+                                               const char* documentation)
+{
+    py::class_<T, std::shared_ptr<T>> bound(module, name, documentation);
+    BindList<T>(module, list, ("A list of " + std::string(name) + " objects.").c_str());
+    return bound;
+}
 
-#endif
+} // namespace ZLMIM::Python

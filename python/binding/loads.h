@@ -1,5 +1,4 @@
-#ifndef ZLMIM_PYTHON_LOADS_H
-#define ZLMIM_PYTHON_LOADS_H
+#pragma once
 
 #include "casters.h"
 
@@ -102,5 +101,3 @@ void BindLoads(Binding& binding)
 }
 
 } // namespace ZLMIM::Python
-
-#endif

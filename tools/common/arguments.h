@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_ARGUMENTS_H
-#define ZLMIM_TOOLS_COMMON_ARGUMENTS_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -14,5 +13,3 @@ namespace ZLMIM::Tools
 [[nodiscard]] std::u16string FileName(const std::string& path);
 
 } // namespace ZLMIM::Tools
-
-#endif

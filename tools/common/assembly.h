@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_ASSEMBLY_H
-#define ZLMIM_TOOLS_COMMON_ASSEMBLY_H
+#pragma once
 
 #include "tools/common/asset_files.h"
 
@@ -55,5 +54,3 @@ constexpr std::size_t kMaxReferences = 64;
 [[nodiscard]] Assembly Assemble(const ZLMModel& model, References references = References::Follow);
 
 } // namespace ZLMIM::Tools
-
-#endif

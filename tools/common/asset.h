@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_ASSET_H
-#define ZLMIM_TOOLS_COMMON_ASSET_H
+#pragma once
 
 #include "tools/common/asset_files.h"
 
@@ -79,5 +78,3 @@ struct Asset
 [[nodiscard]] bool HasChunks(const Mesh& mesh);
 
 } // namespace ZLMIM::Tools
-
-#endif

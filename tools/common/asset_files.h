@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_ASSET_FILES_H
-#define ZLMIM_TOOLS_COMMON_ASSET_FILES_H
+#pragma once
 
 #include "zlmim/config/disk_file_system.h"
 #include "zlmim/config/file_system.h"
@@ -38,5 +37,3 @@ private:
 };
 
 } // namespace ZLMIM::Tools
-
-#endif

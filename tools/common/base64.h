@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_BASE64_H
-#define ZLMIM_TOOLS_COMMON_BASE64_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -10,5 +9,3 @@ namespace ZLMIM::Tools
 [[nodiscard]] std::string Base64(std::string_view bytes);
 
 } // namespace ZLMIM::Tools
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_CONFIG_KEYS_H
-#define ZLMIM_TOOLS_COMMON_CONFIG_KEYS_H
+#pragma once
 
 #include "zlmim/config/config_line.h"
 #include "zlmim/config/mesh_table_parser.h"
@@ -36,5 +35,3 @@ struct ConfigKeys
                                         const std::shared_ptr<PathResolver>& names);
 
 } // namespace ZLMIM::Tools
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_HELP_H
-#define ZLMIM_TOOLS_COMMON_HELP_H
+#pragma once
 
 #include "tools/common/verb.h"
 
@@ -16,5 +15,3 @@ namespace ZLMIM::Tools
 [[nodiscard]] std::string HelpText(const Verb& verb);
 
 } // namespace ZLMIM::Tools
-
-#endif

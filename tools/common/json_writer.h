@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_JSON_WRITER_H
-#define ZLMIM_TOOLS_COMMON_JSON_WRITER_H
+#pragma once
 
 #include <cstdint>
 #include <iosfwd>
@@ -47,5 +46,3 @@ private:
 };
 
 } // namespace ZLMIM::Tools
-
-#endif

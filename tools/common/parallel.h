@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_PARALLEL_H
-#define ZLMIM_TOOLS_COMMON_PARALLEL_H
+#pragma once
 
 #include <cstddef>
 #include <functional>
@@ -15,5 +14,3 @@ void ForEach(std::size_t count, unsigned threads,
              const std::function<void(std::size_t index, std::size_t worker)>& work);
 
 } // namespace ZLMIM::Tools
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_POSES_H
-#define ZLMIM_TOOLS_COMMON_POSES_H
+#pragma once
 
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
@@ -63,5 +62,3 @@ private:
 };
 
 } // namespace ZLMIM::Tools
-
-#endif

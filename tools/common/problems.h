@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_PROBLEMS_H
-#define ZLMIM_TOOLS_COMMON_PROBLEMS_H
+#pragma once
 
 #include "tools/common/asset.h"
 
@@ -48,5 +47,3 @@ struct Problem
                                                 References references = References::Follow);
 
 } // namespace ZLMIM::Tools
-
-#endif

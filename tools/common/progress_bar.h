@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_PROGRESS_BAR_H
-#define ZLMIM_TOOLS_COMMON_PROGRESS_BAR_H
+#pragma once
 
 #include <boost/timer/progress_display.hpp>
 
@@ -23,5 +22,3 @@ private:
 };
 
 } // namespace ZLMIM::Tools
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_TERMINAL_H
-#define ZLMIM_TOOLS_COMMON_TERMINAL_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -38,5 +37,3 @@ enum class Colour
 [[nodiscard]] bool IsOutputColoured();
 
 } // namespace ZLMIM::Tools
-
-#endif

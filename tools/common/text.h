@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_TEXT_H
-#define ZLMIM_TOOLS_TEXT_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -42,5 +41,3 @@ namespace ZLMIM::Tools
 [[nodiscard]] std::string Counted(std::int64_t count, std::string_view one, std::string_view many);
 
 } // namespace ZLMIM::Tools
-
-#endif

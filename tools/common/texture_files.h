@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_TEXTURE_FILES_H
-#define ZLMIM_TOOLS_COMMON_TEXTURE_FILES_H
+#pragma once
 
 #include "zlmim/reader/native_path.h"
 #include "zlmim/reader/path_resolver.h"
@@ -23,5 +22,3 @@ namespace ZLMIM::Tools
 [[nodiscard]] std::string PictureDamage(const NativePath& file);
 
 } // namespace ZLMIM::Tools
-
-#endif

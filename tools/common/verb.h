@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_COMMON_VERB_H
-#define ZLMIM_TOOLS_COMMON_VERB_H
+#pragma once
 
 #include <cstdint>
 #include <functional>
@@ -65,5 +64,3 @@ struct Verb
 [[nodiscard]] int RunProgram(const std::vector<Verb>& verbs, const std::vector<std::string>& arguments);
 
 } // namespace ZLMIM::Tools
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_EXPORT_EXPORTER_H
-#define ZLMIM_TOOLS_EXPORT_EXPORTER_H
+#pragma once
 
 #include "gltf.h"
 #include "repairs.h"
@@ -50,5 +49,3 @@ struct Options
                               Repairs& repairs);
 
 } // namespace ZLMIM::Export
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_EXPORT_GEOMETRY_EXPORT_H
-#define ZLMIM_TOOLS_EXPORT_GEOMETRY_EXPORT_H
+#pragma once
 
 #include "gltf.h"
 
@@ -44,5 +43,3 @@ inline Index AddAccessor(Document& document, Accessor accessor)
 void AddJoint(Primitive& primitive, std::size_t joint, Document& document);
 
 } // namespace ZLMIM::Export
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_EXPORT_GLTF_H
-#define ZLMIM_TOOLS_EXPORT_GLTF_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -171,5 +170,3 @@ struct Document
 };
 
 } // namespace ZLMIM::Export
-
-#endif

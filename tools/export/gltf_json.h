@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_EXPORT_GLTF_JSON_H
-#define ZLMIM_TOOLS_EXPORT_GLTF_JSON_H
+#pragma once
 
 #include "gltf.h"
 
@@ -24,5 +23,3 @@ struct Links
 [[nodiscard]] std::string JsonOf(const Document& document, const Links* links);
 
 } // namespace ZLMIM::Export
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_EXPORT_MATERIAL_EXPORT_H
-#define ZLMIM_TOOLS_EXPORT_MATERIAL_EXPORT_H
+#pragma once
 
 #include "geometry_export.h"
 #include "gltf.h"
@@ -35,5 +34,3 @@ private:
 };
 
 } // namespace ZLMIM::Export
-
-#endif

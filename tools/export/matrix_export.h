@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_EXPORT_MATRIX_EXPORT_H
-#define ZLMIM_TOOLS_EXPORT_MATRIX_EXPORT_H
+#pragma once
 
 #include "zlmim/model/records.h"
 
@@ -21,5 +20,3 @@ struct PlaceMatrix
 [[nodiscard]] PlaceMatrix ToPlace(const Matrix& matrix);
 
 } // namespace ZLMIM::Export
-
-#endif

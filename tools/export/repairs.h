@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_EXPORT_REPAIRS_H
-#define ZLMIM_TOOLS_EXPORT_REPAIRS_H
+#pragma once
 
 #include <cstddef>
 #include <map>
@@ -32,5 +31,3 @@ private:
 };
 
 } // namespace ZLMIM::Export
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_EXPORT_SKELETON_EXPORT_H
-#define ZLMIM_TOOLS_EXPORT_SKELETON_EXPORT_H
+#pragma once
 
 #include "geometry_export.h"
 #include "gltf.h"
@@ -77,5 +76,3 @@ private:
 };
 
 } // namespace ZLMIM::Export
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef INSPECT_JSON_H
-#define INSPECT_JSON_H
+#pragma once
 
 #include "tools/common/asset.h"
 
@@ -13,5 +12,3 @@ namespace ZLMIM::Inspect
 void WriteJson(const Tools::Asset& asset, std::ostream& out);
 
 } // namespace ZLMIM::Inspect
-
-#endif

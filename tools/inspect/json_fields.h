@@ -1,5 +1,4 @@
-#ifndef INSPECT_JSON_FIELDS_H
-#define INSPECT_JSON_FIELDS_H
+#pragma once
 
 #include "tools/common/json_writer.h"
 
@@ -67,5 +66,3 @@ void WriteList(JsonWriter& json, const std::shared_ptr<List>& list, Write write)
 }
 
 } // namespace ZLMIM::Inspect
-
-#endif

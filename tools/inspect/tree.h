@@ -1,5 +1,4 @@
-#ifndef INSPECT_TREE_H
-#define INSPECT_TREE_H
+#pragma once
 
 #include "tools/common/asset.h"
 #include "tools/common/problems.h"
@@ -62,5 +61,3 @@ struct TreeForm
                                    PathResolver& names);
 
 } // namespace ZLMIM::Inspect
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef INSPECT_TREE_MESH_H
-#define INSPECT_TREE_MESH_H
+#pragma once
 
 #include "tree.h"
 
@@ -10,5 +9,3 @@ namespace ZLMIM::Inspect
 void AddMaterials(Node& node, const Mesh& mesh);
 
 } // namespace ZLMIM::Inspect
-
-#endif

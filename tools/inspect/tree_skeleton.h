@@ -1,5 +1,4 @@
-#ifndef INSPECT_TREE_SKELETON_H
-#define INSPECT_TREE_SKELETON_H
+#pragma once
 
 #include "tree.h"
 #include "tree_text.h"
@@ -81,5 +80,3 @@ private:
 };
 
 } // namespace ZLMIM::Inspect
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef INSPECT_TREE_TEXT_H
-#define INSPECT_TREE_TEXT_H
+#pragma once
 
 #include "tree.h"
 
@@ -58,5 +57,3 @@ void AddList(Node& node, const List& list, ToNode toNode)
 }
 
 } // namespace ZLMIM::Inspect
-
-#endif

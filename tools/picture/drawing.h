@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_PICTURE_DRAWING_H
-#define ZLMIM_TOOLS_PICTURE_DRAWING_H
+#pragma once
 
 #include "image.h"
 #include "scene.h"
@@ -62,5 +61,3 @@ struct Drawing
 [[nodiscard]] Drawing Draw(const Scene& scene, const Frame& frame, int width, int height, double zoom = 1);
 
 } // namespace ZLMIM::Picture
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_PICTURE_IMAGE_H
-#define ZLMIM_TOOLS_PICTURE_IMAGE_H
+#pragma once
 
 #include "zlmim/reader/native_path.h"
 
@@ -55,5 +54,3 @@ void Paste(Image& image, const Image& part, int x, int y);
 void Write(Image& image, std::string_view text, int x, int y, int width);
 
 } // namespace ZLMIM::Picture
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_PICTURE_SCENE_H
-#define ZLMIM_TOOLS_PICTURE_SCENE_H
+#pragma once
 
 #include "image.h"
 
@@ -133,5 +132,3 @@ private:
 };
 
 } // namespace ZLMIM::Picture
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_PICTURE_SHEET_H
-#define ZLMIM_TOOLS_PICTURE_SHEET_H
+#pragma once
 
 #include "image.h"
 
@@ -33,5 +32,3 @@ private:
 [[nodiscard]] std::vector<std::string> AssetsBelow(const std::u16string& folder);
 
 } // namespace ZLMIM::Picture
-
-#endif

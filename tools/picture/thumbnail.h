@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_PICTURE_THUMBNAIL_H
-#define ZLMIM_TOOLS_PICTURE_THUMBNAIL_H
+#pragma once
 
 #include <string>
 
@@ -11,5 +10,3 @@ namespace ZLMIM::Picture
 [[nodiscard]] std::string Thumbnail(const std::u16string& config, int width, int height);
 
 } // namespace ZLMIM::Picture
-
-#endif

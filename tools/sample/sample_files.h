@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_SAMPLE_SAMPLE_FILES_H
-#define ZLMIM_TOOLS_SAMPLE_SAMPLE_FILES_H
+#pragma once
 
 #include "tests/block_writer.h"
 
@@ -40,5 +39,3 @@ using ZLMIM::Testing::Bytes;
 [[nodiscard]] Bytes WheelPicture();
 
 } // namespace Sample
-
-#endif

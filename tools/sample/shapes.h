@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_SAMPLE_SHAPES_H
-#define ZLMIM_TOOLS_SAMPLE_SHAPES_H
+#pragma once
 
 #include "tests/block_writer.h"
 #include "zlmim/model/enumerations.h"
@@ -32,5 +31,3 @@ void AppendGeometry(ZLMIM::Testing::Bytes& payload, const Shape& shape, const st
                     std::int32_t version);
 
 } // namespace Sample
-
-#endif

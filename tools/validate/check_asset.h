@@ -1,5 +1,4 @@
-#ifndef VALIDATE_CHECK_ASSET_H
-#define VALIDATE_CHECK_ASSET_H
+#pragma once
 
 #include "checked_files.h"
 #include "kuid_search.h"
@@ -22,5 +21,3 @@ namespace ZLMIM::Validate
                                                      CheckedFiles& checked, KuidSearch& search);
 
 } // namespace ZLMIM::Validate
-
-#endif

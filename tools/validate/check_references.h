@@ -1,5 +1,4 @@
-#ifndef VALIDATE_CHECK_REFERENCES_H
-#define VALIDATE_CHECK_REFERENCES_H
+#pragma once
 
 #include "checked_files.h"
 #include "config_keys.h"
@@ -37,5 +36,3 @@ struct FoundReference
                                                           KuidSearch& search, Report& report);
 
 } // namespace ZLMIM::Validate
-
-#endif

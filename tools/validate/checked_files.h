@@ -1,5 +1,4 @@
-#ifndef VALIDATE_CHECKED_FILES_H
-#define VALIDATE_CHECKED_FILES_H
+#pragma once
 
 #include "finding.h"
 #include "located_file.h"
@@ -67,5 +66,3 @@ private:
 };
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_CONFIG_BRACES_H
-#define VALIDATE_CONFIG_BRACES_H
+#pragma once
 
 #include "config_lines.h"
 #include "finding.h"
@@ -18,5 +17,3 @@ namespace ZLMIM::Validate
 [[nodiscard]] std::int64_t RepairBraces(std::vector<TextLine>& lines, Report& report);
 
 } // namespace ZLMIM::Validate
-
-#endif

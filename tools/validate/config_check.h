@@ -1,5 +1,4 @@
-#ifndef VALIDATE_CONFIG_CHECK_H
-#define VALIDATE_CONFIG_CHECK_H
+#pragma once
 
 #include "config_text.h"
 #include "finding.h"
@@ -17,5 +16,3 @@ namespace ZLMIM::Validate
 [[nodiscard]] std::int64_t CheckConfig(ConfigText& text, Report& report);
 
 } // namespace ZLMIM::Validate
-
-#endif

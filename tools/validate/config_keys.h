@@ -1,5 +1,4 @@
-#ifndef VALIDATE_CONFIG_KEYS_H
-#define VALIDATE_CONFIG_KEYS_H
+#pragma once
 
 #include "zlmim/config/mesh_table_parser.h"
 
@@ -30,5 +29,3 @@ struct ConfigKeys
 [[nodiscard]] ConfigKeys ReadConfigKeys(TextStream& stream);
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_CONFIG_LINES_H
-#define VALIDATE_CONFIG_LINES_H
+#pragma once
 
 #include "zlmim/config/config_line.h"
 
@@ -30,5 +29,3 @@ struct TextLine : ConfigLine
 [[nodiscard]] bool IsEntryKey(const std::u16string& key);
 
 } // namespace ZLMIM::Validate
-
-#endif

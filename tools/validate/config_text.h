@@ -1,5 +1,4 @@
-#ifndef VALIDATE_CONFIG_TEXT_H
-#define VALIDATE_CONFIG_TEXT_H
+#pragma once
 
 #include "finding.h"
 
@@ -47,5 +46,3 @@ private:
 [[nodiscard]] bool CheckEncoding(std::string_view bytes, Report& report);
 
 } // namespace ZLMIM::Validate
-
-#endif

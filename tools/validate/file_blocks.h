@@ -1,5 +1,4 @@
-#ifndef VALIDATE_FILE_BLOCKS_H
-#define VALIDATE_FILE_BLOCKS_H
+#pragma once
 
 #include "finding.h"
 
@@ -15,5 +14,3 @@ void CheckLength(const Mesh& mesh, const NativePath& file, Report& report);
 void CheckLength(const Anim& anim, const NativePath& file, Report& report);
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_FINDING_H
-#define VALIDATE_FINDING_H
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -150,5 +149,3 @@ private:
 };
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_FINITE_H
-#define VALIDATE_FINITE_H
+#pragma once
 
 #include "zlmim/model/records.h"
 
@@ -24,5 +23,3 @@ template <class... Floats>
 }
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_KUID_SEARCH_H
-#define VALIDATE_KUID_SEARCH_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/reader/load_budget.h"
@@ -72,5 +71,3 @@ private:
 };
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_LOCATED_FILE_H
-#define VALIDATE_LOCATED_FILE_H
+#pragma once
 
 #include "zlmim/reader/native_path.h"
 #include "zlmim/reader/path_resolver.h"
@@ -45,5 +44,3 @@ struct LocatedFile
 [[nodiscard]] std::string QuotedFile(std::u16string_view name);
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_MESH_GEOMETRY_H
-#define VALIDATE_MESH_GEOMETRY_H
+#pragma once
 
 #include "finding.h"
 
@@ -14,5 +13,3 @@ namespace ZLMIM::Validate
 void CheckGeometry(const Geometry& geometry, std::int32_t chunk, Report& report);
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_MESH_MATERIAL_H
-#define VALIDATE_MESH_MATERIAL_H
+#pragma once
 
 #include "finding.h"
 
@@ -21,5 +20,3 @@ void CheckMaterials(const Mesh& mesh, const NativePath& folder, PathResolver& na
 [[nodiscard]] Place ChunkPlace(std::int32_t number, std::string detail = {});
 
 } // namespace ZLMIM::Validate
-
-#endif

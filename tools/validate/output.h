@@ -1,5 +1,4 @@
-#ifndef VALIDATE_OUTPUT_H
-#define VALIDATE_OUTPUT_H
+#pragma once
 
 #include "validate.h"
 
@@ -44,5 +43,3 @@ void WriteLines(const Result& result, std::ostream& out);
 void WriteJson(const Result& result, std::ostream& out);
 
 } // namespace ZLMIM::Validate
-
-#endif

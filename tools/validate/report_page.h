@@ -1,5 +1,4 @@
-#ifndef VALIDATE_REPORT_PAGE_H
-#define VALIDATE_REPORT_PAGE_H
+#pragma once
 
 #include "validate.h"
 
@@ -15,5 +14,3 @@ namespace ZLMIM::Validate
 void WritePage(const Result& result, const std::vector<std::string>& pictures, std::ostream& out);
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_SKELETON_H
-#define VALIDATE_SKELETON_H
+#pragma once
 
 #include "finding.h"
 #include "tally.h"
@@ -27,5 +26,3 @@ void CheckFrames(const Anim& anim, Report& report);
 [[nodiscard]] std::string TreeDifference(const Bone& skeleton, const BoneAnim& animation);
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_SPELLING_H
-#define VALIDATE_SPELLING_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -20,5 +19,3 @@ namespace ZLMIM::Validate
 [[nodiscard]] std::string DidYouMean(std::u16string_view name, const std::vector<std::u16string>& candidates);
 
 } // namespace ZLMIM::Validate
-
-#endif

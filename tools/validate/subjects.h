@@ -1,5 +1,4 @@
-#ifndef VALIDATE_SUBJECTS_H
-#define VALIDATE_SUBJECTS_H
+#pragma once
 
 #include "finding.h"
 
@@ -26,5 +25,3 @@ struct Subjects
                                     PathResolver& names);
 
 } // namespace ZLMIM::Validate
-
-#endif

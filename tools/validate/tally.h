@@ -1,5 +1,4 @@
-#ifndef VALIDATE_TALLY_H
-#define VALIDATE_TALLY_H
+#pragma once
 
 #include "tools/common/text.h"
 
@@ -34,5 +33,3 @@ private:
 };
 
 } // namespace ZLMIM::Validate
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef VALIDATE_VALIDATE_H
-#define VALIDATE_VALIDATE_H
+#pragma once
 
 #include "finding.h"
 
@@ -44,5 +43,3 @@ struct Result
 [[nodiscard]] Result Validate(const Request& request);
 
 } // namespace ZLMIM::Validate
-
-#endif

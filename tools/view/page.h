@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_VIEW_PAGE_H
-#define ZLMIM_TOOLS_VIEW_PAGE_H
+#pragma once
 
 #include <ostream>
 #include <string_view>
@@ -12,5 +11,3 @@ namespace ZLMIM::View
 void WritePage(std::string_view data, std::string_view model, std::ostream& out);
 
 } // namespace ZLMIM::View
-
-#endif

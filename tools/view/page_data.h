@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_VIEW_PAGE_DATA_H
-#define ZLMIM_TOOLS_VIEW_PAGE_DATA_H
+#pragma once
 
 #include "gltf.h"
 #include "validate.h"
@@ -32,5 +31,3 @@ struct Subject
 void NumberNodes(Export::Document& document);
 
 } // namespace ZLMIM::View
-
-#endif

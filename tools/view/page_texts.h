@@ -1,5 +1,4 @@
-#ifndef ZLMIM_TOOLS_VIEW_PAGE_TEXTS_H
-#define ZLMIM_TOOLS_VIEW_PAGE_TEXTS_H
+#pragma once
 
 #include <string_view>
 
@@ -23,5 +22,3 @@ extern const Text kLibraries;
 extern const Text kScripts;
 
 } // namespace ZLMIM::View
-
-#endif

@@ -1,8 +1,6 @@
 #include "zlmim/anim/anim.h"
 
-#include "zlmim/reader/block.h"
 #include "zlmim/reader/container.h"
-#include "zlmim/reader/load_budget.h"
 
 namespace ZLMIM
 {
@@ -18,8 +16,7 @@ bool Anim::Load(std::u16string_view name, PathResolver& paths, LoadBudget& budge
 {
     FileName = std::u16string(name); // `name` may refer to this property
     return Container::Load(
-        FileName, mCursor,
-        [&] { return mCursor.LoadFile(FileName, paths, budget, FileSize, EmptyFile::Accepted); },
+        FileName, mCursor, [&] { return mCursor.LoadFile(FileName, paths, budget, FileSize); },
         [this] { return Parse(); });
 }
 
@@ -28,7 +25,7 @@ bool Anim::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
     FileName = std::u16string(name);
     LoadBudget budget;
     return Container::Load(
-        FileName, mCursor, [&] { return mCursor.LoadBytes(bytes, budget, FileSize, EmptyFile::Accepted); },
+        FileName, mCursor, [&] { return mCursor.LoadBytes(bytes, budget, FileSize); },
         [this] { return Parse(); });
 }
 
@@ -42,29 +39,19 @@ bool Anim::Parse()
 
 bool Anim::ReadHeader()
 {
-    if (!Container::MatchSignature(mCursor))
-    {
-        ErrorMessage = u"Not a ZL file - no JIRF";
+    const auto info = Container::EnterInfo(mCursor, "ANIM", ErrorMessage, u"Not a ZL file - no JIRF",
+                                           u"Not a ZLM ANIM file - no ANIM");
+    if (!info)
         return false;
-    }
-    if (!Container::MatchKind(mCursor, "ANIM"))
-    {
-        ErrorMessage = u"Not a ZLM ANIM file - no ANIM";
-        return false;
-    }
-    ReadInfo();
-    return true;
-}
 
-void Anim::ReadInfo()
-{
-    const auto info = Container::EnterInfo(mCursor);
     Version = mCursor.GetLong();
     Name = mCursor.GetString();
     FrameCount = mCursor.GetLong();
     FPS = mCursor.GetLong();
     mCursor.GetSingle(MetScale);
-    info.Leave(mCursor);
+
+    info->Leave(mCursor);
+    return true;
 }
 
 bool Anim::ReadEvents()

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_ANIM_ANIM_H
-#define ZLMIM_ANIM_ANIM_H
+#pragma once
 
 #include "zlmim/anim/bone_anim.h"
 #include "zlmim/model/com_header.h"
@@ -18,7 +17,6 @@ namespace ZLMIM
 {
 
 class BoneLimits;
-class LoadBudget;
 
 /// The object representing one animation file (`.kin`): a tree of bones with one key frame per bone and
 /// frame. The library computes nothing from it: no interpolation, no matrix, no link to the bones of a
@@ -30,7 +28,6 @@ public:
     Anim() = default;
     Anim(const Anim&) = delete;
     Anim& operator=(const Anim&) = delete;
-    ~Anim() = default;
 
     /// Error text, set by a `Load` that fails for one of these reasons:
     ///
@@ -89,7 +86,6 @@ public:
 private:
     bool Parse();
     bool ReadHeader();
-    void ReadInfo();
     bool ReadEvents();
     void ReadSkeleton();
     std::shared_ptr<BoneAnim> MakeBone(BoneLimits& limits, std::int32_t level);
@@ -107,5 +103,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

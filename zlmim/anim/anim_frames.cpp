@@ -2,7 +2,6 @@
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/block.h"
 #include "zlmim/reader/bone_limits.h"
-#include "zlmim/reader/load_budget.h"
 
 #include <algorithm>
 #include <array>
@@ -10,29 +9,24 @@
 
 namespace ZLMIM
 {
-namespace
-{
 
-/// Creates the frame tables of a tree, each bone's before its children's, and lists the bones in that order.
-class FrameTableMaker
+/// Creates the frame tables of all bones, each bone's before its children's, and lists the bones in that
+/// order.
+Anim::BoneOrder Anim::InitBoneFrames()
 {
-public:
-    FrameTableMaker(std::int32_t highestSlot, std::int64_t fileSize, LoadBudget& budget)
-        : mHighestSlot(highestSlot), mAllowance(FrameTableAllowance(fileSize)), mBudget(budget)
+    const auto size = (std::int64_t{FrameCount} + 1) * static_cast<std::int64_t>(sizeof(Keyframe));
+    std::int64_t allowance = FrameTableAllowance(mCursor.FileSize());
+    BoneLimits limits;
+    BoneOrder bones;
+    const auto initBones = [&](const auto& self, BoneAnim& bone, std::int32_t level) -> void
     {
-    }
-
-    void Make(BoneAnim& bone, std::int32_t level)
-    {
-        mLimits.Count(level);
-        const std::int64_t size =
-            (std::int64_t{mHighestSlot} + 1) * static_cast<std::int64_t>(sizeof(Keyframe));
-        if (size > mAllowance)
+        limits.Count(level);
+        if (size > allowance)
             throw BoundsError("the frame tables are too large for the file (FrameTableAllowance)",
-                              mHighestSlot);
-        mBudget.ChargeMemory(std::max<std::int64_t>(size, 0));
-        bone.InitFrames(mHighestSlot);
-        mAllowance -= size;
+                              FrameCount);
+        mCursor.Budget().ChargeMemory(std::max<std::int64_t>(size, 0));
+        bone.InitFrames(FrameCount);
+        allowance -= size;
         bones.push_back(&bone);
         const auto children = bone.Children();
         if (!children)
@@ -40,26 +34,11 @@ public:
         for (const auto& child : *children)
         {
             if (child)
-                Make(*child, level + 1);
+                self(self, *child, level + 1);
         }
-    }
-
-    std::vector<BoneAnim*> bones;
-
-private:
-    std::int32_t mHighestSlot;
-    std::int64_t mAllowance;
-    LoadBudget& mBudget;
-    BoneLimits mLimits;
-};
-
-} // namespace
-
-Anim::BoneOrder Anim::InitBoneFrames()
-{
-    FrameTableMaker maker(FrameCount, mCursor.FileSize(), mCursor.Budget());
-    maker.Make(*RootBone, 1);
-    return std::move(maker.bones);
+    };
+    initBones(initBones, *RootBone, 1);
+    return bones;
 }
 
 /// Buffers some frames and stores them bone by bone, which is cache-friendly. The destructor flushes, also on
@@ -69,7 +48,6 @@ class Anim::WaitingFrames
 public:
     explicit WaitingFrames(const BoneOrder& bones) : mBones(bones) {}
     WaitingFrames(const WaitingFrames&) = delete;
-    WaitingFrames& operator=(const WaitingFrames&) = delete;
     ~WaitingFrames() { Store(); }
 
     /// Takes the frame of that number from the cursor. Throws the same errors as reading it record by record.
@@ -80,7 +58,14 @@ public:
         if (!isWhole)
         {
             Store();
-            TakeByRecords(frame, cursor);
+            // Stores the records before the failure, even for a frame that fails.
+            for (BoneAnim* const bone : mBones)
+            {
+                Keyframe keyframe;
+                keyframe.p = cursor.GetVector();
+                keyframe.q = cursor.GetQuaternion();
+                bone->SetFrame(frame, keyframe);
+            }
             return;
         }
         if (mCount == mFrames.size())
@@ -107,18 +92,6 @@ private:
             offset += sizeof(Keyframe);
         }
         mCount = 0;
-    }
-
-    /// Stores the records before the failure, even for a frame that fails.
-    void TakeByRecords(std::int32_t frame, FileCursor& cursor)
-    {
-        for (BoneAnim* const bone : mBones)
-        {
-            Keyframe keyframe;
-            keyframe.p = cursor.GetVector();
-            keyframe.q = cursor.GetQuaternion();
-            bone->SetFrame(frame, keyframe);
-        }
     }
 
     const BoneOrder& mBones;

@@ -1,7 +1,6 @@
 #include "zlmim/anim/anim.h"
 #include "zlmim/reader/block.h"
 #include "zlmim/reader/bone_limits.h"
-#include "zlmim/reader/load_budget.h"
 
 namespace ZLMIM
 {

@@ -2,9 +2,6 @@
 
 #include "zlmim/model/errors.h"
 
-#include <string>
-#include <utility>
-
 namespace ZLMIM
 {
 

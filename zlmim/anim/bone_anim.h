@@ -1,5 +1,4 @@
-#ifndef ZLMIM_ANIM_BONE_ANIM_H
-#define ZLMIM_ANIM_BONE_ANIM_H
+#pragma once
 
 #include "zlmim/model/collection.h"
 #include "zlmim/model/com_header.h"
@@ -82,5 +81,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

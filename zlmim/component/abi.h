@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_ABI_H
-#define ZLMIM_COMPONENT_ABI_H
+#pragma once
 
 /// \file
 /// The types and functions of the component interface: on Windows the system's, elsewhere the same names and
@@ -19,7 +18,5 @@
 #else
 
 #include "zlmim/component/abi_posix.h"
-
-#endif
 
 #endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_ABI_POSIX_H
-#define ZLMIM_COMPONENT_ABI_POSIX_H
+#pragma once
 
 // Unnamed structs in unnamed unions are an extension of C++, which the usual names of these fields need.
 #pragma GCC system_header
@@ -335,5 +334,3 @@ inline HRESULT VariantCopy(VARIANT* to, const VARIANT* from) noexcept
 }
 
 /// \endcond
-
-#endif

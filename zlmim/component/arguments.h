@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_ARGUMENTS_H
-#define ZLMIM_COMPONENT_ARGUMENTS_H
+#pragma once
 
 #include "zlmim/component/class_info.h"
 #include "zlmim/component/platform.h"
@@ -151,5 +150,3 @@ template <class T>
 }
 
 } // namespace ZLMIM::Component
-
-#endif

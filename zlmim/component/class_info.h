@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_CLASS_INFO_H
-#define ZLMIM_COMPONENT_CLASS_INFO_H
+#pragma once
 
 #include "zlmim/component/guid.h"
 
@@ -97,5 +96,3 @@ struct ClassInfo
 inline constexpr int kFirstSlot = 7;
 
 } // namespace ZLMIM::Component
-
-#endif

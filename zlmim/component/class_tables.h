@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_CLASS_TABLES_H
-#define ZLMIM_COMPONENT_CLASS_TABLES_H
+#pragma once
 
 #include "zlmim/anim/anim.h"
 #include "zlmim/anim/bone_anim.h"
@@ -231,5 +230,3 @@ template <> struct Interface<Bone>
 // clang-format on
 
 } // namespace ZLMIM::Component
-
-#endif

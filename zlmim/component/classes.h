@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_CLASSES_H
-#define ZLMIM_COMPONENT_CLASSES_H
+#pragma once
 
 #include "zlmim/component/class_info.h"
 
@@ -28,5 +27,3 @@ inline constexpr LibraryInfo kLibrary{};
 [[nodiscard]] const ClassInfo& CollectionInfo() noexcept;
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_COLLECTION_INTERFACE_H
-#define ZLMIM_COMPONENT_COLLECTION_INTERFACE_H
+#pragma once
 
 #include "zlmim/component/interface_table.h"
 #include "zlmim/component/list_enumerator.h"
@@ -94,5 +93,3 @@ struct Interface<Collection<T>>
 };
 
 } // namespace ZLMIM::Component
-
-#endif

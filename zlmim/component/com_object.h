@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_COM_OBJECT_H
-#define ZLMIM_COMPONENT_COM_OBJECT_H
+#pragma once
 
 #include "zlmim/component/abi.h"
 
@@ -53,5 +52,3 @@ private:
 };
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_DISPATCH_H
-#define ZLMIM_COMPONENT_DISPATCH_H
+#pragma once
 
 #include "zlmim/component/class_info.h"
 
@@ -32,5 +31,3 @@ HRESULT STDMETHODCALLTYPE GetTypeInfoCount(ComHeader* object, UINT* count) noexc
 [[nodiscard]] HRESULT Dispatch(const ClassInfo& info, ComHeader& object, const NamedCall& call) noexcept;
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_GUID_H
-#define ZLMIM_COMPONENT_GUID_H
+#pragma once
 
 #include "zlmim/component/abi.h"
 
@@ -92,5 +91,3 @@ inline constexpr GUID kCollection = ParseGuid("A4C46780-499F-101B-BB78-00AA00383
 /// @}
 
 } // namespace ZLMIM::Component
-
-#endif

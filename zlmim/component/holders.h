@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_HOLDERS_H
-#define ZLMIM_COMPONENT_HOLDERS_H
+#pragma once
 
 #include "zlmim/component/abi.h"
 
@@ -181,5 +180,3 @@ public:
 /// @}
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_INTERFACE_TABLE_H
-#define ZLMIM_COMPONENT_INTERFACE_TABLE_H
+#pragma once
 
 #include "zlmim/component/dispatch.h"
 #include "zlmim/component/slots.h"
@@ -175,5 +174,3 @@ template <class T>
 }
 
 } // namespace ZLMIM::Component
-
-#endif

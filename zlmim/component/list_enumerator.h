@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_LIST_ENUMERATOR_H
-#define ZLMIM_COMPONENT_LIST_ENUMERATOR_H
+#pragma once
 
 #include "zlmim/component/com_object.h"
 
@@ -45,5 +44,3 @@ private:
 };
 
 } // namespace ZLMIM::Component
-
-#endif

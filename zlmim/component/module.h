@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_MODULE_H
-#define ZLMIM_COMPONENT_MODULE_H
+#pragma once
 
 #include "zlmim/component/abi.h"
 
@@ -17,5 +16,3 @@ extern "C" ZLMIM_EXPORTED HRESULT DllGetClassObject(REFCLSID classId, REFIID iid
 
 extern "C" ZLMIM_EXPORTED HRESULT STDAPICALLTYPE DllRegisterServer();
 extern "C" ZLMIM_EXPORTED HRESULT STDAPICALLTYPE DllUnregisterServer();
-
-#endif

@@ -2,6 +2,7 @@
 
 #include "zlmim/component/com_object.h"
 
+#include <atomic>
 #include <cstdint>
 #include <limits>
 #include <thread>
@@ -18,7 +19,7 @@ constexpr auto kBusy = std::numeric_limits<std::uint32_t>::max();
 
 void AddReference(ComHeader& header, const void* functions, std::shared_ptr<void> object) noexcept
 {
-    std::uint32_t count = header.References;
+    std::uint32_t count = header.References.load(std::memory_order_relaxed);
     while (count == kBusy || !header.References.compare_exchange_weak(count, count == 0 ? kBusy : count + 1))
     {
         if (count == kBusy)
@@ -32,14 +33,14 @@ void AddReference(ComHeader& header, const void* functions, std::shared_ptr<void
     header.Functions = functions;
     header.Self = std::move(object);
     ++LiveCount;
-    header.References = 1;
+    header.References.store(1, std::memory_order_release);
 }
 
 ULONG STDMETHODCALLTYPE AddRef(ComHeader* object) noexcept { return object->References.fetch_add(1) + 1; }
 
 ULONG STDMETHODCALLTYPE Release(ComHeader* object) noexcept
 {
-    std::uint32_t count = object->References;
+    std::uint32_t count = object->References.load(std::memory_order_relaxed);
     while (!object->References.compare_exchange_weak(count, count == 1 ? kBusy : count - 1))
     {
     }
@@ -47,7 +48,7 @@ ULONG STDMETHODCALLTYPE Release(ComHeader* object) noexcept
         return count - 1;
     std::shared_ptr<void> self = std::move(object->Self);
     object->Functions = nullptr;
-    object->References = 0;
+    object->References.store(0, std::memory_order_release);
     self.reset(); // may delete the object, and the header with it
     --LiveCount;
     return 0;

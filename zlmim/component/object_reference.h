@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_OBJECT_REFERENCE_H
-#define ZLMIM_COMPONENT_OBJECT_REFERENCE_H
+#pragma once
 
 #include "zlmim/component/status.h"
 #include "zlmim/model/com_header.h"
@@ -55,5 +54,3 @@ template <class T>
 }
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_PLATFORM_H
-#define ZLMIM_COMPONENT_PLATFORM_H
+#pragma once
 
 #include "zlmim/component/class_info.h"
 #include "zlmim/component/types.h"
@@ -42,5 +41,3 @@ void TakeError(EXCEPINFO& exception) noexcept;
 [[nodiscard]] HRESULT Unregister() noexcept;
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_REGISTRATION_H
-#define ZLMIM_COMPONENT_REGISTRATION_H
+#pragma once
 
 #include "zlmim/component/class_info.h"
 
@@ -42,5 +41,3 @@ using ReadKey = std::optional<std::u16string> (*)(const std::u16string& key);
 }
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_SLOTS_H
-#define ZLMIM_COMPONENT_SLOTS_H
+#pragma once
 
 #include "zlmim/component/arguments.h"
 #include "zlmim/component/class_info.h"
@@ -283,5 +282,3 @@ using MethodSlot =
     DescribedMethodSlot<kFunction, typename Signature<decltype(kFunction)>::Arguments, kPassing...>;
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_STATUS_H
-#define ZLMIM_COMPONENT_STATUS_H
+#pragma once
 
 #include "zlmim/component/class_info.h"
 
@@ -51,5 +50,3 @@ template <class Action>
 }
 
 } // namespace ZLMIM::Component
-
-#endif

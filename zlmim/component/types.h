@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_TYPES_H
-#define ZLMIM_COMPONENT_TYPES_H
+#pragma once
 
 #include "zlmim/component/guid.h"
 #include "zlmim/model/enumerations.h"
@@ -99,5 +98,3 @@ inline constexpr const RecordType* kRecordTypes[] = {
 // clang-format on
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_VARIANTS_H
-#define ZLMIM_COMPONENT_VARIANTS_H
+#pragma once
 
 #include "zlmim/component/abi.h"
 #include "zlmim/component/types.h"
@@ -36,5 +35,3 @@ namespace ZLMIM::Component
 void RefuseKey(const VARIANT& argument);
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_WIRE_H
-#define ZLMIM_COMPONENT_WIRE_H
+#pragma once
 
 #include "zlmim/component/holders.h"
 #include "zlmim/component/object_reference.h"
@@ -140,5 +139,3 @@ struct Wire<IUnknown*>
 };
 
 } // namespace ZLMIM::Component
-
-#endif

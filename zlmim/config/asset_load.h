@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_ASSET_LOAD_H
-#define ZLMIM_CONFIG_ASSET_LOAD_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/reference_search.h"
@@ -87,5 +86,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -17,62 +17,35 @@ namespace
 constexpr std::u16string_view kSignature = u"\u00EF\u00BB\u00BF";
 constexpr char16_t kQuote = u'"';
 
-/// Joins texts in only as much memory as the result needs, whatever its length.
-class TextJoiner
-{
-public:
-    explicit TextJoiner(std::u16string text) { mParts.push_back(std::move(text)); }
-
-    [[nodiscard]] std::size_t Size() const noexcept { return mSize + mParts.back().size(); }
-    [[nodiscard]] std::u16string& LastPart() noexcept { return mParts.back(); }
-
-    void Add(std::u16string_view text)
-    {
-        if (text.empty())
-            return;
-        if (mParts.back().size() >= kPartSize)
-        {
-            mSize += mParts.back().size();
-            mParts.emplace_back().reserve(kPartSize + text.size());
-        }
-        mParts.back() += text;
-    }
-
-    [[nodiscard]] std::u16string Take()
-    {
-        if (mParts.size() == 1)
-            return std::move(mParts.front());
-        std::u16string text;
-        text.reserve(Size());
-        for (; !mParts.empty(); mParts.pop_front())
-            text += mParts.front();
-        return text;
-    }
-
-private:
-    static constexpr std::size_t kPartSize = 524'288;
-
-    std::deque<std::u16string> mParts;
-    /// Characters of all parts but the last.
-    std::size_t mSize = 0;
-};
+/// A quoted value is collected in parts of this many characters: one growing text would need up to three
+/// times the memory.
+constexpr std::size_t kPartSize = 524'288;
 
 /// Reads the further lines of a quoted value. Returns false if the stream ended with them.
 bool ReadQuoted(LineReader& lines, std::u16string& value)
 {
-    const auto isClosed = [](const TextJoiner& text, char16_t last)
-    { return text.Size() >= 2 && last == kQuote; };
-    TextJoiner text(std::move(value));
+    std::deque<std::u16string> parts;
+    parts.push_back(std::move(value));
+    std::size_t sizeBefore = 0; // characters of all parts but the last
+    const auto size = [&] { return sizeBefore + parts.back().size(); };
     bool isAtEnd = false;
-    while (!isAtEnd && !isClosed(text, text.LastPart().back()))
+    while (!isAtEnd && (size() < 2 || !parts.back().ends_with(kQuote)))
     {
-        text.Add(u"\r\n");
-        text.Add(lines.ReadLine());
-        lines.Shorten(text.LastPart());
-        lines.Budget().RequireMemory(static_cast<std::int64_t>(text.Size() * sizeof(char16_t)));
+        const std::u16string line = lines.ReadLine();
+        if (parts.back().size() >= kPartSize)
+        {
+            sizeBefore = size();
+            parts.emplace_back().reserve(kPartSize + line.size());
+        }
+        (parts.back() += u"\r\n") += line;
+        lines.Shorten(parts.back());
+        lines.Budget().RequireMemory(static_cast<std::int64_t>(size() * sizeof(char16_t)));
         isAtEnd = lines.AtEndOfStream();
     }
-    value = text.Take();
+    value = std::move(parts.front());
+    value.reserve(size());
+    for (parts.pop_front(); !parts.empty(); parts.pop_front())
+        value += parts.front();
     return !isAtEnd;
 }
 
@@ -94,11 +67,6 @@ void ReadConfigLine(LineReader& lines, ConfigLine& line)
     line.Key = working.substr(0, blank);
     MakeLowerCase(line.Key);
     working = Trim(working.substr(blank));
-    if (working.empty())
-    {
-        line.Value.clear();
-        return;
-    }
     // Moves the line into the value: a copy of a very long line would need twice the memory.
     const auto start = static_cast<std::size_t>(working.data() - text.data());
     text.resize(start + working.size());
@@ -128,9 +96,8 @@ std::optional<std::u16string> FirstConfigValue(std::u16string_view key, TextStre
         if (line.Key != key)
             continue;
         if (isShortened)
-            throw BoundsError("line " + std::to_string(line.FirstLine) + " has more than " +
-                                  std::to_string(kMaxSearchedLine) + " characters (kMaxSearchedLine)",
-                              static_cast<std::int64_t>(kMaxSearchedLine));
+            ThrowLimit("line " + std::to_string(line.FirstLine) + " has more than ",
+                       static_cast<std::int64_t>(kMaxSearchedLine), " characters (kMaxSearchedLine)");
         return std::move(line.Value);
     }
     return std::nullopt;

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_CONFIG_LINE_H
-#define ZLMIM_CONFIG_CONFIG_LINE_H
+#pragma once
 
 #include "zlmim/config/line_reader.h"
 
@@ -49,5 +48,3 @@ void ReadConfigLine(LineReader& lines, ConfigLine& line);
                                                              LoadBudget& budget);
 
 } // namespace ZLMIM
-
-#endif

@@ -4,7 +4,6 @@
 #include "zlmim/model/text.h"
 
 #include <algorithm>
-#include <span>
 #include <string_view>
 #include <utility>
 
@@ -56,10 +55,14 @@ bool DiskTextStream::Fill()
         return true;
     if (!mFile.IsOpen())
         return false;
-    const auto bytes = std::as_writable_bytes(std::span(mBuffer));
+    // Reads up to the size, so no call is needed to find the end. Files of the system's own may have size 0.
+    auto wanted = static_cast<std::int64_t>(mBuffer.size());
+    if (mFile.Size() > 0)
+        wanted = std::min(wanted, mFile.Size() - mRead);
     mNext = 0;
     mEnd = 0;
-    mEnd = mFile.Read({reinterpret_cast<unsigned char*>(bytes.data()), bytes.size()});
+    mEnd = mFile.Read({reinterpret_cast<unsigned char*>(mBuffer.data()), static_cast<std::size_t>(wanted)});
+    mRead += static_cast<std::int64_t>(mEnd);
     return mEnd > 0;
 }
 

@@ -1,11 +1,11 @@
-#ifndef ZLMIM_CONFIG_DISK_TEXT_STREAM_H
-#define ZLMIM_CONFIG_DISK_TEXT_STREAM_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/reader/file.h"
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -29,11 +29,11 @@ private:
     bool Fill();
 
     File mFile;
+    /// Bytes read so far.
+    std::int64_t mRead = 0;
     std::array<char, 4096> mBuffer;
     std::size_t mNext = 0;
     std::size_t mEnd = 0;
 };
 
 } // namespace ZLMIM
-
-#endif

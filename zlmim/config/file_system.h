@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_FILE_SYSTEM_H
-#define ZLMIM_CONFIG_FILE_SYSTEM_H
+#pragma once
 
 #include <memory>
 #include <string>
@@ -87,5 +86,3 @@ public:
 };
 
 } // namespace ZLMIM
-
-#endif

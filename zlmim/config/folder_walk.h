@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_FOLDER_WALK_H
-#define ZLMIM_CONFIG_FOLDER_WALK_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/reader/load_budget.h"
@@ -50,5 +49,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_LINE_READER_H
-#define ZLMIM_CONFIG_LINE_READER_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/reader/load_budget.h"
@@ -63,5 +62,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_LOD_LIST_H
-#define ZLMIM_CONFIG_LOD_LIST_H
+#pragma once
 
 #include "zlmim/config/line_reader.h"
 
@@ -21,5 +20,3 @@ namespace ZLMIM
 [[nodiscard]] double LodNumber(std::u16string_view text);
 
 } // namespace ZLMIM
-
-#endif

@@ -5,14 +5,28 @@
 #include "zlmim/model/text.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <stdexcept>
 #include <utility>
 
 namespace ZLMIM
 {
+namespace
+{
 
-MeshEntry::MeshEntry(Membership membership) : mMembership(std::move(membership)) {}
+/// The first object of that name in `list`; null if there is no such object.
+template <class T>
+std::shared_ptr<T> FirstNamed(const Collection<T>& list, const std::u16string& name, LoadBudget& budget)
+{
+    budget.ChargeWork(LoadCost::NameComparison * list.Count());
+    const auto entries = list.Entries();
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const auto& entry) { return entry && entry->Name == name; });
+    if (found == entries.end())
+        return nullptr;
+    return list.Item(static_cast<std::int32_t>(found - entries.begin()) + 1);
+}
+
+} // namespace
 
 MeshEntry::~MeshEntry()
 {
@@ -22,13 +36,6 @@ MeshEntry::~MeshEntry()
     mAttParent.reset();
     Att.reset();
     mParent.reset();
-}
-
-std::shared_ptr<MeshEntry> MeshEntry::AttParent() const { return mMembership.Share(mAttParent); }
-
-void MeshEntry::SetAttParent(std::shared_ptr<MeshEntry> attParent)
-{
-    mAttParent = mMembership.Store(std::move(attParent));
 }
 
 std::shared_ptr<ZLMModel> MeshEntry::Parent() const { return mMembership.Share(mParent); }
@@ -68,31 +75,17 @@ void MeshEntry::Load(const std::shared_ptr<ZLMModel>& Model, const std::u16strin
         Mesh->Load(MeshFile, *load.Paths(), load.Budget())); // continues if the mesh doesn't load
     if (!AnimFile.empty())
         static_cast<void>(anim->Load(AnimFile, *load.Paths(), load.Budget())); // or the animation
-    if (!AttPar.empty())
-        Attach(*table, AttPar, AttName, load);
-}
-
-void MeshEntry::Attach(const Collection<MeshEntry>& table, const std::u16string& attPar,
-                       const std::u16string& attName, AssetLoad& load)
-{
-    const auto entries = table.Entries();
-    load.Budget().ChargeWork(LoadCost::NameComparison * table.Count());
-    const auto entry =
-        std::find_if(entries.begin(), entries.end(),
-                     [&](const auto& candidate) { return candidate && candidate->Name == attPar; });
-    if (entry == entries.end())
+    if (AttPar.empty())
         return;
-    SetAttParent(table.Group().Share(*entry));
+    const auto entry = FirstNamed(*table, AttPar, load.Budget());
+    if (!entry)
+        return;
+    SetAttParent(entry);
     // A mesh that failed early has no list of attachments.
-    if (!(*entry)->Mesh || !(*entry)->Mesh->Attachments)
+    if (!entry->Mesh || !entry->Mesh->Attachments)
         return;
-    const auto attachments = (*entry)->Mesh->Attachments->Entries();
-    load.Budget().ChargeWork(LoadCost::NameComparison * (*entry)->Mesh->Attachments->Count());
-    const auto attachment =
-        std::find_if(attachments.begin(), attachments.end(),
-                     [&](const auto& candidate) { return candidate && candidate->Name == attName; });
-    if (attachment != attachments.end())
-        Att = *attachment;
+    if (const auto attachment = FirstNamed(*entry->Mesh->Attachments, AttName, load.Budget()))
+        Att = attachment;
 }
 
 } // namespace ZLMIM

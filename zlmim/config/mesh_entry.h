@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_MESH_ENTRY_H
-#define ZLMIM_CONFIG_MESH_ENTRY_H
+#pragma once
 
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
@@ -9,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -32,7 +32,7 @@ class MeshEntry : public std::enable_shared_from_this<MeshEntry>
 public:
     MeshEntry() = default;
     /// An entry of a group, as the load of a model creates it.
-    explicit MeshEntry(Membership membership);
+    explicit MeshEntry(Membership membership) : mMembership(std::move(membership)) {}
     MeshEntry(const MeshEntry&) = delete;
     MeshEntry& operator=(const MeshEntry&) = delete;
     ~MeshEntry();
@@ -51,9 +51,12 @@ public:
 
     /// The entry of the same table that this entry hangs on, perhaps this entry itself. Null if the table
     /// names no entry, or no entry of that name was in the table so far. A further load doesn't clear it.
-    [[nodiscard]] std::shared_ptr<MeshEntry> AttParent() const;
+    [[nodiscard]] std::shared_ptr<MeshEntry> AttParent() const { return mMembership.Share(mAttParent); }
     /// Writes the reference.
-    void SetAttParent(std::shared_ptr<MeshEntry> attParent);
+    void SetAttParent(std::shared_ptr<MeshEntry> attParent)
+    {
+        mAttParent = mMembership.Store(std::move(attParent));
+    }
 
     /// The attachment point of `AttParent`'s mesh that this entry hangs on, the same object as in
     /// `Mesh::Attachments`. Null if there is no attachment point of that name. A further load doesn't clear
@@ -92,14 +95,9 @@ public:
     ZLMIM::ComHeader ComHeader;
 
 private:
-    void Attach(const Collection<MeshEntry>& table, const std::u16string& attPar,
-                const std::u16string& attName, AssetLoad& load);
-
     Membership mMembership;
     std::shared_ptr<MeshEntry> mAttParent;
     std::shared_ptr<ZLMModel> mParent;
 };
 
 } // namespace ZLMIM
-
-#endif

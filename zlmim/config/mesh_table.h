@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_MESH_TABLE_H
-#define ZLMIM_CONFIG_MESH_TABLE_H
+#pragma once
 
 #include "zlmim/config/mesh_entry.h"
 #include "zlmim/model/collection.h"
@@ -38,5 +37,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,7 +1,5 @@
 #include "zlmim/config/mesh_table_parser.h"
 
-#include <utility>
-
 namespace ZLMIM
 {
 namespace

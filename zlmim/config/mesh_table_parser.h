@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_MESH_TABLE_PARSER_H
-#define ZLMIM_CONFIG_MESH_TABLE_PARSER_H
+#pragma once
 
 #include "zlmim/config/config_line.h"
 #include "zlmim/config/line_reader.h"
@@ -43,5 +42,3 @@ protected:
 };
 
 } // namespace ZLMIM
-
-#endif

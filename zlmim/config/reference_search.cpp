@@ -15,7 +15,7 @@ namespace
 
 constexpr std::u16string_view kConfigName = u"config.txt";
 
-std::u16string ConfigPath(const Folder& folder) { return (folder.Path() += u'\\') += kConfigName; }
+std::u16string ConfigPath(std::u16string folder) { return (folder += u'\\') += kConfigName; }
 
 } // namespace
 
@@ -30,37 +30,40 @@ std::u16string ReferenceSearch::Find(const std::u16string& kuid)
         return ConfigPath(*known->second);
     while (const auto folder = mWalk.Next())
     {
-        if (ConfigHasValue(kuid, folder))
-            return ConfigPath(*folder);
+        if (ConfigHasValue(kuid, *folder))
+            return ConfigPath(folder->Path());
     }
     return {};
 }
 
-bool ReferenceSearch::ConfigHasValue(const std::u16string& kuid, const std::shared_ptr<Folder>& folder)
+bool ReferenceSearch::ConfigHasValue(const std::u16string& kuid, const Folder& folder)
 {
     if (!mCache)
-        return ReadKuid(*folder) == kuid;
-    auto [known, isNew] = mCache->try_emplace(folder->Path());
+        return ReadKuid(folder) == kuid;
+    auto [known, isNew] = mCache->try_emplace(folder.Path());
     if (isNew)
     {
         mBudget->ChargeMemory(kFolderMemory);
-        known->second = ReadKuid(*folder);
+        known->second = ReadKuid(folder);
     }
     if (known->second)
-        mByKuid.try_emplace(*known->second, folder);
+        mByKuid.try_emplace(*known->second, &known->first);
     return known->second == kuid;
 }
 
 std::optional<std::u16string> ReferenceSearch::ReadKuid(const Folder& folder)
+try
 {
     const auto stream = folder.OpenTextFile(kConfigName);
-    if (!stream)
-        return std::nullopt;
-    auto kuid =
-        NameFileInErrors(ConfigPath(folder), [&] { return FirstConfigValue(u"kuid", *stream, *mBudget); });
+    auto kuid = stream ? FirstConfigValue(u"kuid", *stream, *mBudget) : std::nullopt;
     if (kuid)
         MakeLowerCase(*kuid);
     return kuid;
+}
+catch (BoundsError& error)
+{
+    error.SetFile(ConfigPath(folder.Path()));
+    throw;
 }
 
 } // namespace ZLMIM

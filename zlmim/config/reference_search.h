@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_REFERENCE_SEARCH_H
-#define ZLMIM_CONFIG_REFERENCE_SEARCH_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/folder_walk.h"
@@ -8,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace ZLMIM
@@ -37,16 +37,14 @@ public:
     [[nodiscard]] std::u16string Find(const std::u16string& kuid);
 
 private:
-    [[nodiscard]] bool ConfigHasValue(const std::u16string& kuid, const std::shared_ptr<Folder>& folder);
+    [[nodiscard]] bool ConfigHasValue(const std::u16string& kuid, const Folder& folder);
     [[nodiscard]] std::optional<std::u16string> ReadKuid(const Folder& folder);
 
     LoadBudget* mBudget;
     KuidCache* mCache;
     FolderWalk mWalk;
-    /// Of the folders visited so far, the first one with each kuid.
-    std::unordered_map<std::u16string, std::shared_ptr<Folder>> mByKuid;
+    /// For each kuid seen so far, the path of the first folder with it. Both are in the cache.
+    std::unordered_map<std::u16string_view, const std::u16string*> mByKuid;
 };
 
 } // namespace ZLMIM
-
-#endif

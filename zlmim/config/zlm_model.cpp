@@ -73,15 +73,18 @@ void ZLMModel::Load(const std::u16string& configFileName, AssetLoad& load)
 
 void ZLMModel::LoadConfig(const std::u16string& configFileName, AssetLoad& load)
 {
-    const std::size_t backslash = configFileName.rfind(u'\\');
-    mPath = backslash == std::u16string::npos ? std::u16string() : configFileName.substr(0, backslash + 1);
+    mPath = configFileName.substr(0, configFileName.rfind(u'\\') + 1); // npos + 1 is 0
     ResetModel(load.Paths());
     if (!FileExists(configFileName, load))
         return;
     const AssetLoad::OpenFileScope scope(load, mFSO->FileIdentity(configFileName));
     const auto stream = mFSO->OpenTextFile(configFileName);
     LineReader lines(*stream, load.Budget());
-    ParseConfig(lines, load);
+    for (ConfigLine line; !lines.AtEndOfStream();)
+    {
+        ReadConfigLine(lines, line);
+        ParseKey(line, lines, load);
+    }
     if (mOwnTable->List().Count() == 0 && !AssetFileName.empty())
     {
         MeshTableKeys fallback;
@@ -108,16 +111,6 @@ void ZLMModel::ResetModel(const std::shared_ptr<PathResolver>& paths)
     Pantograph.reset();
     mKuid.clear();
     mHasFolderAnim.reset();
-}
-
-void ZLMModel::ParseConfig(LineReader& lines, AssetLoad& load)
-{
-    ConfigLine line;
-    while (!lines.AtEndOfStream())
-    {
-        ReadConfigLine(lines, line);
-        ParseKey(line, lines, load);
-    }
 }
 
 void ZLMModel::ParseKey(ConfigLine& line, LineReader& lines, AssetLoad& load)

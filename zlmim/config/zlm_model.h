@@ -1,5 +1,4 @@
-#ifndef ZLMIM_CONFIG_ZLM_MODEL_H
-#define ZLMIM_CONFIG_ZLM_MODEL_H
+#pragma once
 
 #include "zlmim/config/file_system.h"
 #include "zlmim/config/mesh_entry.h"
@@ -7,7 +6,6 @@
 #include "zlmim/model/com_header.h"
 #include "zlmim/reader/load_limits.h"
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -113,7 +111,6 @@ private:
     void Load(const std::u16string& configFileName, AssetLoad& load);
     void LoadConfig(const std::u16string& configFileName, AssetLoad& load);
     void ResetModel(const std::shared_ptr<PathResolver>& paths);
-    void ParseConfig(LineReader& lines, AssetLoad& load);
     void ParseKey(ConfigLine& line, LineReader& lines, AssetLoad& load);
     class MeshTableReader;
     void ParseMeshTable(LineReader& lines, AssetLoad& load);
@@ -141,5 +138,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

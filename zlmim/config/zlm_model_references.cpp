@@ -3,7 +3,6 @@
 #include "zlmim/config/reference_search.h"
 #include "zlmim/config/zlm_model.h"
 
-#include <memory>
 #include <stdexcept>
 
 namespace ZLMIM

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_ATTACHMENT_H
-#define ZLMIM_MESH_ATTACHMENT_H
+#pragma once
 
 #include "zlmim/model/com_header.h"
 #include "zlmim/model/records.h"
@@ -29,5 +28,3 @@ public:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,31 +1,12 @@
 #include "zlmim/mesh/bone.h"
 
 #include <cfloat>
-#include <utility>
 
 namespace ZLMIM
 {
 
 // The x87 unit wouldn't round the products of `ToMatrix`, and changes signalling NaNs.
 static_assert(FLT_EVAL_METHOD == 0, "build for 32-bit x86 with -msse2 -mfpmath=sse");
-
-Bone::Bone() : mChildren(std::make_shared<Collection<Bone>>()) {}
-
-Bone::Bone(Membership membership, Collection<Bone>& children)
-    : mMembership(std::move(membership)), mChildren(Membership::Uncounted(children))
-{
-}
-
-std::shared_ptr<Collection<Bone>> Bone::Children() const { return mMembership.Share(mChildren); }
-
-void Bone::SetChildren(std::shared_ptr<Collection<Bone>> children)
-{
-    mChildren = mMembership.Store(std::move(children));
-}
-
-std::shared_ptr<Bone> Bone::Parent() const { return mMembership.Share(mParent); }
-
-void Bone::SetParent(std::shared_ptr<Bone> parent) { mParent = mMembership.Store(std::move(parent)); }
 
 Matrix Bone::ToMatrix() const
 {

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_BONE_H
-#define ZLMIM_MESH_BONE_H
+#pragma once
 
 #include "zlmim/model/collection.h"
 #include "zlmim/model/com_header.h"
@@ -9,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -23,20 +23,25 @@ class Bone
 {
 public:
     /// A bone without a group, with an empty list of children.
-    Bone();
+    Bone() = default;
     /// A bone of a group. `children`, which belongs to the same group, holds its children.
-    Bone(Membership membership, Collection<Bone>& children);
+    Bone(Membership membership, Collection<Bone>& children)
+        : mMembership(std::move(membership)), mChildren(Membership::Uncounted(children))
+    {
+    }
     Bone(const Bone&) = delete;
     Bone& operator=(const Bone&) = delete;
-    ~Bone() = default;
 
     /// The group that the bone belongs to.
     [[nodiscard]] const Membership& Group() const noexcept { return mMembership; }
 
     /// Child bones in file order. Null only if a host writes null.
-    [[nodiscard]] std::shared_ptr<Collection<Bone>> Children() const;
+    [[nodiscard]] std::shared_ptr<Collection<Bone>> Children() const { return mMembership.Share(mChildren); }
     /// Replaces the list. Doesn't change the `Parent` of any child.
-    void SetChildren(std::shared_ptr<Collection<Bone>> children);
+    void SetChildren(std::shared_ptr<Collection<Bone>> children)
+    {
+        mChildren = mMembership.Store(std::move(children));
+    }
 
     /// As stored, letter case included; need not be unique.
     std::u16string Name;
@@ -44,9 +49,9 @@ public:
     std::int32_t Version = 0;
 
     /// The bone whose `Children` holds this one; null on the root.
-    [[nodiscard]] std::shared_ptr<Bone> Parent() const;
+    [[nodiscard]] std::shared_ptr<Bone> Parent() const { return mMembership.Share(mParent); }
     /// Writes only the reference: lists of children don't change.
-    void SetParent(std::shared_ptr<Bone> parent);
+    void SetParent(std::shared_ptr<Bone> parent) { mParent = mMembership.Store(std::move(parent)); }
 
     /// Position, as stored.
     Vector Position;
@@ -70,10 +75,8 @@ public:
 
 private:
     Membership mMembership;
-    std::shared_ptr<Collection<Bone>> mChildren;
+    std::shared_ptr<Collection<Bone>> mChildren = std::make_shared<Collection<Bone>>();
     std::shared_ptr<Bone> mParent;
 };
 
 } // namespace ZLMIM
-
-#endif

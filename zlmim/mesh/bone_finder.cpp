@@ -10,59 +10,57 @@ namespace ZLMIM
 {
 
 BoneFinder::BoneFinder(std::shared_ptr<Bone> root)
-    : mSlots(64),
+    : mRoot(std::move(root)), mPath({{&mRoot, 1}}), mSlots(64),
       mKey(reinterpret_cast<std::uintptr_t>(this) ^
            static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()))
 {
-    mTop.Add(std::move(root));
-    mPath.push_back({&mTop, 0});
 }
 
 std::shared_ptr<Bone> BoneFinder::FindBone(std::u16string_view name)
 {
-    Place found = SlotOf(name, Hash(name)).place;
-    while (!found.list)
+    StoredBone* found = SlotOf(name, Hash(name)).bone;
+    while (!found)
     {
-        const Place next = NextInWalk();
-        if (!next.list)
+        StoredBone* const next = NextInWalk();
+        if (!next)
             return nullptr;
         MakeRoom();
-        const std::u16string& nextName = next.Stored()->Name;
+        const std::u16string& nextName = (*next)->Name;
         const std::uint64_t hash = Hash(nextName);
         Slot& slot = SlotOf(nextName, hash);
-        if (slot.place.list)
+        if (slot.bone)
             continue; // keep the first of several bones with the same name
         slot = {next, hash};
         ++mKnown;
         if (nextName == name)
             found = next;
     }
-    return found.list->Group().Share(found.Stored());
+    return (*found)->Group().Share(*found);
 }
 
-/// The place of the next bone, or nowhere at the end of the tree.
-BoneFinder::Place BoneFinder::NextInWalk()
+/// The next bone; null at the end of the tree.
+BoneFinder::StoredBone* BoneFinder::NextInWalk()
 {
     while (!mPath.empty())
     {
-        Place& next = mPath.back();
-        if (!next.list || next.index == next.list->Entries().size())
+        auto& level = mPath.back();
+        if (level.empty())
         {
             mPath.pop_back();
             continue;
         }
-        const Place here = next;
-        if (const auto& bone = here.Stored())
-        {
-            // Checked before the walk moves on, so that a walk stopped by the limit stops there again.
+        StoredBone& bone = level.front();
+        // Checked before the walk moves on, so that a walk stopped by the limit stops there again.
+        if (bone)
             TestBoneLevel(static_cast<std::int32_t>(mPath.size()));
-            ++next.index;
-            mPath.push_back({bone->Children().get(), 0});
-            return here;
-        }
-        ++next.index;
+        level = level.subspan(1);
+        if (!bone)
+            continue;
+        const auto children = bone->Children();
+        mPath.push_back(children ? children->Entries() : std::span<StoredBone>());
+        return &bone;
     }
-    return {};
+    return nullptr;
 }
 
 std::uint64_t BoneFinder::Hash(std::u16string_view name) const noexcept
@@ -87,7 +85,7 @@ BoneFinder::Slot& BoneFinder::SlotOf(std::u16string_view name, std::uint64_t has
     for (std::size_t at = static_cast<std::size_t>(hash) & mask;; at = (at + 1) & mask)
     {
         Slot& slot = mSlots[at];
-        if (!slot.place.list || (slot.hash == hash && slot.place.Stored()->Name == name))
+        if (!slot.bone || (slot.hash == hash && (*slot.bone)->Name == name))
             return slot;
     }
 }
@@ -100,8 +98,8 @@ void BoneFinder::MakeRoom()
     const std::vector<Slot> old = std::exchange(mSlots, std::vector<Slot>(2 * mSlots.size()));
     for (const Slot& slot : old)
     {
-        if (slot.place.list)
-            SlotOf(slot.place.Stored()->Name, slot.hash) = slot;
+        if (slot.bone)
+            SlotOf((*slot.bone)->Name, slot.hash) = slot;
     }
 }
 

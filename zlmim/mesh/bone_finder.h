@@ -1,11 +1,11 @@
-#ifndef ZLMIM_MESH_BONE_FINDER_H
-#define ZLMIM_MESH_BONE_FINDER_H
+#pragma once
 
 #include "zlmim/mesh/bone.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -20,39 +20,33 @@ class BoneFinder
 public:
     /// Searches `root` and all bones below it. Keeps `root` alive.
     explicit BoneFinder(std::shared_ptr<Bone> root);
+    BoneFinder(const BoneFinder&) = delete;
+    BoneFinder& operator=(const BoneFinder&) = delete;
 
     /// The bone whose name equals `name` exactly; null if there is no such bone.
     /// @throws BoundsError past `kMaxBoneDepth`. A tree that a host built may even contain itself.
     [[nodiscard]] std::shared_ptr<Bone> FindBone(std::u16string_view name);
 
 private:
-    /// An entry of a list of children, by its number from 0; nowhere if the list is null.
-    struct Place
-    {
-        const Collection<Bone>* list = nullptr;
-        std::size_t index = 0;
+    /// A reference to a bone, as it is stored in a list of children, or in `mRoot`.
+    using StoredBone = const std::shared_ptr<Bone>;
 
-        [[nodiscard]] const std::shared_ptr<Bone>& Stored() const { return list->Entries()[index]; }
-    };
-
-    /// A known name in a hash table with open addressing.
+    /// A known bone in a hash table with open addressing.
     struct Slot
     {
-        Place place;
+        StoredBone* bone = nullptr;
         std::uint64_t hash = 0;
     };
 
-    [[nodiscard]] Place NextInWalk();
+    [[nodiscard]] StoredBone* NextInWalk();
     [[nodiscard]] std::uint64_t Hash(std::u16string_view name) const noexcept;
     /// The slot of that name, or the empty slot where it belongs.
     [[nodiscard]] Slot& SlotOf(std::u16string_view name, std::uint64_t hash);
     void MakeRoom();
 
-    /// A list for the root, which isn't in any list of its own tree, so that the walk treats it like other
-    /// bones.
-    Collection<Bone> mTop;
-    /// For each level of the walk, the entry that is visited next.
-    std::vector<Place> mPath;
+    StoredBone mRoot;
+    /// For each level of the walk, the bones that are visited next.
+    std::vector<std::span<StoredBone>> mPath;
     std::vector<Slot> mSlots;
     std::size_t mKnown = 0;
     /// Random seed of the hash, so that nobody can craft colliding names.
@@ -60,5 +54,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_CHUNK_H
-#define ZLMIM_MESH_CHUNK_H
+#pragma once
 
 #include "zlmim/mesh/geometry.h"
 #include "zlmim/mesh/material.h"
@@ -17,12 +16,16 @@ namespace ZLMIM
 class Chunk
 {
 public:
+    /// Creates its material and its geometry in one block of memory, and their lists in another: a mesh may
+    /// have thousands of chunks. So a reference to one keeps the other alive.
+    Chunk();
+
     /// Appearance of its surface. Created with the chunk; keeps its initial values if the file has no MATL
     /// block for it. Null only if a host writes null.
-    std::shared_ptr<ZLMIM::Material> Material = std::make_shared<ZLMIM::Material>();
+    std::shared_ptr<ZLMIM::Material> Material;
     /// Its points, normals and faces. Created with the chunk; keeps its initial values if the file has no
     /// GEOM block for it. Null only if a host writes null.
-    std::shared_ptr<ZLMIM::Geometry> Geometry = std::make_shared<ZLMIM::Geometry>();
+    std::shared_ptr<ZLMIM::Geometry> Geometry;
     /// Version of the CHNK block, as stored.
     std::int32_t Version = 0;
     /// The chunk's number in the file, as stored. It isn't unique, and isn't its number in the list.
@@ -33,5 +36,3 @@ public:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_ELEMENT_STORE_H
-#define ZLMIM_MESH_ELEMENT_STORE_H
+#pragma once
 
 #include "zlmim/model/errors.h"
 #include "zlmim/model/record_array.h"
@@ -71,5 +70,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

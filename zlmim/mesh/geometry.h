@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_GEOMETRY_H
-#define ZLMIM_MESH_GEOMETRY_H
+#pragma once
 
 #include "zlmim/mesh/element_store.h"
 #include "zlmim/model/collection.h"
@@ -11,6 +10,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -30,6 +30,10 @@ class Geometry
 {
 public:
     Geometry() = default;
+    /// With this list as its `FaceNormals`.
+    explicit Geometry(std::shared_ptr<Collection<Vector>> faceNormals) : FaceNormals(std::move(faceNormals))
+    {
+    }
     Geometry(const Geometry&) = delete;
     Geometry& operator=(const Geometry&) = delete;
     ~Geometry() = default;
@@ -126,5 +130,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

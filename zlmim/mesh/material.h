@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_MATERIAL_H
-#define ZLMIM_MESH_MATERIAL_H
+#pragma once
 
 #include "zlmim/mesh/texture.h"
 #include "zlmim/model/collection.h"
@@ -9,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace ZLMIM
 {
@@ -22,6 +22,8 @@ class Material
 {
 public:
     Material() = default;
+    /// With this list as its `Textures`.
+    explicit Material(std::shared_ptr<Collection<Texture>> textures) : Textures(std::move(textures)) {}
     Material(const Material&) = delete;
     Material& operator=(const Material&) = delete;
     ~Material() = default;
@@ -55,5 +57,3 @@ public:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,8 +1,8 @@
 #include "zlmim/mesh/mesh.h"
 
-#include "zlmim/reader/block.h"
 #include "zlmim/reader/container.h"
-#include "zlmim/reader/load_budget.h"
+
+#include <algorithm>
 
 namespace ZLMIM
 {
@@ -11,6 +11,8 @@ namespace
 
 /// Bytes of the info block between `Version` and `ChunkCount`.
 constexpr std::int32_t kInfoGap = 28;
+/// Few meshes have more chunks.
+constexpr std::int32_t kUsualChunks = 64;
 
 } // namespace
 
@@ -26,7 +28,7 @@ bool Mesh::Load(std::u16string_view name, PathResolver& paths, LoadBudget& budge
     Begin(name);
     return Container::Load(
         FileName, mCursor,
-        [&] { return mCursor.LoadFile(FileName, paths, budget, FileSize, EmptyFile::Refused); },
+        [&] { return mCursor.LoadFile(FileName, paths, budget, FileSize) && FileSize > 0; },
         [this] { return Parse(); });
 }
 
@@ -35,7 +37,7 @@ bool Mesh::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
     Begin(name);
     LoadBudget budget;
     return Container::Load(
-        FileName, mCursor, [&] { return mCursor.LoadBytes(bytes, budget, FileSize, EmptyFile::Refused); },
+        FileName, mCursor, [&] { return mCursor.LoadBytes(bytes, budget, FileSize) && FileSize > 0; },
         [this] { return Parse(); });
 }
 
@@ -60,33 +62,24 @@ bool Mesh::Parse()
 
 bool Mesh::ReadHeader()
 {
-    if (!Container::MatchSignature(mCursor))
-    {
-        ErrorMessage = u"Not a ZLM IM file - no JIRF";
+    const auto info = Container::EnterInfo(mCursor, "IDXM", ErrorMessage, u"Not a ZLM IM file - no JIRF",
+                                           u"Not a ZLM IM file - no IDXM");
+    if (!info)
         return false;
-    }
-    if (!Container::MatchKind(mCursor, "IDXM"))
-    {
-        ErrorMessage = u"Not a ZLM IM file - no IDXM";
-        return false;
-    }
-    ReadInfo();
-    return true;
-}
 
-void Mesh::ReadInfo()
-{
-    const auto info = Container::EnterInfo(mCursor);
     Version = mCursor.GetLong();
     mCursor.Pos += kInfoGap;
     ChunkCount = mCursor.GetLong();
-    info.Leave(mCursor);
+
+    info->Leave(mCursor);
+    return true;
 }
 
 bool Mesh::ReadChunks()
 {
     Chunks = std::make_shared<Collection<Chunk>>();
     const std::int32_t count = ChunkCount;
+    Chunks->Reserve(static_cast<std::size_t>(std::clamp(count, 0, kUsualChunks)));
     for (std::int32_t i = 0; i < count; ++i)
     {
         if (!ReadChunk())
@@ -97,12 +90,13 @@ bool Mesh::ReadChunks()
 
 bool Mesh::ReadChunk()
 {
-    if (!mCursor.MatchTag("CHNK"))
+    const auto block = Block::Enter(mCursor, "CHNK");
+    if (!block)
     {
         ErrorMessage = u"Not a ZLM IM file - CHNK missing";
         return false;
     }
-    const auto block = Block::EnterAfterTag(mCursor);
+
     mCursor.Budget().ChargeObjects<Chunk, Material, Geometry, Collection<Texture>, Collection<Vector>>();
     const auto chunk = std::make_shared<Chunk>();
     chunk->Version = mCursor.GetLong();
@@ -110,7 +104,8 @@ bool Mesh::ReadChunk()
     ReadMaterial(*chunk->Material);
     ReadGeometry(*chunk->Geometry);
     Chunks->Add(chunk);
-    block.Leave(mCursor);
+
+    block->Leave(mCursor);
     return true;
 }
 

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_MESH_H
-#define ZLMIM_MESH_MESH_H
+#pragma once
 
 #include "zlmim/mesh/attachment.h"
 #include "zlmim/mesh/bone.h"
@@ -19,10 +18,6 @@
 namespace ZLMIM
 {
 
-class BoneLimits;
-class BoneTree;
-class LoadBudget;
-
 /// The object representing one mesh file (`.im`): its chunks of material and geometry, its attachment points
 /// and its skeleton. A new mesh has null lists and no skeleton; `Load` creates them.
 /// \ingroup meshes
@@ -32,7 +27,6 @@ public:
     Mesh() = default;
     Mesh(const Mesh&) = delete;
     Mesh& operator=(const Mesh&) = delete;
-    ~Mesh() = default;
 
     /// Error text, set by a `Load` that fails for one of these reasons:
     ///
@@ -104,7 +98,6 @@ private:
     void Begin(std::u16string_view name);
     bool Parse();
     bool ReadHeader();
-    void ReadInfo();
     bool ReadChunks();
     bool ReadChunk();
     void ReadMaterial(Material& material);
@@ -113,13 +106,11 @@ private:
     void SkipInfluences();
     void ReadAttachments();
     void ReadSkeleton();
-    std::shared_ptr<Bone> MakeBone(BoneTree& tree, BoneLimits& limits, std::int32_t level);
-    void ReadBone(BoneTree& tree, BoneLimits& limits, const std::shared_ptr<Bone>& bone, std::int32_t level);
+    class BoneTree;
+    void ReadBone(BoneTree& tree, const std::shared_ptr<Bone>& bone, std::int32_t level);
     void BindBones();
 
     FileCursor mCursor;
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,7 +1,6 @@
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/text.h"
 #include "zlmim/reader/block.h"
-#include "zlmim/reader/load_budget.h"
 
 namespace ZLMIM
 {

@@ -3,6 +3,8 @@
 #include "zlmim/reader/block.h"
 #include "zlmim/reader/load_budget.h"
 
+#include <algorithm>
+
 namespace ZLMIM
 {
 namespace
@@ -10,6 +12,9 @@ namespace
 
 /// MATL blocks above this version have the long form.
 constexpr std::int32_t kLastShortMaterial = 101;
+
+/// Few materials have more textures.
+constexpr std::int32_t kUsualTextures = 8;
 
 std::u16string StripPath(std::u16string text)
 {
@@ -44,6 +49,7 @@ void Mesh::ReadMaterial(Material& material)
     const std::int32_t count = mCursor.GetLong();
     // Counted first, so a load that fails in the textures has counted them all.
     TextureCount = CheckedAdd(TextureCount, count);
+    material.Textures->Reserve(static_cast<std::size_t>(std::clamp(count, 0, kUsualTextures)));
     for (std::int32_t i = 0; i < count; ++i)
         material.Textures->Add(ReadTexture());
 

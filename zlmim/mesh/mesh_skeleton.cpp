@@ -1,13 +1,41 @@
 #include "zlmim/mesh/bone_finder.h"
-#include "zlmim/mesh/bone_tree.h"
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/block.h"
 #include "zlmim/reader/bone_limits.h"
-#include "zlmim/reader/load_budget.h"
+
+#include <deque>
 
 namespace ZLMIM
 {
+
+/// All bones that a load creates for one skeleton: the group (see `Membership`) of the bones and their lists
+/// of children.
+class Mesh::BoneTree : public std::enable_shared_from_this<Mesh::BoneTree>
+{
+public:
+    /// A new bone at that level, not yet in any list of children. The result keeps the tree alive.
+    [[nodiscard]] std::shared_ptr<Bone> Make(std::int32_t level, LoadBudget& budget)
+    {
+        mLimits.Count(level);
+        budget.ChargeObjects<Bone, Collection<Bone>>();
+        auto self = shared_from_this();
+        Bone& bone = mNodes.emplace_back(Membership(self)).bone;
+        return {std::move(self), &bone};
+    }
+
+private:
+    struct Node
+    {
+        explicit Node(const Membership& membership) : children(membership), bone(membership, children) {}
+
+        Collection<Bone> children;
+        Bone bone;
+    };
+
+    std::deque<Node> mNodes;
+    BoneLimits mLimits;
+};
 
 void Mesh::ReadSkeleton()
 {
@@ -17,22 +45,14 @@ void Mesh::ReadSkeleton()
 
     static_cast<void>(mCursor.GetLong()); // not used
     const auto tree = std::make_shared<BoneTree>();
-    BoneLimits limits;
     // Set before its block is read: a root without a block is an empty bone.
-    RootBone = MakeBone(*tree, limits, 1);
-    ReadBone(*tree, limits, RootBone, 1);
+    RootBone = tree->Make(1, mCursor.Budget());
+    ReadBone(*tree, RootBone, 1);
 
     block->Leave(mCursor);
 }
 
-std::shared_ptr<Bone> Mesh::MakeBone(BoneTree& tree, BoneLimits& limits, std::int32_t level)
-{
-    limits.Count(level);
-    mCursor.Budget().ChargeObjects<Bone, Collection<Bone>>();
-    return tree.Make();
-}
-
-void Mesh::ReadBone(BoneTree& tree, BoneLimits& limits, const std::shared_ptr<Bone>& bone, std::int32_t level)
+void Mesh::ReadBone(BoneTree& tree, const std::shared_ptr<Bone>& bone, std::int32_t level)
 {
     const auto block = Block::EnterOptional(mCursor, "BONE");
     if (!block)
@@ -47,10 +67,10 @@ void Mesh::ReadBone(BoneTree& tree, BoneLimits& limits, const std::shared_ptr<Bo
     for (std::int32_t i = 0; i < count; ++i)
     {
         // Linked before its block is read: a child without a block stays an empty bone.
-        const auto child = MakeBone(tree, limits, level + 1);
+        const auto child = tree.Make(level + 1, mCursor.Budget());
         bone->Children()->Add(child);
         child->SetParent(bone);
-        ReadBone(tree, limits, child, level + 1);
+        ReadBone(tree, child, level + 1);
     }
 
     block->Leave(mCursor);

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MESH_TEXTURE_H
-#define ZLMIM_MESH_TEXTURE_H
+#pragma once
 
 #include "zlmim/model/com_header.h"
 #include "zlmim/model/enumerations.h"
@@ -28,5 +27,3 @@ public:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_COLLECTION_H
-#define ZLMIM_MODEL_COLLECTION_H
+#pragma once
 
 #include "zlmim/model/com_header.h"
 #include "zlmim/model/errors.h"
@@ -15,6 +14,7 @@
 #include <string>
 #include <type_traits>
 #include <utility>
+#include <variant>
 #include <vector>
 
 namespace ZLMIM
@@ -80,23 +80,23 @@ public:
 
     Collection() = default;
     /// A list that belongs to a group (see `Membership`).
-    explicit Collection(Membership membership) : mMembership(std::move(membership)) {}
+    explicit Collection(Membership membership) requires kHasGroups<T> : mMembership(std::move(membership)) {}
     Collection(const Collection&) = delete;
     Collection& operator=(const Collection&) = delete;
     ~Collection() = default;
 
     /// The group that the list belongs to.
-    [[nodiscard]] const Membership& Group() const noexcept { return mMembership; }
+    [[nodiscard]] const Membership& Group() const noexcept requires kHasGroups<T> { return mMembership; }
 
     /// Appends a copy of a record, which gets the number `Count` + 1.
     void Add(const T& record) requires kHoldsRecords { mEntries.push_back(record); }
     /// Appends an entry, which gets the number `Count` + 1.
     void Add(Entry entry) requires(!kHoldsRecords)
     {
-        if constexpr (kHeldByValue<T>)
-            mEntries.push_back(std::move(entry));
-        else
+        if constexpr (kHasGroups<T>)
             mEntries.push_back(mMembership.Store(std::move(entry)));
+        else
+            mEntries.push_back(std::move(entry));
     }
 
     /// Removes entry `number`, from 1. The entries after it move up.
@@ -152,16 +152,14 @@ private:
 
     [[nodiscard]] Entry At(std::size_t index) const
     {
-        if constexpr (kHeldByValue<T>)
-            return mEntries[index];
-        else
+        if constexpr (kHasGroups<T>)
             return mMembership.Share(mEntries[index]);
+        else
+            return mEntries[index];
     }
 
-    Membership mMembership;
+    [[no_unique_address]] std::conditional_t<kHasGroups<T>, Membership, std::monostate> mMembership;
     Storage mEntries;
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_COM_HEADER_H
-#define ZLMIM_MODEL_COM_HEADER_H
+#pragma once
 
 #include <atomic>
 #include <cstdint>
@@ -34,5 +33,3 @@ public:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_ENUMERATIONS_H
-#define ZLMIM_MODEL_ENUMERATIONS_H
+#pragma once
 
 #include <cstdint>
 
@@ -41,5 +40,3 @@ enum class txtype : std::int32_t
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -62,4 +62,9 @@ void ThrowOverflow(std::int64_t sum)
     throw OverflowError(std::to_string(sum) + " leaves the 32-bit range", sum);
 }
 
+void ThrowLimit(std::string_view before, std::int64_t limit, std::string_view after)
+{
+    throw BoundsError(std::string(before) + std::to_string(limit) + std::string(after), limit);
+}
+
 } // namespace ZLMIM

@@ -1,10 +1,10 @@
-#ifndef ZLMIM_MODEL_ERRORS_H
-#define ZLMIM_MODEL_ERRORS_H
+#pragma once
 
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace ZLMIM
@@ -130,6 +130,11 @@ private:
 /// \ingroup inside
 [[noreturn]] void ThrowOverflow(std::int64_t sum);
 
+/// Reports an exceeded limit. The text is `before`, the limit and `after`, which names the limit.
+/// @throws BoundsError always.
+/// \ingroup inside
+[[noreturn]] void ThrowLimit(std::string_view before, std::int64_t limit, std::string_view after);
+
 /// Narrows a sum or difference to 32 bits.
 /// @throws OverflowError outside the 32-bit signed range.
 /// \ingroup inside
@@ -157,5 +162,3 @@ private:
 }
 
 } // namespace ZLMIM
-
-#endif

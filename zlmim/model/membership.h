@@ -1,11 +1,13 @@
-#ifndef ZLMIM_MODEL_MEMBERSHIP_H
-#define ZLMIM_MODEL_MEMBERSHIP_H
+#pragma once
 
 #include <memory>
 #include <utility>
 
 namespace ZLMIM
 {
+
+class Bone;
+class MeshEntry;
 
 /// Ownership of objects that refer to one another in rings.
 ///
@@ -94,6 +96,17 @@ private:
     std::weak_ptr<const void> mOwner;
 };
 
-} // namespace ZLMIM
+/// True for types whose objects, and lists of them, may belong to a group.
+/// \ingroup inside
+template <class T>
+inline constexpr bool kHasGroups = false;
+/// A bone.
+/// \ingroup inside
+template <>
+inline constexpr bool kHasGroups<Bone> = true;
+/// An entry of a mesh table.
+/// \ingroup inside
+template <>
+inline constexpr bool kHasGroups<MeshEntry> = true;
 
-#endif
+} // namespace ZLMIM

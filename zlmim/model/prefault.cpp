@@ -1,5 +1,7 @@
 #include "zlmim/model/prefault.h"
 
+#include <cstdlib>
+
 #ifdef __linux__
 #include <cstdint>
 #include <sys/mman.h>
@@ -12,7 +14,7 @@ void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t s
 {
 #if defined(__linux__) && defined(MADV_POPULATE_WRITE)
     constexpr std::uintptr_t kPageSize = 4096; // with larger pages the call fails and has no effect
-    constexpr std::size_t kWorthACall = 4 * kPageSize;
+    constexpr std::size_t kWorthACall = 2 * kPageSize;
     if (size < kWorthACall)
         return;
     const auto start = reinterpret_cast<std::uintptr_t>(memory);
@@ -20,6 +22,15 @@ void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t s
     const std::uintptr_t end = (start + size) / kPageSize * kPageSize;
     static_cast<void>(::madvise(reinterpret_cast<void*>(firstPage), end - firstPage, MADV_POPULATE_WRITE));
 #endif
+}
+
+void PrefaultHeap(std::size_t size) noexcept
+{
+    void* const memory = std::malloc(size);
+    if (!memory)
+        return;
+    PrefaultPages(memory, size);
+    std::free(memory);
 }
 
 } // namespace ZLMIM

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_PREFAULT_H
-#define ZLMIM_MODEL_PREFAULT_H
+#pragma once
 
 #include <cstddef>
 
@@ -11,6 +10,9 @@ namespace ZLMIM
 /// \ingroup inside
 void PrefaultPages(void* memory, std::size_t size) noexcept;
 
-} // namespace ZLMIM
+/// Prefaults memory of the allocator's that the next small allocations will probably get: allocates `size`
+/// bytes, prefaults and frees them. For many small objects of known total size.
+/// \ingroup inside
+void PrefaultHeap(std::size_t size) noexcept;
 
-#endif
+} // namespace ZLMIM

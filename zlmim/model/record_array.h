@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_RECORD_ARRAY_H
-#define ZLMIM_MODEL_RECORD_ARRAY_H
+#pragma once
 
 #include "zlmim/model/prefault.h"
 #include "zlmim/model/records.h"
@@ -52,6 +51,8 @@ public:
     /// @throws std::bad_alloc
     [[nodiscard]] static RecordArray Zeroed(std::size_t size)
     {
+        if (size > kMaxSize)
+            throw std::bad_alloc();
         return RecordArray(static_cast<T*>(std::calloc(std::max<std::size_t>(size, 1), sizeof(T))), size);
     }
 
@@ -97,7 +98,7 @@ public:
         Grow(count);
         PrefaultPages(mRecords.get() + mSize, count * sizeof(T));
         std::memcpy(mRecords.get() + mSize, bytes, count * sizeof(T));
-        mSize += count;
+        mSize += static_cast<std::uint32_t>(count);
     }
 
     /// Prefaults the memory of all records, see `PrefaultPages`. For records that will be written soon.
@@ -109,12 +110,16 @@ public:
     /// @throws std::bad_alloc
     [[nodiscard]] std::shared_ptr<T> Share()
     {
-        if (mRecords && !mRecords.get_deleter().shared)
+        if (!mRecords)
+            return nullptr;
+        if (!IsShared())
         {
-            const std::shared_ptr<T> shared(std::move(mRecords));
-            mRecords = std::unique_ptr<T, Free>(shared.get(), Free{shared});
+            auto shared = std::make_unique<std::shared_ptr<T>>();
+            *shared = std::move(mRecords);
+            T* const records = shared->get();
+            mRecords = std::unique_ptr<T, Free>(records, Free{std::move(shared)});
         }
-        return mRecords.get_deleter().shared;
+        return *mRecords.get_deleter().shared;
     }
 
     /// Number of records.
@@ -139,13 +144,16 @@ private:
                 std::free(records);
         }
 
-        /// Owns the memory once it is shared.
-        std::shared_ptr<T> shared;
+        /// Owns the memory once it is shared. Few arrays ever are, so the others pay for one pointer only.
+        std::unique_ptr<std::shared_ptr<T>> shared;
     };
 
-    static constexpr std::size_t kMaxSize = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(T);
+    /// Sizes have 32 bits, and each record has a number from 1.
+    static constexpr std::size_t kMaxSize = std::min<std::size_t>(
+        std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::ptrdiff_t>::max() / sizeof(T));
 
-    RecordArray(T* records, std::size_t size) : mRecords(records), mSize(size), mCapacity(size)
+    RecordArray(T* records, std::size_t size)
+        : mRecords(records), mSize(static_cast<std::uint32_t>(size)), mCapacity(mSize)
     {
         if (!records)
             throw std::bad_alloc();
@@ -157,8 +165,8 @@ private:
             return;
         if (count > kMaxSize - mSize)
             throw std::bad_alloc();
-        const std::size_t capacity = std::max(mSize + count, std::min(mCapacity * 2, kMaxSize));
-        const bool isShared = mRecords.get_deleter().shared != nullptr;
+        const std::size_t capacity = std::max(mSize + count, std::min(std::size_t{mCapacity} * 2, kMaxSize));
+        const bool isShared = IsShared();
         T* const old = mRecords.get();
         auto* const grown =
             static_cast<T*>(std::realloc(isShared ? nullptr : static_cast<void*>(old), capacity * sizeof(T)));
@@ -169,14 +177,14 @@ private:
         else
             static_cast<void>(mRecords.release()); // realloc has freed or moved it
         mRecords = std::unique_ptr<T, Free>(grown);
-        mCapacity = capacity;
+        mCapacity = static_cast<std::uint32_t>(capacity);
     }
 
+    [[nodiscard]] bool IsShared() const noexcept { return mRecords.get_deleter().shared != nullptr; }
+
     std::unique_ptr<T, Free> mRecords;
-    std::size_t mSize = 0;
-    std::size_t mCapacity = 0;
+    std::uint32_t mSize = 0;
+    std::uint32_t mCapacity = 0;
 };
 
 } // namespace ZLMIM
-
-#endif

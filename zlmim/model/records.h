@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_RECORDS_H
-#define ZLMIM_MODEL_RECORDS_H
+#pragma once
 
 #include <bit>
 #include <type_traits>
@@ -92,5 +91,3 @@ static_assert(sizeof(Keyframe) == 28 && kIsRecord<Keyframe>);
 static_assert(sizeof(rgbColour) == 12 && kIsRecord<rgbColour>);
 
 } // namespace ZLMIM
-
-#endif

@@ -3,48 +3,33 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
+#include <numeric>
 
 namespace ZLMIM
 {
 namespace
 {
 
-constexpr std::array<char16_t, 256> MakeWindows1252()
+constexpr std::array<char16_t, 256> kWindows1252 = []
 {
     std::array<char16_t, 256> table{};
-    for (std::size_t byte = 0; byte < table.size(); ++byte)
-        table[byte] = static_cast<char16_t>(byte);
-    // 0 for bytes without a character in Windows-1252.
+    std::iota(table.begin(), table.end(), u'\0');
+    // Bytes without a character keep their own number.
     constexpr std::array<char16_t, 32> kFrom80 = {
-        0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-        0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-    for (std::size_t i = 0; i < kFrom80.size(); ++i)
-    {
-        if (kFrom80[i] != 0)
-            table[0x80 + i] = kFrom80[i];
-    }
+        0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+        0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
+    std::copy(kFrom80.begin(), kFrom80.end(), table.begin() + 0x80);
     return table;
-}
-
-constexpr std::array<char16_t, 256> kWindows1252 = MakeWindows1252();
+}();
 
 constexpr char16_t LowerCase(char16_t c)
 {
     if ((c >= u'A' && c <= u'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7))
         return static_cast<char16_t>(c + 0x20);
-    switch (c)
-    {
-    case 0x0160:
-    case 0x0152:
-    case 0x017D:
+    if (c == 0x0160 || c == 0x0152 || c == 0x017D)
         return static_cast<char16_t>(c + 1);
-    case 0x0178:
-        return 0xFF;
-    default:
-        return c;
-    }
+    return c == 0x0178 ? 0xFF : c;
 }
 
 /// Takes one code point off the front of `utf8`; `std::nullopt` if the front isn't UTF-8.
@@ -69,6 +54,19 @@ std::optional<char32_t> TakeCodePoint(std::string_view& utf8)
     return point;
 }
 
+void AppendCodePoint(std::string& utf8, char32_t point)
+{
+    const std::size_t length = point < 0x80 ? 1 : point < 0x800 ? 2 : point < 0x10000 ? 3 : 4;
+    constexpr std::array<char32_t, 4> kLeads = {0, 0xC0, 0xE0, 0xF0};
+    std::size_t shift = 6 * (length - 1);
+    utf8.push_back(static_cast<char>(kLeads[length - 1] | (point >> shift)));
+    while (shift > 0)
+    {
+        shift -= 6;
+        utf8.push_back(static_cast<char>(0x80U | ((point >> shift) & 0x3FU)));
+    }
+}
+
 constexpr bool IsHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 constexpr bool IsLowSurrogate(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
@@ -89,10 +87,8 @@ void MakeLowerCase(std::u16string& text) noexcept
 
 std::u16string_view Trim(std::u16string_view text)
 {
-    const std::size_t first = text.find_first_not_of(u' ');
-    if (first == std::u16string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(u' ') + 1 - first);
+    text = text.substr(0, text.find_last_not_of(u' ') + 1); // npos + 1 is 0
+    return text.substr(std::min(text.find_first_not_of(u' '), text.size()));
 }
 
 std::u16string FromWindows1252(std::string_view bytes)
@@ -105,8 +101,10 @@ std::u16string FromWindows1252(std::string_view bytes)
 
 std::optional<std::u16string> FromUtf8(std::string_view utf8)
 {
-    std::u16string text;
-    text.reserve(utf8.size());
+    const auto firstWide =
+        std::find_if(utf8.begin(), utf8.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    std::u16string text(utf8.begin(), firstWide);
+    utf8.remove_prefix(text.size());
     while (!utf8.empty())
     {
         const auto point = TakeCodePoint(utf8);
@@ -127,12 +125,8 @@ std::optional<std::u16string> FromUtf8(std::string_view utf8)
 std::string ToUtf8(std::u16string_view text)
 {
     const auto firstWide = std::find_if(text.begin(), text.end(), [](char16_t c) { return c >= 0x80; });
-    std::string utf8(static_cast<std::size_t>(firstWide - text.begin()), '\0');
-    std::transform(text.begin(), firstWide, utf8.begin(), [](char16_t c) { return static_cast<char>(c); });
-    text.remove_prefix(utf8.size());
-    const auto trail = [&utf8](char32_t point, unsigned shift)
-    { utf8.push_back(static_cast<char>(0x80U | ((point >> shift) & 0x3FU))); };
-    for (std::size_t i = 0; i < text.size(); ++i)
+    std::string utf8(text.begin(), firstWide);
+    for (std::size_t i = utf8.size(); i < text.size(); ++i)
     {
         char32_t point = text[i];
         if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1]))
@@ -144,29 +138,7 @@ std::string ToUtf8(std::u16string_view text)
         {
             point = 0xFFFD;
         }
-
-        if (point < 0x80)
-        {
-            utf8.push_back(static_cast<char>(point));
-        }
-        else if (point < 0x800)
-        {
-            utf8.push_back(static_cast<char>(0xC0U | (point >> 6U)));
-            trail(point, 0);
-        }
-        else if (point < 0x10000)
-        {
-            utf8.push_back(static_cast<char>(0xE0U | (point >> 12U)));
-            trail(point, 6);
-            trail(point, 0);
-        }
-        else
-        {
-            utf8.push_back(static_cast<char>(0xF0U | (point >> 18U)));
-            trail(point, 12);
-            trail(point, 6);
-            trail(point, 0);
-        }
+        AppendCodePoint(utf8, point);
     }
     return utf8;
 }

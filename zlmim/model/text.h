@@ -1,5 +1,4 @@
-#ifndef ZLMIM_MODEL_TEXT_H
-#define ZLMIM_MODEL_TEXT_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -39,5 +38,3 @@ void MakeLowerCase(std::u16string& text) noexcept;
 /// @}
 
 } // namespace ZLMIM
-
-#endif

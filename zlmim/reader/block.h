@@ -1,6 +1,6 @@
-#ifndef ZLMIM_READER_BLOCK_H
-#define ZLMIM_READER_BLOCK_H
+#pragma once
 
+#include "zlmim/model/errors.h"
 #include "zlmim/reader/file_cursor.h"
 
 #include <cstdint>
@@ -25,18 +25,32 @@ class Block
 {
 public:
     /// Enters the block with that tag. Returns `std::nullopt` for another tag, and leaves `Pos` on it.
-    [[nodiscard]] static std::optional<Block> Enter(FileCursor& cursor, std::string_view tag);
+    [[nodiscard]] static std::optional<Block> Enter(FileCursor& cursor, std::string_view tag)
+    {
+        return cursor.MatchTag(tag) ? std::optional(EnterAfterTag(cursor)) : std::nullopt;
+    }
 
     /// Like `Enter`, for files that may end before the block: also returns `std::nullopt`, without reading,
     /// at or past the end of the file.
-    [[nodiscard]] static std::optional<Block> EnterOptional(FileCursor& cursor, std::string_view tag);
+    [[nodiscard]] static std::optional<Block> EnterOptional(FileCursor& cursor, std::string_view tag)
+    {
+        return cursor.Pos < cursor.FileSize() ? Enter(cursor, tag) : std::nullopt;
+    }
 
     /// Enters a block whose tag the caller has already read.
-    [[nodiscard]] static Block EnterAfterTag(FileCursor& cursor);
+    [[nodiscard]] static Block EnterAfterTag(FileCursor& cursor)
+    {
+        const std::int32_t sizePos = cursor.Pos;
+        return {sizePos, cursor.GetLong()};
+    }
 
     /// Moves `Pos` to the end of the block, as its size gives it.
     /// @throws OverflowError if that is outside the 32-bit range.
-    void Leave(FileCursor& cursor) const;
+    void Leave(FileCursor& cursor) const
+    {
+        constexpr std::int32_t kSizeFieldSize = 4;
+        cursor.Pos = CheckedAdd(CheckedAdd(mSizePos, mSize), kSizeFieldSize);
+    }
 
 private:
     Block(std::int32_t sizePos, std::int32_t size) : mSizePos(sizePos), mSize(size) {}
@@ -45,9 +59,4 @@ private:
     std::int32_t mSize;
 };
 
-/// Size in bytes of the size field.
-/// \ingroup inside
-inline constexpr std::int32_t kSizeFieldSize = 4;
 } // namespace ZLMIM
-
-#endif

@@ -1,11 +1,9 @@
-#ifndef ZLMIM_READER_BONE_LIMITS_H
-#define ZLMIM_READER_BONE_LIMITS_H
+#pragma once
 
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/load_limits.h"
 
 #include <cstdint>
-#include <string>
 
 namespace ZLMIM
 {
@@ -16,9 +14,7 @@ namespace ZLMIM
 inline void TestBoneLevel(std::int32_t level)
 {
     if (level > kMaxBoneDepth)
-        throw BoundsError("a skeleton with more than " + std::to_string(kMaxBoneDepth) +
-                              " levels (kMaxBoneDepth)",
-                          kMaxBoneDepth);
+        ThrowLimit("a skeleton with more than ", kMaxBoneDepth, " levels (kMaxBoneDepth)");
 }
 
 /// Counts the bones of one skeleton.
@@ -32,8 +28,7 @@ public:
     {
         TestBoneLevel(level);
         if (mCount == kMaxBones)
-            throw BoundsError("a skeleton with more than " + std::to_string(kMaxBones) + " bones (kMaxBones)",
-                              kMaxBones);
+            ThrowLimit("a skeleton with more than ", kMaxBones, " bones (kMaxBones)");
         ++mCount;
     }
 
@@ -42,5 +37,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -1,11 +1,10 @@
-#ifndef ZLMIM_READER_CONTAINER_H
-#define ZLMIM_READER_CONTAINER_H
+#pragma once
 
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/block.h"
 #include "zlmim/reader/file_cursor.h"
 
-#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -23,25 +22,22 @@ namespace ZLMIM
 namespace Container
 {
 
-/// True if the file begins with the signature.
-[[nodiscard]] inline bool MatchSignature(FileCursor& cursor)
+/// Enters the info block of a file of that kind. For another file, returns `std::nullopt`, and writes
+/// `noSignature` or `otherKind` to `error`.
+[[nodiscard]] inline std::optional<Block> EnterInfo(FileCursor& cursor, std::string_view kind,
+                                                    std::u16string& error, const char16_t* noSignature,
+                                                    const char16_t* otherKind)
 {
     cursor.Pos = 0;
-    return cursor.MatchTag("JIRF");
-}
-
-/// True if the file is of that kind.
-[[nodiscard]] inline bool MatchKind(FileCursor& cursor, std::string_view kind)
-{
+    const bool hasSignature = cursor.MatchTag("JIRF");
     cursor.Pos = 8;
-    return cursor.MatchTag(kind);
-}
-
-/// Enters the info block.
-[[nodiscard]] inline Block EnterInfo(FileCursor& cursor)
-{
-    cursor.Pos = 16;
-    return Block::EnterAfterTag(cursor);
+    if (hasSignature && cursor.MatchTag(kind))
+    {
+        cursor.Pos = 16;
+        return Block::EnterAfterTag(cursor);
+    }
+    error = hasSignature ? otherKind : noSignature;
+    return std::nullopt;
 }
 
 /// Runs one load. `readFile` reads the file into `cursor`, and `parse` reads its blocks. Either returns false
@@ -65,5 +61,3 @@ template <class ReadFile, class Parse>
 } // namespace Container
 
 } // namespace ZLMIM
-
-#endif

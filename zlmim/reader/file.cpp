@@ -23,6 +23,4 @@ File::File(File&& other) noexcept
 {
 }
 
-std::u16string File::Name() const { return FromNativePath(mNativePath); }
-
 } // namespace ZLMIM

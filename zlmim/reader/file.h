@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_FILE_H
-#define ZLMIM_READER_FILE_H
+#pragma once
 
 #include "zlmim/model/errors.h"
 #include "zlmim/reader/native_path.h"
@@ -35,8 +34,10 @@ public:
     File& operator=(File&&) = delete;
     ~File() { Close(); }
 
-    /// The path where the file was found, in the object model's form.
-    [[nodiscard]] std::u16string Name() const;
+    /// The path where the file was found.
+    [[nodiscard]] const NativePath& FoundAt() const noexcept { return mNativePath; }
+    /// The same in the object model's form.
+    [[nodiscard]] std::u16string Name() const { return FromNativePath(mNativePath); }
     /// True until `Close`.
     [[nodiscard]] bool IsOpen() const noexcept { return mHandle != kNoHandle; }
     /// Closes the file. Does nothing if it isn't open.
@@ -65,5 +66,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -3,29 +3,35 @@
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 #include "zlmim/reader/file.h"
-#include "zlmim/reader/load_budget.h"
 
 #include <algorithm>
-#include <cstring>
 #include <exception>
 #include <new>
 #include <utility>
 
 namespace ZLMIM
 {
+namespace
+{
+
+/// Bytes of a small file, and of the objects of one besides its arrays. Together they stay below 64 KiB:
+/// glibc may give a larger block back to the system at once.
+constexpr std::int64_t kSmallFile = 24 * 1'024;
+constexpr std::int64_t kSmallObjects = 4 * 1'024;
+
+} // namespace
 
 bool FileCursor::LoadFile(const std::u16string& name, PathResolver& paths, LoadBudget& budget,
-                          std::int32_t& fileSize, EmptyFile emptyFile)
+                          std::int32_t& fileSize)
 try
 {
     mBudget = &budget;
     mCharged = 0;
     budget.ChargeWork(LoadCost::FileQuestion);
     File file = File::Open(name, paths);
-    if (!MakeData(file.Size(), fileSize, emptyFile))
+    if (!MakeData(file.Size(), fileSize))
         return false;
     const std::size_t length = mData.size() - 1;
-    mData[length] = 0;
     return file.Read({mData.data(), length}) == length;
 }
 catch (const BoundsError&) // an exceeded limit
@@ -37,16 +43,14 @@ catch (const std::exception&)
     return false;
 }
 
-bool FileCursor::LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget, std::int32_t& fileSize,
-                           EmptyFile emptyFile)
+bool FileCursor::LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget, std::int32_t& fileSize)
 try
 {
     mBudget = &budget;
     mCharged = 0;
-    if (!MakeData(static_cast<std::int64_t>(bytes.size()), fileSize, emptyFile))
+    if (!MakeData(static_cast<std::int64_t>(bytes.size()), fileSize))
         return false;
     std::copy_n(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), mData.data());
-    mData[bytes.size()] = 0;
     return true;
 }
 catch (const std::bad_alloc&)
@@ -54,18 +58,20 @@ catch (const std::bad_alloc&)
     return false;
 }
 
-bool FileCursor::MakeData(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile)
+bool FileCursor::MakeData(std::int64_t length, std::int32_t& fileSize)
 {
     if (length > kMaxFileSize)
         return false;
     fileSize = static_cast<std::int32_t>(length);
-    if (length == 0 && emptyFile == EmptyFile::Refused)
-        return false;
     mBudget->ChargeWork(length);
     mData = {};
     mBudget->ChargeMemory(length);
     mCharged = length;
+    // For the file's bytes, the arrays and the objects. Large arrays are prefaulted one by one.
+    if (length <= kSmallFile)
+        PrefaultHeap(static_cast<std::size_t>(2 * length + kSmallObjects));
     mData = RecordArray<unsigned char>::Uninitialised(static_cast<std::size_t>(length) + 1);
+    mData[static_cast<std::size_t>(length)] = 0;
     mAllowance = ReadAllowance(length);
     return true;
 }
@@ -104,7 +110,7 @@ std::u16string FileCursor::GetString()
     std::u16string text;
     if (last >= Pos)
     {
-        const std::int64_t there = std::min<std::int64_t>(length, std::int64_t{FileSize()} + 1 - Pos);
+        const std::int64_t there = std::min<std::int64_t>(length, BytesLeft());
         if (there <= 0)
             ThrowBounds(length);
         const unsigned char* const bytes = mData.data() + Pos;
@@ -119,8 +125,7 @@ std::u16string FileCursor::GetString()
 
 bool FileCursor::CanRead(std::int64_t count, std::int64_t size) const noexcept
 {
-    return Pos >= 0 && Pos <= FileSize() && count <= (std::int64_t{FileSize()} + 1 - Pos) / size &&
-           count <= mAllowance / size;
+    return BytesLeft() >= 0 && count <= std::min(BytesLeft(), mAllowance) / size;
 }
 
 const unsigned char* FileCursor::TakeArray(std::int32_t count, std::size_t size)
@@ -134,13 +139,10 @@ const unsigned char* FileCursor::TakeArray(std::int32_t count, std::size_t size)
 void FileCursor::ThrowBounds(std::int64_t size) const
 {
     const std::string read = std::to_string(size) + " bytes at " + std::to_string(Pos);
-    if (Pos < 0 || Pos > FileSize() || size > std::int64_t{FileSize()} + 1 - Pos)
-    {
-        const bool startsOutside = Pos < 0 || Pos > FileSize();
-        throw BoundsError(read + ", data ends at " + std::to_string(FileSize()),
-                          startsOutside ? Pos : std::int64_t{FileSize()} + 1);
-    }
-    throw BoundsError(read + ", blocks have been read over and over", Pos);
+    if (size <= BytesLeft())
+        throw BoundsError(read + ", blocks have been read over and over", Pos);
+    const std::int64_t end = std::int64_t{FileSize()} + 1;
+    throw BoundsError(read + ", data ends at " + std::to_string(FileSize()), BytesLeft() < 0 ? Pos : end);
 }
 
 } // namespace ZLMIM

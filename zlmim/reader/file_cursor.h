@@ -1,8 +1,8 @@
-#ifndef ZLMIM_READER_FILE_CURSOR_H
-#define ZLMIM_READER_FILE_CURSOR_H
+#pragma once
 
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
+#include "zlmim/reader/load_budget.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -15,15 +15,6 @@ namespace ZLMIM
 {
 
 class PathResolver;
-class LoadBudget;
-
-/// How to treat a file of 0 bytes.
-/// \ingroup inside
-enum class EmptyFile : bool
-{
-    Refused,  ///< The load returns false.
-    Accepted, ///< The file is loaded, and the first read throws.
-};
 
 /// Consecutive elements in the file's memory, unaligned. Valid until the cursor's data is freed.
 /// \ingroup inside
@@ -51,17 +42,17 @@ public:
     std::int32_t Pos = 0;
 
     /// Reads the file into `Data`, and its length into `fileSize`. `Pos` stays. Returns false if the file is
-    /// missing, unreadable, not a regular file, too long, empty where `emptyFile` refuses that, or too large
-    /// for the available memory. `fileSize` changes only if the length was determined, and fits.
+    /// missing, unreadable, not a regular file, too long, or too large for the available memory. `fileSize`
+    /// changes only if the length was determined, and fits.
     ///
     /// `budget` is charged for the file and for the objects made from it. It must outlive the load.
     /// @throws BoundsError if a limit is exceeded. Throws nothing else.
     [[nodiscard]] bool LoadFile(const std::u16string& name, PathResolver& paths, LoadBudget& budget,
-                                std::int32_t& fileSize, EmptyFile emptyFile);
+                                std::int32_t& fileSize);
 
     /// The same for these bytes, which are copied.
-    [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget, std::int32_t& fileSize,
-                                 EmptyFile emptyFile);
+    [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget,
+                                 std::int32_t& fileSize);
 
     /// Frees the file's bytes at the end of a load. There is no `Data` until the next load.
     void Release() noexcept;
@@ -121,11 +112,16 @@ public:
     [[nodiscard]] LoadBudget& Budget() const noexcept { return *mBudget; }
 
 private:
-    bool MakeData(std::int64_t length, std::int32_t& fileSize, EmptyFile emptyFile);
+    bool MakeData(std::int64_t length, std::int32_t& fileSize);
+    /// Bytes of `Data` from `Pos` on; negative if `Pos` is outside.
+    [[nodiscard]] std::int64_t BytesLeft() const noexcept
+    {
+        return Pos < 0 || Pos > FileSize() ? -1 : std::int64_t{FileSize()} + 1 - Pos;
+    }
     /// The check that all reads share: `size` bytes at `Pos`.
     const unsigned char* Test(std::int64_t size) const
     {
-        if (Pos < 0 || Pos > FileSize() || size > std::int64_t{FileSize()} + 1 - Pos || size > mAllowance)
+        if (size > BytesLeft() || size > mAllowance)
             ThrowBounds(size);
         return mData.data() + Pos;
     }
@@ -161,5 +157,3 @@ private:
 };
 
 } // namespace ZLMIM
-
-#endif

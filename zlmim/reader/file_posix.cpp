@@ -1,20 +1,12 @@
 #include "zlmim/reader/file.h"
 
 #include <cerrno>
-#include <cstddef>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace ZLMIM
 {
-namespace
-{
-
-int Descriptor(std::intptr_t handle) { return static_cast<int>(handle); }
-
-} // namespace
 
 FileSystemError::Code File::LastFailure() noexcept
 {
@@ -36,7 +28,7 @@ std::optional<File> File::OpenExact(NativePath nativePath)
     File file(std::move(nativePath));
     file.mHandle = ::open(file.mNativePath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
     struct stat status;
-    if (!file.IsOpen() || ::fstat(Descriptor(file.mHandle), &status) != 0)
+    if (!file.IsOpen() || ::fstat(static_cast<int>(file.mHandle), &status) != 0)
         return std::nullopt;
     if (!S_ISREG(status.st_mode))
     {
@@ -50,7 +42,7 @@ std::optional<File> File::OpenExact(NativePath nativePath)
 void File::Close() noexcept
 {
     if (IsOpen())
-        ::close(Descriptor(std::exchange(mHandle, kNoHandle)));
+        ::close(static_cast<int>(std::exchange(mHandle, kNoHandle)));
 }
 
 std::size_t File::Read(std::span<unsigned char> bytes)
@@ -58,7 +50,7 @@ std::size_t File::Read(std::span<unsigned char> bytes)
     std::size_t total = 0;
     while (total < bytes.size())
     {
-        const ssize_t taken = ::read(Descriptor(mHandle), bytes.data() + total, bytes.size() - total);
+        const ssize_t taken = ::read(static_cast<int>(mHandle), bytes.data() + total, bytes.size() - total);
         if (taken == 0)
             break;
         if (taken > 0)

@@ -1,9 +1,8 @@
-#ifndef ZLMIM_READER_LOAD_BUDGET_H
-#define ZLMIM_READER_LOAD_BUDGET_H
+#pragma once
 
+#include "zlmim/model/errors.h"
 #include "zlmim/reader/load_limits.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -52,7 +51,7 @@ public:
     void RequireMemory(std::int64_t bytes) const
     {
         if (bytes > mMemory)
-            ThrowMemory();
+            ThrowLimit("the load takes more than ", mLimits.Memory, " bytes of memory (LoadLimits::Memory)");
     }
 
     /// Charges work.
@@ -60,19 +59,14 @@ public:
     void ChargeWork(std::int64_t units)
     {
         if (units > mWork)
-            ThrowWork();
+            ThrowLimit("the load takes more than ", mLimits.Work, " units of work (LoadLimits::Work)");
         mWork -= units;
     }
 
 private:
-    [[noreturn]] void ThrowMemory() const;
-    [[noreturn]] void ThrowWork() const;
-
     LoadLimits mLimits;
     std::int64_t mMemory;
     std::int64_t mWork;
 };
 
 } // namespace ZLMIM
-
-#endif

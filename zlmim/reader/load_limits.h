@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_LOAD_LIMITS_H
-#define ZLMIM_READER_LOAD_LIMITS_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -88,5 +87,3 @@ inline constexpr std::size_t kMaxRememberedListings = std::size_t{64} << 20U;
 /// @}
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_NATIVE_PATH_H
-#define ZLMIM_READER_NATIVE_PATH_H
+#pragma once
 
 #include <optional>
 #include <string>
@@ -49,5 +48,3 @@ using NativePathView = std::basic_string_view<NativePath::value_type>;
 /// @}
 
 } // namespace ZLMIM
-
-#endif

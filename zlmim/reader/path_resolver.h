@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_PATH_RESOLVER_H
-#define ZLMIM_READER_PATH_RESOLVER_H
+#pragma once
 
 #include "zlmim/reader/native_path.h"
 
@@ -71,11 +70,15 @@ public:
     PathResolver() = default;
     PathResolver(const PathResolver&) = delete;
     PathResolver& operator=(const PathResolver&) = delete;
-    ~PathResolver() = default;
 
     /// Finds `name`, if it is of that kind. Skips things of another kind like other names.
     /// @throws FileSystemError 57 if the system is out of file descriptors or memory.
     [[nodiscard]] std::optional<FoundFile> Find(std::u16string_view name, FoundFile::Kind kind);
+
+    /// Records that the file `name` was found at `nativePath`. From then on, names in its folder are searched
+    /// in that folder only, and not in folders whose names differ in letter case. Looking for those would
+    /// list each folder of the path, among them the one that contains all assets.
+    void PinFolderOf(std::u16string_view name, NativePathView nativePath);
 
     /// The entries of a folder. `nativeFolder` is its name in the system's form with a trailing separator, or
     /// empty for the working folder. Sorted by name in lower case, then by the system's name. Empty if the
@@ -87,7 +90,8 @@ public:
     void Forget();
 
 private:
-    /// Makes room in the cache for `size` more bytes.
+    void ForgetListings();
+    /// Makes room in the cache of listings for `size` more bytes.
     void Remember(std::size_t size);
     /// Reads a folder's entries, unsorted.
     [[nodiscard]] static std::optional<std::vector<FolderEntry>> ReadListing(const NativePath& folder);
@@ -97,9 +101,9 @@ private:
 
     std::unordered_map<NativePath, std::vector<FolderEntry>> mListings;
     std::unordered_map<std::u16string, std::vector<NativePath>> mFolders;
+    /// Keyed by name in lower case, with slashes. Empty if two folders have that name.
+    std::unordered_map<std::u16string, NativePath> mPinnedFolders;
     std::size_t mRemembered = 0;
 };
 
 } // namespace ZLMIM
-
-#endif

@@ -50,28 +50,6 @@ bool IsFolder(const dirent& entry, const std::string& folder)
     return found && found->kind == FoundFile::Kind::Folder;
 }
 
-std::u16string WithSlashes(std::u16string_view name)
-{
-    std::u16string slashed(name);
-    std::replace(slashed.begin(), slashed.end(), u'\\', u'/');
-    return slashed;
-}
-
-/// The absolute form of `path`. Links keep their names. The system resolves `..`: after a link, it is the
-/// parent of the link's target.
-std::filesystem::path Absolute(const std::filesystem::path& path)
-{
-    std::filesystem::path absolute;
-    for (const auto& part : std::filesystem::absolute(path))
-    {
-        if (part == "..")
-            absolute = std::filesystem::canonical(absolute).parent_path();
-        else if (part != "." && !part.empty())
-            absolute /= part;
-    }
-    return absolute;
-}
-
 } // namespace
 
 NativePath ExactNativePath(std::u16string_view name)
@@ -118,7 +96,8 @@ std::optional<FoundFile> PathResolver::Find(std::u16string_view name, FoundFile:
         return std::nullopt;
     if (auto found = Stat(std::move(exact)); found && found->kind == kind)
         return found;
-    const std::u16string slashed = WithSlashes(name);
+    std::u16string slashed(name);
+    std::replace(slashed.begin(), slashed.end(), u'\\', u'/');
     if (std::count(slashed.begin(), slashed.end(), u'/') >= kMaxParts)
         return std::nullopt;
     const std::size_t leaf = slashed.rfind(u'/') + 1;
@@ -136,10 +115,16 @@ std::optional<FoundFile> PathResolver::Find(std::u16string_view name, FoundFile:
 std::optional<NativePath> AbsoluteFolder(const NativePath& folder)
 try
 {
-    std::string absolute = Absolute(folder).string();
-    if (absolute == "/")
-        absolute.clear();
-    return absolute;
+    // Links keep their names. The system resolves `..`: after a link, it is the parent of the link's target.
+    std::filesystem::path absolute;
+    for (const auto& part : std::filesystem::absolute(folder))
+    {
+        if (part == "..")
+            absolute = std::filesystem::canonical(absolute).parent_path();
+        else if (part != "." && !part.empty())
+            absolute /= part;
+    }
+    return absolute == "/" ? NativePath() : absolute.string();
 }
 catch (const std::filesystem::filesystem_error&)
 {
@@ -155,9 +140,7 @@ std::vector<std::string> PathResolver::Matching(const std::string& folder, std::
         return {ToUtf8(part)};
     const std::u16string lowerPart = LowerCase(part);
     const auto entries = List(folder);
-    auto entry = std::lower_bound(entries.begin(), entries.end(), lowerPart,
-                                  [](const FolderEntry& e, const std::u16string& wanted)
-                                  { return e.lowerName < wanted; });
+    auto entry = std::ranges::lower_bound(entries, lowerPart, {}, &FolderEntry::lowerName);
     std::vector<std::string> names;
     for (; entry != entries.end() && entry->lowerName == lowerPart; ++entry)
         names.push_back(entry->nativePath);
@@ -170,6 +153,9 @@ std::vector<std::string> PathResolver::Folders(const std::u16string& name)
 {
     if (name.empty() || name == u"/")
         return {ToUtf8(name)};
+    if (const auto pinned = mPinnedFolders.find(LowerCase(name));
+        pinned != mPinnedFolders.end() && !pinned->second.empty())
+        return {pinned->second};
     if (const auto known = mFolders.find(name); known != mFolders.end())
         return known->second;
     const std::size_t part = name.rfind(u'/', name.size() - 2) + 1;
@@ -200,16 +186,18 @@ NativePath ToNativePath(std::u16string_view name)
 
 std::u16string FromNativePath(NativePathView nativePath)
 {
-    std::u16string path;
-    while (true)
+    auto path = FromUtf8(nativePath);
+    if (!path)
     {
-        const std::size_t length = std::min(nativePath.find('/'), nativePath.size());
-        path += FromNativeName(nativePath.substr(0, length));
-        if (length == nativePath.size())
-            return path;
-        path += u'\\';
-        nativePath.remove_prefix(length + 1);
+        // At least one name in it isn't UTF-8.
+        const std::size_t separator = nativePath.rfind('/');
+        if (separator == NativePathView::npos)
+            return FromWindows1252(nativePath);
+        return FromNativePath(nativePath.substr(0, separator)) + u'\\' +
+               FromNativeName(nativePath.substr(separator + 1));
     }
+    std::replace(path->begin(), path->end(), u'/', u'\\');
+    return *std::move(path);
 }
 
 } // namespace ZLMIM

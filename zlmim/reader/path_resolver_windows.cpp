@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <utility>
 #include <windows.h>
 
 namespace ZLMIM

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_READER_WINDOWS_NAME_H
-#define ZLMIM_READER_WINDOWS_NAME_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -20,5 +19,3 @@ namespace ZLMIM
 [[nodiscard]] std::size_t RootLength(std::u16string_view absoluteName);
 
 } // namespace ZLMIM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef ZLMIM_COMPONENT_GENERATOR_GENERATE_H
-#define ZLMIM_COMPONENT_GENERATOR_GENERATE_H
+#pragma once
 
 #include "zlmim/component/classes.h"
 
@@ -32,5 +31,3 @@ inline constexpr const char* kGenerated =
 }
 
 } // namespace ZLMIM::Component
-
-#endif

@@ -9,8 +9,7 @@ namespace
 
 constexpr const char* kHead =
     R"(// clang-format off
-#ifndef ZLMIM_COMPONENT_HOST_H
-#define ZLMIM_COMPONENT_HOST_H
+#pragma once
 
 #include "zlmim/component/abi.h"
 #include "zlmim/component/guid.h"
@@ -173,7 +172,7 @@ std::string GenerateHostHeader()
         if (info->create)
             putId("kClassId", *info, info->classId);
     }
-    text += "/// \\endcond\n\n} // namespace ZLMIM::Host\n\n#endif\n";
+    text += "/// \\endcond\n\n} // namespace ZLMIM::Host\n";
     return text;
 }
 
