@@ -95,7 +95,7 @@ void Report::Run(const Growth& growth)
     const double most = std::max(tenfold.ratio, hundredfold.ratio);
     const auto time = [&](double seconds, double units)
     { mGrowths << " | " << std::setw(7) << seconds * 1e6 / units << " us"; };
-    mGrowths << "| " << std::left << std::setw(48) << growth.name << " | " << std::setw(6) << growth.unit
+    mGrowths << "| " << std::left << std::setw(49) << growth.name << " | " << std::setw(6) << growth.unit
              << std::right;
     time(hundredfold.floor, small.units);
     time(tenfold.library, medium.units);
@@ -123,7 +123,7 @@ void Report::Finish() const
 {
     if (!mGrowths.view().empty())
         std::cout
-            << "\n| Growth to 10 and 100 times the size              | Per    |          1 |         10 | "
+            << "\n| What grows                                        | Per    |          1 |         10 | "
                "       100 | Growth | Floor |\n|---|---|--:|--:|--:|--:|--:|\n"
             << mGrowths.view();
     if (!mPeers.view().empty())
