@@ -77,7 +77,7 @@ public:
         mReferrer = folder.Name(ZLMIM::FromNativeName(top) + u"\\group100\\asset100\\");
     }
 
-    /// Loads the config file that refers to the last asset, or the one that refers to none.
+    /// Loads the config file whose reference is to the last asset, or the one whose reference leads nowhere.
     [[nodiscard]] double Load(bool isThere) const
     {
         if (::chdir(mTop.c_str()) != 0)

@@ -138,7 +138,7 @@ Measures Installation(const TempFolder& folder)
         // The library's speed-up is only judged where the floor reaches the wanted one.
         const double floor = RunPairs(copy(kAssets, 2), copy(kAssets, 1), 3).ratio;
         std::ostringstream name;
-        name << std::fixed << std::setprecision(2) << "on 2 cores beside one; the floor reaches " << floor;
+        name << std::fixed << std::setprecision(2) << "2 cores beside one; the floor reaches " << floor;
         const auto wanted = floor <= 1 / kWantedSpeedUp ? std::optional(1 / kWantedSpeedUp) : std::nullopt;
         measures.cases.push_back({name.str(), load(kAssets, 2), load(kAssets, 1), wanted});
     }
