@@ -53,13 +53,6 @@ template <class A, class B>
            b->QueryInterface(Component::kIUnknown, second.OutAny()) == S_OK && first.Get() == second.Get();
 }
 
-void Append(const Pointer<_Collection>& list, const Variant& entry)
-{
-    VARIANT item = entry;
-    Variant omitted[3];
-    EXPECT_EQ(list->Add(&item, &omitted[0], &omitted[1], &omitted[2]), S_OK);
-}
-
 TEST_P(Apartment, LoadsAnAssetAndWalksIt)
 {
     Run(
@@ -119,7 +112,8 @@ TEST_P(Apartment, ChangesObjectsAndLists)
             EXPECT_EQ(bone->put_Name(Text(u"r\u00E4").Get()), S_OK);
             EXPECT_EQ(ReadText(bone, &_Bone::get_Name), u"r\u00E4");
             const auto children = ReadObject(bone, &_Bone::get_Children);
-            Append(children, Variant(child.Get()));
+            Variant entry(child.Get());
+            EXPECT_EQ(Add(children, entry), S_OK);
             EXPECT_EQ(child->putref_Parent(bone.Get()), S_OK);
             EXPECT_TRUE(IsSameObject(ReadObject(child, &_Bone::get_Parent), bone));
             EXPECT_TRUE(IsSameObject(Entry<_Bone>(children, 1), child));
@@ -179,7 +173,7 @@ TEST_P(Apartment, PassesRecords)
             ASSERT_EQ(record.vt, VT_RECORD);
             EXPECT_EQ(*static_cast<Vector*>(record.pvRecord), position);
             const auto normals = ReadObject(CreateAs<_Geometry>(u"Geometry"), &_Geometry::get_FaceNormals);
-            Append(normals, record);
+            EXPECT_EQ(Add(normals, record), S_OK);
             Variant one(LONG{1});
             Variant normal;
             ASSERT_EQ(normals->Item(&one, &normal), S_OK);

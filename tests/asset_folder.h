@@ -1,11 +1,12 @@
 #pragma once
 
 #include "block_writer.h"
+#include "outcome.h"
 #include "temp_folder.h"
 #include "zlmim/config/zlm_model.h"
-#include "zlmim/model/errors.h"
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,25 +53,20 @@ public:
 
     [[nodiscard]] std::u16string WagonName() const { return mFolder.Name(u"top\\assets\\wagon\\config.txt"); }
 
-    /// Loads the wagon's config. Returns "", or the name of the error that was thrown, with the number of a
-    /// file-system error.
+    /// Loads the wagon's config. Returns "", or the name of the error that was thrown, see `OutcomeOf`.
     std::string Load(ZLMModel& model) const
-    try
     {
-        model.Load(WagonName());
-        return "";
+        const std::string outcome = OutcomeOf([&] { model.Load(WagonName()); });
+        return outcome == "done" ? "" : outcome;
     }
-    catch (const FileSystemError& error)
+    /// A new model, loaded.
+    /// @throws std::runtime_error if the load throws.
+    [[nodiscard]] std::shared_ptr<ZLMModel> Loaded() const
     {
-        return "FileSystemError " + std::to_string(static_cast<std::int32_t>(error.Number()));
-    }
-    catch (const BoundsError&)
-    {
-        return "BoundsError";
-    }
-    catch (const OverflowError&)
-    {
-        return "OverflowError";
+        auto model = std::make_shared<ZLMModel>();
+        if (const std::string error = Load(*model); !error.empty())
+            throw std::runtime_error(error);
+        return model;
     }
 
 private:

@@ -83,8 +83,7 @@ TEST(ComponentFloats, KeepSignallingNaNsOfRecords)
 
     const auto geometry = New<_Geometry>();
     const auto normals = ReadObject(geometry, &_Geometry::get_FaceNormals);
-    Variant omitted;
-    ASSERT_EQ(normals->Add(&record, &omitted, &omitted, &omitted), S_OK);
+    ASSERT_EQ(Add(normals, record), S_OK);
     Variant one(LONG{1});
     Variant item;
     ASSERT_EQ(normals->Item(&one, &item), S_OK);

@@ -78,6 +78,13 @@ template <class I>
     return object;
 }
 
+/// Adds an entry at the end of a list.
+[[nodiscard]] inline HRESULT Add(const Pointer<_Collection>& list, VARIANT& entry)
+{
+    Variant omitted;
+    return list->Add(&entry, &omitted, &omitted, &omitted);
+}
+
 [[nodiscard]] inline DISPID IdOf(IDispatch* object, std::u16string_view name)
 {
     const Text text(name);

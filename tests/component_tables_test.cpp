@@ -2,20 +2,23 @@
 #include "component_host.h"
 #include "zlmim/anim/anim.h"
 #include "zlmim/component/classes.h"
-#include "zlmim/component/registration.h"
 #include "zlmim/component/types.h"
 #include "zlmim/config/mesh_entry.h"
 #include "zlmim/config/zlm_model.h"
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/text.h"
 
-#include <cstring>
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <gtest/gtest.h>
 #include <map>
 #include <memory>
-#include <set>
+#include <numeric>
 #include <sstream>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 namespace ZLMIM::Host
 {
@@ -133,177 +136,121 @@ TEST(ComponentTables, DescribeRecordsAndEnumerations)
     EXPECT_EQ(found, std::size(kExpectedTypes));
 }
 
-/// Gives names to objects, so that a test recognises them when a host reads them.
-class Labels
+/// A property that has a function instead of a member.
+template <class Object, class Value>
+struct Setter
+{
+    Object& object;
+    void (Object::*set)(Value);
+};
+
+/// Writes properties, each a value that no other has: a number from `kFirst + 1` on, as the property's type
+/// has it.
+class Filler
 {
 public:
-    template <class T>
-    std::shared_ptr<T> New(const char* label)
+    static constexpr int kFirst = 100;
+
+    template <class... T>
+    void operator()(T&&... properties)
     {
-        auto object = std::make_shared<T>();
-        mLabels[&object->ComHeader] = label;
-        return object;
+        (Write(properties), ...);
     }
-    [[nodiscard]] std::string Of(const void* object) const
+    /// The name of an object that was written to a property.
+    [[nodiscard]] std::string LabelOf(const void* object) const
     {
         const auto found = mLabels.find(object);
         return found == mLabels.end() ? "none" : found->second;
     }
 
 private:
+    template <class T>
+    void Write(T& member)
+    {
+        ++mNumber;
+        if constexpr (std::is_same_v<T, std::u16string>)
+            member = FromWindows1252("t" + std::to_string(mNumber));
+        else if constexpr (std::is_same_v<T, float>)
+            member = static_cast<float>(mNumber) + 0.5F;
+        else if constexpr (std::is_class_v<T>)
+        {
+            std::array<float, sizeof(T) / sizeof(float)> fields;
+            std::iota(fields.begin(), fields.end(), static_cast<float>(mNumber));
+            member = std::bit_cast<T>(fields);
+        }
+        else
+            member = static_cast<T>(mNumber);
+    }
+    template <class T>
+    void Write(std::shared_ptr<T>& member)
+    {
+        member = std::make_shared<T>();
+        mLabels[&member->ComHeader] = "o" + std::to_string(++mNumber);
+    }
+    template <class Object, class Value>
+    void Write(Setter<Object, Value>& property)
+    {
+        std::remove_cvref_t<Value> value;
+        Write(value);
+        (property.object.*property.set)(value);
+    }
+
     std::map<const void*, std::string> mLabels;
+    int mNumber = kFirst;
 };
 
-/// An object of each class with a different value in each property, and the values that a host reads.
-struct FilledClass
+void Fill(Anim& o, Filler& fill)
 {
-    void (*fill)(void* object, Labels& labels);
-    const char* expected;
-};
+    fill(o.ErrorMessage, o.FrameCount, o.FPS, o.Version, o.MetScale, o.Name, o.FileSize, o.RootBone,
+         o.FileName);
+}
+void Fill(Attachment& o, Filler& fill) { fill(o.Version, o.Name, o.Matrix); }
+void Fill(Chunk& o, Filler& fill) { fill(o.Material, o.Geometry, o.Version, o.Id); }
+void Fill(Material& o, Filler& fill)
+{
+    fill(o.Version, o.NumProperties, o.TwoSided, o.Opacity, o.SpecularPower, o.Textures, o.Name, o.Ambient,
+         o.Diffuse, o.Specular, o.Emissive);
+}
+void Fill(Geometry& o, Filler& fill)
+{
+    fill(o.Version, o.Area, o.FaceNormals, o.PrimitiveCount, o.MaxInfl, o.PrimitiveType, o.Bone, o.BoneObject,
+         Setter{o, &Geometry::SetMaxVertices}, Setter{o, &Geometry::SetMaxVertNormal},
+         Setter{o, &Geometry::SetMaxIndex});
+}
+void Fill(Texture& o, Filler& fill) { fill(o.TextureType, o.Name, o.Amount); }
+void Fill(BoneAnim& o, Filler& fill) { fill(Setter{o, &BoneAnim::SetChildren}, o.Name, o.Version); }
+void Fill(ZLMModel& o, Filler& fill)
+{
+    fill(Setter{o, &ZLMModel::SetMeshTable}, o.AssetFileName, o.Author, o.UserName, o.Kind, o.Description,
+         o.ZLMBuild, o.Bogies, o.BogieNames, o.Pantograph, Setter{o, &ZLMModel::SetKuid});
+}
+void Fill(MeshEntry& o, Filler& fill)
+{
+    fill(o.Mesh, o.anim, o.Name, Setter{o, &MeshEntry::SetAttParent}, o.Att,
+         Setter{o, &MeshEntry::SetParent});
+}
+void Fill(Mesh& o, Filler& fill)
+{
+    fill(o.ErrorMessage, o.ChunkCount, o.Version, o.FileSize, o.Attachments, o.Chunks, o.RootBone,
+         o.AttVersion, o.Polygons, o.FileName, o.BoneCount, o.VertexCount, o.TextureCount);
+}
+void Fill(Bone& o, Filler& fill)
+{
+    fill(Setter{o, &Bone::SetChildren}, o.Name, o.Version, Setter{o, &Bone::SetParent}, o.Position,
+         o.Rotation);
+}
 
-const FilledClass kFilledClasses[] = {
-    {[](void* object, Labels& labels)
-     {
-         auto& o = *static_cast<Anim*>(object);
-         o.ErrorMessage = u"a";
-         o.FrameCount = 2;
-         o.FPS = 3;
-         o.Version = 4;
-         o.MetScale = 5.5F;
-         o.Name = u"f";
-         o.FileSize = 7;
-         o.RootBone = labels.New<BoneAnim>("root");
-         o.FileName = u"i";
-     },
-     "ErrorMessage=a FrameCount=2 FPS=3 Version=4 MetScale=5.5 Name=f FileSize=7 RootBone=root FileName=i "},
-    {[](void* object, Labels&)
-     {
-         auto& o = *static_cast<Attachment*>(object);
-         o.Version = 1;
-         o.Name = u"b";
-         o.Matrix = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
-     },
-     "Version=1 Name=b Matrix=1,2,3,4,5,6,7,8,9,10,11,12 "},
-    {[](void* object, Labels& labels)
-     {
-         auto& o = *static_cast<Chunk*>(object);
-         o.Material = labels.New<Material>("material");
-         o.Geometry = labels.New<Geometry>("geometry");
-         o.Version = 3;
-         o.Id = 4;
-     },
-     "Material=material Geometry=geometry Version=3 Id=4 "},
-    {[](void* object, Labels& labels)
-     {
-         auto& o = *static_cast<Material*>(object);
-         o.Version = 1;
-         o.NumProperties = 2;
-         o.TwoSided = 3;
-         o.Opacity = 4.5F;
-         o.SpecularPower = 5;
-         o.Textures = labels.New<Collection<Texture>>("textures");
-         o.Name = u"g";
-         o.Ambient = {1, 2, 3};
-         o.Diffuse = {4, 5, 6};
-         o.Specular = {7, 8, 9};
-         o.Emissive = {10, 11, 12};
-     },
-     "Version=1 NumProperties=2 TwoSided=3 Opacity=4.5 SpecularPower=5 Textures=textures Name=g "
-     "Ambient=1,2,3 "
-     "Diffuse=4,5,6 Specular=7,8,9 Emissive=10,11,12 "},
-    {[](void* object, Labels& labels)
-     {
-         auto& o = *static_cast<Geometry*>(object);
-         o.Version = 1;
-         o.Area = 2.5F;
-         o.FaceNormals = labels.New<Collection<Vector>>("normals");
-         o.PrimitiveCount = 4;
-         o.MaxInfl = 5;
-         o.PrimitiveType = static_cast<PrimFlag>(-6);
-         o.Bone = u"g";
-         o.BoneObject = labels.New<Bone>("bone");
-         o.SetMaxVertices(9);
-         o.SetMaxVertNormal(10);
-         o.SetMaxIndex(11);
-     },
-     "Version=1 Area=2.5 FaceNormals=normals PrimitiveCount=4 MaxInfl=5 PrimitiveType=-6 Bone=g "
-     "BoneObject=bone "
-     "MaxVertices=9 MaxVertNormal=10 MaxIndex=11 "},
-    {[](void* object, Labels&)
-     {
-         auto& o = *static_cast<Texture*>(object);
-         o.TextureType = static_cast<txtype>(13);
-         o.Name = u"b";
-         o.Amount = 3.5F;
-     },
-     "TextureType=13 Name=b Amount=3.5 "},
-    {[](void* object, Labels& labels)
-     {
-         auto& o = *static_cast<BoneAnim*>(object);
-         o.SetChildren(labels.New<Collection<BoneAnim>>("children"));
-         o.Name = u"b";
-         o.Version = 3;
-     },
-     "Children=children Name=b Version=3 "},
-    {[](void* object, Labels& labels)
-     {
-         auto& o = *static_cast<ZLMModel*>(object);
-         o.SetMeshTable(labels.New<Collection<MeshEntry>>("table"));
-         o.AssetFileName = u"b";
-         o.Author = u"c";
-         o.UserName = u"d";
-         o.Kind = u"e";
-         o.Description = u"f";
-         o.ZLMBuild = u"g";
-         o.Bogies = labels.New<Collection<ZLMModel>>("bogies");
-         o.BogieNames = labels.New<Collection<std::u16string>>("names");
-         o.Pantograph = labels.New<ZLMModel>("pantograph");
-         o.SetKuid(u"k");
-     },
-     "MeshTable=table AssetFileName=b Author=c UserName=d Kind=e Description=f ZLMBuild=g Bogies=bogies "
-     "BogieNames=names Pantograph=pantograph kuid=k "},
-    {[](void* object, Labels& labels)
-     {
-         auto& o = *static_cast<MeshEntry*>(object);
-         o.Mesh = labels.New<Mesh>("mesh");
-         o.anim = labels.New<Anim>("anim");
-         o.Name = u"c";
-         o.SetAttParent(labels.New<MeshEntry>("parent entry"));
-         o.Att = labels.New<Attachment>("att");
-         o.SetParent(labels.New<ZLMModel>("model"));
-     },
-     "Mesh=mesh anim=anim Name=c AttParent=parent entry Att=att Parent=model "},
-    {[](void* object, Labels& labels)
-     {
-         auto& o = *static_cast<Mesh*>(object);
-         o.ErrorMessage = u"a";
-         o.ChunkCount = 2;
-         o.Version = 3;
-         o.FileSize = 4;
-         o.Attachments = labels.New<Collection<Attachment>>("attachments");
-         o.Chunks = labels.New<Collection<Chunk>>("chunks");
-         o.RootBone = labels.New<Bone>("root");
-         o.AttVersion = 8;
-         o.Polygons = 9;
-         o.FileName = u"j";
-         o.BoneCount = 11;
-         o.VertexCount = 12;
-         o.TextureCount = 13;
-     },
-     "ErrorMessage=a ChunkCount=2 Version=3 FileSize=4 Attachments=attachments Chunks=chunks RootBone=root "
-     "AttVersion=8 "
-     "Polygons=9 FileName=j BoneCount=11 VertexCount=12 TextureCount=13 "},
-    {[](void* object, Labels& labels)
-     {
-         auto& o = *static_cast<Bone*>(object);
-         o.SetChildren(labels.New<Collection<Bone>>("children"));
-         o.Name = u"b";
-         o.Version = 3;
-         o.SetParent(labels.New<Bone>("parent"));
-         o.Position = {1, 2, 3};
-         o.Rotation = {4, 5, 6, 7};
-     },
-     "Children=children Name=b Version=3 Parent=parent Position=1,2,3 Rotation=4,5,6,7 "}};
+template <class Object>
+void FillAs(void* object, Filler& filler)
+{
+    Fill(*static_cast<Object*>(object), filler);
+}
+
+/// In the order of `kExpectedClasses`.
+void (*const kFill[])(void*, Filler&) = {&FillAs<Anim>,     &FillAs<Attachment>, &FillAs<Chunk>,
+                                         &FillAs<Material>, &FillAs<Geometry>,   &FillAs<Texture>,
+                                         &FillAs<BoneAnim>, &FillAs<ZLMModel>,   &FillAs<MeshEntry>,
+                                         &FillAs<Mesh>,     &FillAs<Bone>};
 
 /// The bytes that the slot of a property returns.
 union Value
@@ -354,8 +301,19 @@ private:
     return found == std::end(kExpectedTypes) ? 0 : found->size / sizeof(float);
 }
 
+/// What a host reads from a property of this type, filled with `number`.
+[[nodiscard]] std::string ExpectedText(const std::string& type, int number)
+{
+    std::vector<float> fields(FieldCount(type));
+    std::iota(fields.begin(), fields.end(), static_cast<float>(number));
+    if (!fields.empty())
+        return FieldsOf(fields.data(), fields.size());
+    const std::string prefix = type == "BSTR" ? "t" : type.back() == '*' ? "o" : "";
+    return prefix + std::to_string(number) + (type == "float" ? ".5" : "");
+}
+
 [[nodiscard]] std::string ReadBySlot(const TestObject& object, int slot, const std::string& type,
-                                     const Labels& labels)
+                                     const Filler& filler)
 {
     Value value{};
     EXPECT_EQ(object.Call(slot, &value), S_OK);
@@ -365,7 +323,7 @@ private:
     else if (type == "float")
         text << value.real;
     else if (type.back() == '*')
-        text << labels.Of(Pointer<IUnknown>(value.object).Get());
+        text << filler.LabelOf(Pointer<IUnknown>(value.object).Get());
     else if (const std::size_t count = FieldCount(type); count > 0)
         text << FieldsOf(value.fields, count);
     else
@@ -373,7 +331,7 @@ private:
     return text.str();
 }
 
-[[nodiscard]] std::string ReadByName(const TestObject& object, const ExpectedSlot& slot, const Labels& labels)
+[[nodiscard]] std::string ReadByName(const TestObject& object, const ExpectedSlot& slot, const Filler& filler)
 {
     Variant value;
     EXPECT_EQ(Host::Call(object.Get(), std::u16string(slot.name.begin(), slot.name.end()),
@@ -385,7 +343,7 @@ private:
     else if (value.vt == VT_R4)
         text << value.fltVal;
     else if (value.vt == VT_DISPATCH)
-        text << labels.Of(value.pdispVal);
+        text << filler.LabelOf(value.pdispVal);
     else if (value.vt == VT_RECORD)
         text << FieldsOf(static_cast<const float*>(value.pvRecord), FieldCount(slot.propertyType));
     else if (value.vt == VT_I4)
@@ -421,95 +379,33 @@ TEST(ComponentTables, BindEachPropertyToItsOwnMember)
     {
         SCOPED_TRACE(kExpectedClasses[i].name);
         const ClassInfo& info = *Component::Classes()[i];
-        Labels labels;
+        Filler filler;
         const TestObject filled(info);
         const TestObject bySlot(info);
         const TestObject byName(info);
-        kFilledClasses[i].fill(filled.Object(), labels);
+        kFill[i](filled.Object(), filler);
         const auto slots = SlotsOf(kExpectedClasses[i]);
-        std::map<std::string, int> puts;
-        for (std::size_t slot = 0; slot < slots.size(); ++slot)
-        {
-            if (!slots[slot].propertyType.empty() && !slots[slot].isGet)
-                puts[slots[slot].name] = static_cast<int>(slot) + 7;
-        }
-        std::string texts[4];
+        int number = Filler::kFirst;
         for (std::size_t slot = 0; slot < slots.size(); ++slot)
         {
             const ExpectedSlot& each = slots[slot];
             if (!each.isGet)
                 continue;
+            const auto isItsPut = [&](const ExpectedSlot& other)
+            { return other.name == each.name && !other.isGet; };
+            const auto put = std::find_if(slots.begin(), slots.end(), isItsPut) - slots.begin();
             const int get = static_cast<int>(slot) + 7;
-            CopyBySlot(filled, get, bySlot, puts[each.name], each.propertyType);
+            CopyBySlot(filled, get, bySlot, static_cast<int>(put) + 7, each.propertyType);
             Variant value;
             const std::u16string name(each.name.begin(), each.name.end());
             ASSERT_EQ(Host::Call(filled.Get(), name, DISPATCH_PROPERTYGET, {}, &value), S_OK);
             EXPECT_EQ(Host::Call(byName.Get(), name, DISPATCH_PROPERTYPUT, {&value}), S_OK);
-            int which = 0;
-            for (const std::string& text :
-                 {ReadBySlot(filled, get, each.propertyType, labels), ReadByName(filled, each, labels),
-                  ReadBySlot(bySlot, get, each.propertyType, labels),
-                  ReadBySlot(byName, get, each.propertyType, labels)})
-                texts[which++] += each.name + "=" + text + " ";
+            const std::string expected = ExpectedText(each.propertyType, ++number);
+            EXPECT_EQ(ReadByName(filled, each, filler), expected) << each.name;
+            for (const TestObject* const object : {&filled, &bySlot, &byName})
+                EXPECT_EQ(ReadBySlot(*object, get, each.propertyType, filler), expected) << each.name;
         }
-        for (const std::string& text : texts)
-            EXPECT_EQ(text, kFilledClasses[i].expected);
     }
-}
-
-using Registry = std::map<std::u16string, std::u16string>;
-Registry registry;
-
-[[nodiscard]] std::optional<std::u16string> Look(const std::u16string& key)
-{
-    const auto found = registry.find(key);
-    return found == registry.end() ? std::nullopt : std::optional(found->second);
-}
-
-TEST(Registration, WritesAllIdentifiersAndKeepsThoseOfOthers)
-{
-    const std::u16string collection = u"Interface\\{A4C46780-499F-101B-BB78-00AA00383CBB}";
-    const std::u16string library = u"TypeLib\\{C0809775-1978-4774-BA3F-7A1E622C8515}\\14.1";
-    const std::u16string module = u"C:\\zlm\\ZLMIMFile.dll";
-    const auto keysOf = [](const std::vector<Component::RegistryEntry>& entries)
-    {
-        std::set<std::u16string> keys;
-        for (const auto& entry : entries)
-            keys.insert(entry.key);
-        return keys;
-    };
-    registry.clear();
-    auto keys = keysOf(Component::EntriesToAdd(module, &Look));
-    const auto wide = [](const GUID& guid)
-    {
-        const std::string text = Component::ToString(guid);
-        return u"{" + std::u16string(text.begin(), text.end()) + u"}";
-    };
-    for (const ExpectedClass& expected : kExpectedClasses)
-    {
-        const std::string name(expected.name);
-        EXPECT_TRUE(keys.contains(u"CLSID\\" + wide(expected.classId) + u"\\InprocServer32")) << name;
-        EXPECT_TRUE(keys.contains(u"Interface\\" + wide(expected.interfaceId) + u"\\TypeLib")) << name;
-        EXPECT_TRUE(keys.contains(u"ZLMIM." + std::u16string(name.begin(), name.end()) + u"\\CLSID")) << name;
-    }
-    for (const GUID& older : kOlderMeshIds)
-        EXPECT_TRUE(keys.contains(u"Interface\\" + wide(older) + u"\\ProxyStubClsid32"));
-    EXPECT_TRUE(keys.contains(collection));
-    for (const auto& entry : Component::EntriesToAdd(module, &Look))
-        registry[entry.key] = entry.name.empty() && entry.value ? *entry.value : registry[entry.key];
-    EXPECT_EQ(keysOf(Component::EntriesToRemove(module, &Look)), keys);
-    EXPECT_EQ(registry[library + u"\\HELPDIR"], u"C:\\zlm");
-
-    // The other build is registered too, and another library has the list interface.
-    registry[library + (sizeof(void*) == 8 ? u"\\0\\win32" : u"\\0\\win64")] = u"C:\\other\\ZLMIMFile.dll";
-    registry[collection + u"\\TypeLib"] = u"{00000000-0000-0000-0000-000000000001}";
-    keys = keysOf(Component::EntriesToRemove(module, &Look));
-    EXPECT_FALSE(keys.contains(collection));
-    EXPECT_FALSE(keys.contains(u"ZLMIM.Mesh\\CLSID"));
-    EXPECT_FALSE(keys.contains(library + u"\\FLAGS"));
-    EXPECT_TRUE(keys.contains(library + (sizeof(void*) == 8 ? u"\\409\\win64" : u"\\409\\win32")));
-    EXPECT_TRUE(keys.contains(u"CLSID\\{5EC8E051-39D2-469F-AD68-CEEC1A0E7729}"));
-    EXPECT_FALSE(keysOf(Component::EntriesToAdd(module, &Look)).contains(collection));
 }
 
 } // namespace

@@ -51,30 +51,15 @@ bool IsSignalling(const T& value)
 
 TEST(SignallingNaNs, KeepTheirBitsInAMesh)
 {
-    const auto material = Bytes()
-                              .Long(102)
-                              .String("m")
-                              .Zeros(8)
-                              .Append(Signalling(13))
-                              .Long(0)
-                              .Long(1)
-                              .Long(1)
-                              .String("t")
-                              .Append(Signalling(1));
-    const auto geometry = Bytes()
-                              .Long(200)
-                              .Long(4)
-                              .Append(Signalling(1))
-                              .Record(std::array{1, 0, 0, 1, 0})
-                              .String("")
-                              .Append(Signalling(11));
+    auto material = Bytes().Long(102).String("m").Zeros(8).Append(Signalling(13)).Long(0);
+    material.Long(1).Long(1).String("t").Append(Signalling(1));
+    auto geometry = Bytes().Long(200).Long(4).Append(Signalling(1)).Record(std::array{1, 0, 0, 1, 0});
+    geometry.String("").Append(Signalling(11));
     const auto bone = Bytes().Long(100).String("b").Append(Signalling(7)).Long(0);
     const auto chunk = Bytes().Zeros(8).Block("MATL", material).Block("GEOM", geometry);
     const auto point = Bytes().Long(100).Long(1).String("a").Append(Signalling(12));
-    const auto file = MeshHeader(1)
-                          .Block("CHNK", chunk)
-                          .Block("ATCH", point)
-                          .Append(MeshSkeleton(Bytes().Block("BONE", bone)));
+    auto file = MeshHeader(1).Block("CHNK", chunk).Block("ATCH", point);
+    file.Append(MeshSkeleton(Bytes().Block("BONE", bone)));
     Mesh mesh;
     ASSERT_TRUE(mesh.LoadBytes(file.Span()));
 
@@ -103,19 +88,12 @@ TEST(SignallingNaNs, KeepTheirBitsInAMesh)
 
 TEST(SignallingNaNs, KeepTheirBitsInAnAnimation)
 {
-    const auto info = Bytes().Long(100).String("n").Long(2).Long(30).Append(Signalling(1));
     const auto frame = [](std::int32_t number, int floats)
     { return Bytes().Block("FRAM", Bytes().Long(0).Long(number).Append(Signalling(floats))); };
-    const auto file = Bytes()
-                          .Text("JIRF")
-                          .Long(0)
-                          .Block("ANIM", Bytes())
-                          .Long(static_cast<std::int32_t>(info.Size()))
-                          .Append(info)
-                          .Block("EVNT", Bytes())
-                          .Append(AnimSkeleton(AnimBone("a", 1, AnimBone("b"))))
-                          .Append(frame(1, 14))
-                          .Append(frame(2, 7)); // read record by record, since the file ends in it
+    auto file = Bytes().Text("JIRF....ANIM....").Long(21).Long(100).String("n").Long(2).Long(30);
+    file.Append(Signalling(1)).Block("EVNT", {}).Append(AnimSkeleton(AnimBone("a", 1, AnimBone("b"))));
+    // The second frame is read record by record, since the file ends in it.
+    file.Append(frame(1, 14)).Append(frame(2, 7));
     Anim anim;
     EXPECT_THROW(static_cast<void>(anim.LoadBytes(file.Span())), BoundsError);
     EXPECT_TRUE(IsSignalling(anim.MetScale));

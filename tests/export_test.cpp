@@ -3,6 +3,7 @@
 #include "exporter.h"
 #include "gltf_writer.h"
 #include "good_files.h"
+#include "made_assets.h"
 #include "matrix_export.h"
 #include "tools/sample/sample_assets.h"
 #include "tools/sample/sample_files.h"
@@ -71,31 +72,19 @@ Exported ExportOf(const Object& object, const Options& options = {})
     return exported;
 }
 
-/// A chunk of the kind, its vertices in a row along x, with these normals, or else (0, 0, 1).
-Bytes ChunkOf(PrimFlag type, const std::vector<Vector>& points, const std::vector<int>& indices,
+Bytes ChunkOf(PrimFlag kind, const std::vector<Vector>& points, const std::vector<int>& indices,
               const std::vector<Vector>& normals = {}, const std::string& bone = {})
 {
-    const auto material = Bytes().Long(101).Long(0).Zeros(36).Long(0).Long(0);
-    Bytes geometry = Bytes().Long(200).Long(static_cast<std::int32_t>(type)).Single(0);
-    geometry.Long(static_cast<std::int32_t>(points.size())).Long(0);
-    geometry.Long(static_cast<std::int32_t>(indices.size())).Long(0).Long(0).String(bone);
+    ChunkPlan plan = {.kind = kind, .indices = indices, .normals = normals, .bone = bone};
     for (const auto& [x, y, z] : points)
-        geometry.Record(Vertex{x, y, z, 0.25F, 0.75F});
-    for (const int index : indices)
-        geometry.Short(index);
-    for (std::size_t i = 0; i < points.size(); ++i)
-        geometry.Record(i < normals.size() ? normals[i] : Vector{0, 0, 1});
-    const auto chunk = Bytes().Long(100).Long(0).Block("MATL", material).Block("GEOM", geometry);
-    return Bytes().Block("CHNK", chunk);
+        plan.vertices.push_back({x, y, z, 0.25F, 0.75F});
+    return PlannedChunk(plan);
 }
 
 Exported ExportOf(const std::vector<Bytes>& chunks, const Options& options = {})
 {
-    Bytes file = MeshHeader(static_cast<std::int32_t>(chunks.size()));
-    for (const Bytes& chunk : chunks)
-        file.Append(chunk);
     Mesh mesh;
-    EXPECT_TRUE(mesh.LoadBytes(file.Span()));
+    EXPECT_TRUE(mesh.LoadBytes(MeshOf(chunks).Span()));
     return ExportOf(mesh, options);
 }
 
@@ -261,8 +250,7 @@ TEST(Export, PosesSkinsAsPictureDoes)
     const Keyframe inner = {{1, 2, 3}, {0.6F, 0, 0, 0.8F}};
     const Keyframe moved = {{4, 0, 1}, {0, -0.6F, 0, -0.8F}};
     const Keyframe turned = {{0, 0, 1}, {0, 0, 2, 0}}; // not of unit length
-    const Bytes file = MeshHeader(1)
-                           .Append(ChunkOf(PrimFlag::TRIANGLES, kPoints, {0, 1, 2}, {}, "inner"))
+    const Bytes file = MeshOf({ChunkOf(PrimFlag::TRIANGLES, kPoints, {0, 1, 2}, {}, "inner")})
                            .Append(MeshSkeleton(PosedBone("outer", outer, PosedBone("inner", inner))));
     const Bytes frames = AnimWith(3, AnimBone("outer", 1, AnimBone("inner")))
                              .Block("FRAM", Bytes().Long(0).Long(1).Record(outer).Record(inner))
@@ -270,12 +258,8 @@ TEST(Export, PosesSkinsAsPictureDoes)
                              .Block("FRAM", Bytes().Long(0).Long(2).Record(moved).Record(turned));
     for (const auto base : {Tools::PoseBase::Parent, Tools::PoseBase::Mesh})
     {
-        const auto model = std::make_shared<ZLMModel>();
-        const auto entry = std::make_shared<MeshEntry>();
-        entry->Name = u"e";
-        ASSERT_TRUE(entry->Mesh->LoadBytes(file.Span()));
-        ASSERT_TRUE(entry->anim->LoadBytes(frames.Span()));
-        model->MeshTable()->Add(entry);
+        const auto model = ModelOf(file.Str(), frames.Str());
+        const auto entry = model->MeshTable()->Item(1);
         auto [gltf, repairs] = ExportOf(*model, {.Scale = 2, .Poses = base});
         EXPECT_EQ(repairs.size(), 1) << testing::PrintToString(repairs);
 
@@ -429,11 +413,10 @@ TEST(Export, WritesWhatIsValidOfAThousandDamagedAssets)
     const auto points =
         Bytes().Long(100).Long(1).String("a.p").Record(Matrix{0, 1, 0, -1, 0, 0, 0, 0, 1, 7, 8, 9});
     const Keyframe pose = {{1, 2, 3}, {0, 0, 0.6F, 0.8F}};
-    const std::string mesh = MeshHeader(4)
-                                 .Append(ChunkOf(PrimFlag::TRIANGLES, kPoints, {0, 1, 2, 0, 2, 3}, {}, "A"))
-                                 .Append(ChunkOf(PrimFlag::TRI_STRIP, kPoints, {0, 1, 3, 2}, {}, "B"))
-                                 .Append(ChunkOf(PrimFlag::LINE_STRIP, kPoints, {0, 1, 2, 3}))
-                                 .Append(ChunkOf(PrimFlag::POINTS, kPoints, {0, 1, 2, 3}))
+    const std::string mesh = MeshOf({ChunkOf(PrimFlag::TRIANGLES, kPoints, {0, 1, 2, 0, 2, 3}, {}, "A"),
+                                     ChunkOf(PrimFlag::TRI_STRIP, kPoints, {0, 1, 3, 2}, {}, "B"),
+                                     ChunkOf(PrimFlag::LINE_STRIP, kPoints, {0, 1, 2, 3}),
+                                     ChunkOf(PrimFlag::POINTS, kPoints, {0, 1, 2, 3})})
                                  .Block("ATCH", points)
                                  .Append(MeshSkeleton(PosedBone("A", pose, PosedBone("B", pose))))
                                  .Str();
@@ -445,18 +428,7 @@ TEST(Export, WritesWhatIsValidOfAThousandDamagedAssets)
     for (std::uint32_t seed = 0; seed < kAssets; ++seed)
     {
         SCOPED_TRACE(seed);
-        const auto model = std::make_shared<ZLMModel>();
-        const auto entry = std::make_shared<MeshEntry>();
-        const std::string damagedMesh = Damaged(mesh, seed);
-        const std::string damagedAnim = Damaged(anim, seed + kAssets);
-        const auto load = [](auto& object, const std::string& bytes) {
-            static_cast<void>(
-                Tools::Attempt([&] { return object.LoadBytes(std::as_bytes(std::span(bytes))); }));
-        };
-        load(*entry->Mesh, damagedMesh);
-        load(*entry->anim, damagedAnim);
-        model->MeshTable()->Add(entry);
-        const auto [gltf, repairs] = ExportOf(*model);
+        const auto [gltf, repairs] = ExportOf(*ModelOf(Damaged(mesh, seed), Damaged(anim, seed + kAssets)));
         meshes += gltf.Meshes.empty() ? 0 : 1;
         animations += gltf.Animations.size();
         repaired += repairs.empty() ? 0 : 1;

@@ -1,4 +1,5 @@
 #include "good_files.h"
+#include "model_walker.h"
 #include "sanitized.h"
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
@@ -15,44 +16,16 @@ namespace ZLMIM::Testing
 namespace
 {
 
-/// A mesh of one chunk that hangs from `c`; skeleton a (b (c), d).
-Bytes BoundMesh()
-{
-    Bytes geometry = Bytes().Long(100).Long(4).Single(0).Long(0).Long(0).Long(0).Long(0).Long(0).String("c");
-    Bytes file = MeshHeader(1).Block("CHNK", Bytes().Long(1).Long(1).Block("GEOM", geometry));
-    const Bytes root = MeshBone("a", 2, MeshBone("b", 1, MeshBone("c")).Append(MeshBone("d")));
-    return file.Append(MeshSkeleton(root));
-}
-
-Bytes SmallAnim()
-{
-    Bytes file = AnimHeader("n", 1).Block("EVNT", Bytes());
-    file.Append(AnimSkeleton(AnimBone("a", 1, AnimBone("b"))));
-    return file.Block("FRAM", Bytes().Long(0).Long(0).Record(Keyframe{}).Record(Keyframe{}));
-}
-
 std::shared_ptr<Mesh> LoadedMesh()
 {
     auto mesh = std::make_shared<Mesh>();
-    EXPECT_TRUE(mesh->LoadBytes(BoundMesh().Span()));
+    EXPECT_TRUE(mesh->LoadBytes(GoodMesh().Span()));
     return mesh;
-}
-
-/// Names of a bone and all below it, a parent before its children, with parentheses around these.
-std::u16string Names(const Bone& bone)
-{
-    std::u16string names = bone.Name + u"(";
-    for (const auto& child : *bone.Children())
-    {
-        EXPECT_EQ(child->Parent().get(), &bone);
-        names += Names(*child);
-    }
-    return names + u")";
 }
 
 TEST(Lifetime, AnyOneReferenceKeepsTheWholeTree)
 {
-    constexpr std::u16string_view kTree = u"a(b(c())d())";
+    constexpr std::string_view kTree = "A(B(D) C)";
     auto mesh = LoadedMesh();
     std::shared_ptr<Bone> leaf = mesh->RootBone->Children()->Item(1)->Children()->Item(1);
     std::shared_ptr<Geometry> geometry = mesh->Chunks->Item(1)->Geometry;
@@ -60,13 +33,13 @@ TEST(Lifetime, AnyOneReferenceKeepsTheWholeTree)
     const std::weak_ptr<Bone> tree = mesh->RootBone;
     mesh.reset();
 
-    EXPECT_EQ(Names(*list->Item(2)->Parent()), kTree);
+    EXPECT_EQ(Outline(*list->Item(2)->Parent()), kTree);
     list.reset();
-    EXPECT_EQ(Names(*leaf->Parent()->Parent()), kTree);
+    EXPECT_EQ(Outline(*leaf->Parent()->Parent()), kTree);
     EXPECT_EQ(leaf->Parent()->Parent()->Parent(), nullptr);
     leaf.reset();
-    EXPECT_EQ(geometry->BoneObject->Name, u"c");
-    EXPECT_EQ(Names(*geometry->BoneObject->Parent()->Parent()), kTree);
+    EXPECT_EQ(geometry->BoneObject->Name, u"D");
+    EXPECT_EQ(Outline(*geometry->BoneObject->Parent()->Parent()), kTree);
     EXPECT_FALSE(tree.expired());
     geometry.reset();
     EXPECT_TRUE(tree.expired());
@@ -75,7 +48,7 @@ TEST(Lifetime, AnyOneReferenceKeepsTheWholeTree)
 TEST(Lifetime, AnAnimationsBonesKeepOnlyTheirChildren)
 {
     auto anim = std::make_shared<Anim>();
-    ASSERT_TRUE(anim->LoadBytes(SmallAnim().Span()));
+    ASSERT_TRUE(anim->LoadBytes(GoodAnim().Span()));
     auto list = anim->RootBone->Children();
     const std::weak_ptr<BoneAnim> tree = anim->RootBone;
     anim.reset();
@@ -172,8 +145,8 @@ TEST(Lifetime, ASharedArrayOutlivesItsReplacementAndItsGrowth)
 
 TEST(Lifetime, AThousandLoadsKeepOnlyTheLast)
 {
-    LoadAThousandTimes<Mesh>(BoundMesh());
-    LoadAThousandTimes<Anim>(SmallAnim());
+    LoadAThousandTimes<Mesh>(GoodMesh());
+    LoadAThousandTimes<Anim>(GoodAnim());
 }
 
 /// Loads a tree of the greatest depth, and releases it on a thread with a small stack.
@@ -200,15 +173,8 @@ void FreeDeepTree(const Bytes& file)
 
 TEST(Lifetime, TheDeepestTreesAreFreedOnASmallStack)
 {
-    Bytes meshBone = MeshBone("leaf");
-    Bytes animBone = AnimBone("leaf");
-    for (int level = 1; level < 1'024; ++level)
-    {
-        meshBone = MeshBone("b", 1, meshBone);
-        animBone = AnimBone("b", 1, animBone);
-    }
-    FreeDeepTree<Mesh>(MeshHeader(0).Append(MeshSkeleton(meshBone)));
-    FreeDeepTree<Anim>(AnimHeader("n", 0).Block("EVNT", Bytes()).Append(AnimSkeleton(animBone)));
+    FreeDeepTree<Mesh>(MeshWith(Chain(MeshBone, 1'024)));
+    FreeDeepTree<Anim>(AnimWith(0, Chain(AnimBone, 1'024)));
 }
 
 } // namespace

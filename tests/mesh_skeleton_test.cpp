@@ -1,7 +1,6 @@
 #include "good_files.h"
 #include "model_walker.h"
 #include "zlmim/mesh/mesh.h"
-#include "zlmim/model/text.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -16,18 +15,6 @@ namespace ZLMIM::Testing
 {
 namespace
 {
-
-/// Names and nesting of a tree, such as "A(B C)". Checks every bone's parent.
-std::string Outline(const Bone& bone)
-{
-    std::string text = ToUtf8(bone.Name);
-    for (const auto& child : *bone.Children())
-    {
-        EXPECT_EQ(child->Parent().get(), &bone);
-        text += (child == bone.Children()->Item(1) ? "(" : " ") + Outline(*child);
-    }
-    return bone.Children()->Count() > 0 ? text + ")" : text;
-}
 
 /// A chunk that hangs from the bone of that name.
 Bytes BoundChunk(std::string_view bone)

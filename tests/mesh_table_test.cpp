@@ -105,8 +105,7 @@ TEST(MeshTable, LoadsTheFoldersAnimationIfNoneIsNamed)
     AssetFolder folder;
     folder.Wagon("mesh-table\na\n}\nb\nanim none.kin\n}\n}\n");
     folder.Write("other/config.txt", "mesh-table\na\n}\n}\n");
-    const auto model = std::make_shared<ZLMModel>();
-    EXPECT_EQ(folder.Load(*model), "");
+    const auto model = folder.Loaded();
     EXPECT_EQ(Outline(*model), "a b");
     folder.Write("wagon/Anim.kin", SmallAnim());
     EXPECT_EQ(folder.Load(*model), "");
@@ -148,8 +147,7 @@ TEST(ZLMModel, ReadsItsTextsFromTheirKeys)
         "\xEF\xBB\xBFKUID \" <KUID:1:2> \"\nauthor A\nAuthor \"B C\"\nusername u\nkind k\nzelmar-build 2.9\n"
         "description \"one\ntwo\"\nauthor-1 x\nother {\nasset-filename f\n}\n"
         "kuid-table {\n}\npantograph none\n");
-    const auto model = std::make_shared<ZLMModel>();
-    EXPECT_EQ(folder.Load(*model), "");
+    const auto model = folder.Loaded();
     EXPECT_EQ(model->kuid(), u"<kuid:1:2>");
     EXPECT_EQ(model->Author, u"B C");
     EXPECT_EQ(model->UserName, u"u");
@@ -251,8 +249,7 @@ TEST(MeshEntryLifetime, AnEntryOrItsListKeepsTheModel)
 {
     AssetFolder folder;
     folder.Wagon("author A\nmesh-table\na\natt-parent a\n}\nb\natt-parent a\n}\n}\n");
-    auto model = std::make_shared<ZLMModel>();
-    folder.Load(*model);
+    auto model = folder.Loaded();
     const std::weak_ptr<ZLMModel> alive = model;
     auto old = model->MeshTable()->Item(2);
     folder.Load(*model);
@@ -289,8 +286,7 @@ TEST(MeshEntryLifetime, KeepsWhatAHostWrites)
 {
     AssetFolder folder;
     folder.Wagon("mesh-table\na\n}\n}\n");
-    const auto model = std::make_shared<ZLMModel>();
-    folder.Load(*model);
+    const auto model = folder.Loaded();
     const auto entry = model->MeshTable()->Item(1);
     auto parent = std::make_shared<ZLMModel>();
     auto attParent = std::make_shared<MeshEntry>();

@@ -4,6 +4,7 @@
 #include "zlmim/anim/anim.h"
 #include "zlmim/mesh/mesh.h"
 #include "zlmim/model/errors.h"
+#include "zlmim/model/text.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -14,6 +15,7 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 namespace ZLMIM::Testing
 {
@@ -23,6 +25,23 @@ template <class Model>
 std::string LoadOutcome(Model& model, std::span<const std::byte> file)
 {
     return OutcomeOf([&] { return model.LoadBytes(file); });
+}
+
+/// Names and nesting of a tree, such as "A(B C)".
+/// @throws std::logic_error if a bone's parent isn't the one that lists it.
+template <class AnyBone>
+std::string Outline(const AnyBone& bone)
+{
+    std::string text = ToUtf8(bone.Name);
+    const char* separator = "(";
+    for (const auto& child : *bone.Children())
+    {
+        if constexpr (std::is_same_v<AnyBone, Bone>)
+            if (child->Parent().get() != &bone)
+                throw std::logic_error("a bone with another parent");
+        text += std::exchange(separator, " ") + Outline(*child);
+    }
+    return bone.Children()->Count() > 0 ? text + ")" : text;
 }
 
 /// Visits every public member of the objects that a load of a new `Mesh` or `Anim` created, successful or

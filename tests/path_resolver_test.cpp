@@ -39,49 +39,27 @@ std::string NativePath(std::u16string_view name)
     return found ? found->nativePath : "";
 }
 
-struct Case
+TEST(PathResolver, FindsTheEntryOfAName)
 {
-    const char* name;
-    std::vector<std::string> entries;
-    std::u16string_view asked;
-    std::string_view found;
-};
-
-void ExpectFound(const std::vector<Case>& cases)
-{
-    for (const Case& c : cases)
+    const struct
     {
-        SCOPED_TRACE(c.name);
-        const WorkingFolder folder(c.entries);
-        EXPECT_EQ(NativePath(c.asked), c.found);
-    }
-}
-
-TEST(PathResolver, PrefersTheExactName)
-{
-    ExpectFound({
+        const char* name;
+        std::vector<std::string> entries;
+        std::u16string_view asked;
+        std::string_view found;
+    } cases[] = {
+        // The exact name comes first.
         {"among several", {"A.im", "a.im"}, u"a.im", "a.im"},
         {"inside a folder", {"AB/c", "ab/c", "Ab/c"}, u"ab\\c", "ab/c"},
         {"through its parent", {"A/", "B/f"}, u"A\\..\\B\\f", "A/../B/f"},
-    });
-}
-
-TEST(PathResolver, IgnoresLetterCasePartByPart)
-{
-    ExpectFound({
+        // Letter case is ignored part by part.
         {"all parts", {"Wagon/BODY.im"}, u"wAGON\\body.IM", "Wagon/BODY.im"},
         {"first in byte order", {"a.IM", "A.im", "a.iM"}, u"a.im", "A.im"},
         {"only in the last folder", {"AB/x", "Ab/x", "aB/f"}, u"ab\\F", "aB/f"},
         {"not in the exact folder", {"A/", "a/f"}, u"A\\f", "a/f"},
-        {"file instead of a folder", {"AB", "aB/f"}, u"ab\\f", "aB/f"},
         {"parent and own folder", {"A/", "B/f"}, u"a\\..\\.\\b\\F", "A/.././B/f"},
         {"trailing separator", {"Folder/"}, u"folder\\", "Folder/"},
-    });
-}
-
-TEST(PathResolver, ComparesEntriesAsUtf8AndAsWindows1252)
-{
-    ExpectFound({
+        // Entries are compared as UTF-8 and as Windows-1252.
         {"UTF-8", {"W\xC3\x84G.im"}, u"w\u00E4g.IM", "W\xC3\x84G.im"},
         {"Windows-1252", {"W\xC4G.im"}, u"w\u00E4g.IM", "W\xC4G.im"},
         {"UTF-8 decoded as Windows-1252",
@@ -89,29 +67,42 @@ TEST(PathResolver, ComparesEntriesAsUtf8AndAsWindows1252)
          u"W\u00C3\u00A4\u00E2\u201A\u00AC.IM",
          "w\xC3\xA4\xE2\x82\xAC.im"},
         {"a capital outside Windows-1252", {"\xCE\x91.im"}, u"\u03B1.im", ""},
-    });
-}
-
-TEST(PathResolver, SkipsEntriesOfAnotherKind)
-{
-    ExpectFound({
+        // Entries of another kind are skipped.
         {"a folder before the file", {"BODY.IM/", "body.im"}, u"Body.im", "body.im"},
         {"a folder of the exact name", {"Body.im/", "body.im"}, u"Body.im", "body.im"},
         {"a file before the folder", {"AB", "aB/f"}, u"ab\\f", "aB/f"},
         {"nothing but a folder", {"body.im/"}, u"body.im", ""},
-    });
-}
-
-TEST(PathResolver, FindsNothingForOtherNames)
-{
-    ExpectFound({
+        // Other names lead to nothing.
         {"another name", {"a.im"}, u"b.im", ""},
         {"start of a name", {"a.im"}, u"A.i", ""},
         {"empty", {"a.im"}, u"", ""},
         {"zero inside", {"a.im"}, u"a.im\0b"sv, ""},
         {"zero inside, other case", {"a.im"}, u"A.im\0"sv, ""},
         {"separator after a file", {"file"}, u"FILE\\", ""},
-    });
+    };
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE(c.name);
+        const WorkingFolder folder(c.entries);
+        EXPECT_EQ(NativePath(c.asked), c.found);
+    }
+}
+
+TEST(PathResolver, SearchesAPinnedFolderOnly)
+{
+    const WorkingFolder folder({"Wagon/config.txt", "Wagon/Body.im", "wagon/config.txt", "wagon/bogey.im"});
+    PathResolver names;
+    const auto find = [&](std::u16string_view name)
+    {
+        const auto found = names.Find(name, FoundFile::Kind::File);
+        return found ? found->nativePath : "";
+    };
+    names.PinFolderOf(u"Wagon\\config.txt", "Wagon/config.txt");
+    EXPECT_EQ(find(u"wagon\\body.im"), "Wagon/Body.im");
+    EXPECT_EQ(find(u"wagon\\BOGEY.im"), "");
+    // If both folders are pinned, the name is as ambiguous as before.
+    names.PinFolderOf(u"wagon\\config.txt", "wagon/config.txt");
+    EXPECT_EQ(find(u"wagon\\BOGEY.im"), "wagon/bogey.im");
 }
 
 TEST(PathResolver, VisitsEachFolderOnceDespiteLinks)

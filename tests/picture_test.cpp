@@ -1,6 +1,7 @@
 #include "asset_folder.h"
 #include "drawing.h"
 #include "good_files.h"
+#include "made_assets.h"
 #include "scene.h"
 #include "sheet.h"
 #include "tools/common/poses.h"
@@ -29,20 +30,13 @@ using Corners = std::array<glm::vec3, 3>;
 constexpr rgbColour kRed = {1, 0, 0};
 constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 
-Bytes ChunkOf(PrimFlag type, const std::vector<Vector>& points, const std::vector<int>& indices,
+Bytes ChunkOf(PrimFlag kind, const std::vector<Vector>& points, const std::vector<int>& indices,
               const rgbColour& diffuse = kRed)
 {
-    const auto material = Bytes().Long(101).Long(0).Record(rgbColour{}).Record(diffuse).Zeros(20);
-    Bytes geometry = Bytes().Long(200).Long(static_cast<std::int32_t>(type)).Single(0);
-    geometry.Long(static_cast<std::int32_t>(points.size())).Long(99); // a wrong number of primitives
-    geometry.Long(static_cast<std::int32_t>(indices.size())).Long(0).Long(0).String("");
+    ChunkPlan plan = {.kind = kind, .primitives = 99, .indices = indices, .diffuse = diffuse}; // 99 is wrong
     for (const auto& [x, y, z] : points)
-        geometry.Record(Vertex{x, y, z, 0, 0});
-    for (const int index : indices)
-        geometry.Short(index);
-    geometry.Zeros(12 * points.size());
-    const auto chunk = Bytes().Long(100).Long(0).Block("MATL", material).Block("GEOM", geometry);
-    return Bytes().Block("CHNK", chunk);
+        plan.vertices.push_back({x, y, z, 0, 0});
+    return PlannedChunk(plan);
 }
 
 template <class Object>
@@ -51,14 +45,6 @@ Scene SceneOf(const Object& object, const SceneRequest& request = {})
     PathResolver names;
     TextureCache textures;
     return SceneMaker(request, names, textures).Make(object);
-}
-
-Bytes MeshOf(const std::vector<Bytes>& chunks)
-{
-    Bytes file = MeshHeader(static_cast<std::int32_t>(chunks.size()));
-    for (const Bytes& chunk : chunks)
-        file.Append(chunk);
-    return file;
 }
 
 Scene SceneOf(const std::vector<Bytes>& chunks)
@@ -126,8 +112,7 @@ TEST(Picture, PlacesAttachedEntries)
                  "e {\nmesh t.im\natt-parent d\natt a.p\n}\n"
                  "f {\nmesh nowhere.im\n}\n"
                  "g {\nmesh t.im\natt-parent a\natt a.nowhere\n}\n}\n");
-    const auto model = std::make_shared<ZLMModel>();
-    ASSERT_EQ(folder.Load(*model), "");
+    const auto model = folder.Loaded();
     const Scene scene = SceneOf(*model);
     std::vector<Corners> found;
     for (const Triangle& each : scene.Triangles)
@@ -199,33 +184,24 @@ TEST(Picture, DrawsLinesPointsAndVerticesBeyond15Bits)
 TEST(Picture, DrawsTexturesAndBlendsOpacity)
 {
     // A textured square: white on the left, black on the right. A translucent red square covers half of it.
-    const auto quad = [](float y, float right, const Bytes& material)
+    const auto quad =
+        [](float y, float right, float opacity, const rgbColour& diffuse, const std::string& texture)
     {
-        Bytes geometry =
-            Bytes().Long(200).Long(4).Single(0).Long(4).Long(2).Long(6).Long(0).Long(0).String("");
+        ChunkPlan plan = {
+            .indices = {0, 1, 2, 0, 2, 3}, .texture = texture, .diffuse = diffuse, .opacity = opacity};
         for (const auto& [x, z] : {std::pair(-1.0F, -1.0F), std::pair(right, -1.0F), std::pair(right, 1.0F),
                                    std::pair(-1.0F, 1.0F)})
-            geometry.Record(Vertex{x, y, z, (x + 1) / 2, (z + 1) / 2});
-        for (const int index : {0, 1, 2, 0, 2, 3})
-            geometry.Short(index);
-        return Bytes().Block(
-            "CHNK", Bytes().Long(1).Long(1).Block("MATL", material).Block("GEOM", geometry.Zeros(48)));
-    };
-    const auto material = [](float opacity, const rgbColour& diffuse, const std::string& texture)
-    {
-        const auto colours = Bytes().Record(std::array<rgbColour, 4>{{{}, diffuse, {}, {}}});
-        Bytes bytes =
-            Bytes().Long(104).String("m").Long(0).Long(0).Single(opacity).Append(colours).Long(1).Long(1);
-        return bytes.Long(1).String(texture).Single(1);
+            plan.vertices.push_back({x, y, z, (x + 1) / 2, (z + 1) / 2});
+        return PlannedChunk(plan);
     };
     const AssetFolder folder;
     const std::string header("\0\0\2\0\0\0\0\0\0\0\0\0\2\0\1\0\30\0", 18);
     std::ofstream("halves.TGA", std::ios::binary) << header << "\xFF\xFF\xFF" << std::string(3, '\0');
     std::ofstream("cut.tga", std::ios::binary).close();
     std::ofstream("m.im", std::ios::binary)
-        << MeshOf({quad(0, 1, material(1, {1, 1, 1}, "x\\Halves.texture")),
-                   quad(-1, 0, material(0.5F, {1, 0, 0}, "none.texture")),
-                   quad(0, -1, material(1, {1, 1, 1}, "cut.texture"))}) // without an area
+        << MeshOf({quad(0, 1, 1, {1, 1, 1}, "x\\Halves.texture"),
+                   quad(-1, 0, 0.5F, {1, 0, 0}, "none.texture"),
+                   quad(0, -1, 1, {1, 1, 1}, "cut.texture")}) // without an area
                .Str();
     Mesh mesh;
     ASSERT_TRUE(mesh.Load(u"m.im"));

@@ -98,8 +98,7 @@ TEST(FindConfigFile, ReadsFolderNamesAsUtf8BeforeWindows1252)
 {
     AssetFolder folder;
     folder.Wagon("bogey <kuid:1:2>\n").Write("\xE9/config.txt", "kuid <kuid:1:2>\nauthor 1252\n");
-    const auto model = std::make_shared<ZLMModel>();
-    EXPECT_EQ(folder.Load(*model), "");
+    const auto model = folder.Loaded();
     EXPECT_EQ(model->Bogies->Item(1)->Author, u"1252");
     // Now the path of that folder leads to another one.
     folder.Write("\xC3\xA9/config.txt", "kuid <kuid:1:3>\nauthor UTF-8\n");

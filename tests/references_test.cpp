@@ -80,8 +80,7 @@ TEST(FindConfigFile, TriesTheFolderNameThenWalksTwoLevels)
         EXPECT_EQ(model->BogieNames->Count(), c.names);
     }
     folder.Wagon("bogey-0 <kuid:1:2>\nbogey-1 <kuid:1:2>\n");
-    const auto model = std::make_shared<ZLMModel>();
-    folder.Load(*model);
+    const auto model = folder.Loaded();
     EXPECT_EQ(model->Bogies->Item(1), model->Bogies->Item(2));
     EXPECT_EQ(model->BogieNames->Item(2), u"bogey-1");
 
@@ -105,8 +104,7 @@ TEST(FindConfigFile, FollowsLinks)
     std::filesystem::create_symlink("../../../outside/file", "../b/config.txt", error);
     if (error)
         GTEST_SKIP() << "no links here";
-    const auto model = std::make_shared<ZLMModel>();
-    EXPECT_EQ(folder.Load(*model), "");
+    const auto model = folder.Loaded();
     EXPECT_EQ(Outline(*model), "-(folder file)");
 }
 
@@ -120,8 +118,7 @@ TEST(FindConfigFile, RecognisesAFileBeingReadThroughALink)
         std::filesystem::create_directory_symlink("wagon", link, error);
     if (error)
         GTEST_SKIP() << "no links here";
-    const auto model = std::make_shared<ZLMModel>();
-    EXPECT_EQ(folder.Load(*model), "");
+    const auto model = folder.Loaded();
     EXPECT_EQ(Outline(*model), "me(-)");
     model->Load(u"..\\A-LINK\\CONFIG.TXT");
     EXPECT_EQ(Outline(*model), "me(-)");
@@ -146,8 +143,7 @@ TEST(FindConfigFile, FollowsAChainToTheGreatestAllowedDepth)
         folder.Write("c" + std::to_string(i) + "/config.txt",
                      "kuid <kuid:" + std::to_string(i) + ">\nbogey <kuid:" + std::to_string(i + 1) + ">\n");
     }
-    auto model = std::make_shared<ZLMModel>();
-    EXPECT_EQ(folder.Load(*model), "");
+    auto model = folder.Loaded();
     int depth = 1;
     for (; model->Bogies->Count() > 0; ++depth)
         model = model->Bogies->Item(1);

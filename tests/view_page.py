@@ -2,17 +2,30 @@
 
 import json
 import math
+import os
 import pathlib
 import re
 import subprocess
 import sys
 import time
 
-from browser import Browser
+from selenium import webdriver
+from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.action_chains import ActionChains
+from selenium.webdriver.common.actions.action_builder import ActionBuilder
+from selenium.webdriver.common.actions.mouse_button import MouseButton
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+from selenium.webdriver.support.ui import WebDriverWait
 
-# Keys, as WebDriver names them.
-LEFT = "\ue012"
-ESCAPE = "\ue00c"
+os.environ["no_proxy"] = "localhost,127.0.0.1"  # the driver is on this machine, whatever proxy there is
+
+# WebGL in software, and nothing that asks the network by itself.
+FLAGS = [
+    "--headless", "--no-sandbox", "--disable-quic", "--no-first-run", "--disable-background-networking",
+    "--disable-component-update", "--disable-sync", "--disable-dev-shm-usage", "--use-gl=angle",
+    "--use-angle=swiftshader", "--enable-unsafe-swiftshader",
+]
 
 # The pixels that objects cover, and a number that changes with the picture.
 LOOK = """
@@ -37,13 +50,63 @@ def check(is_right, what):
     print("  ", what)
 
 
+class Browser(webdriver.Chrome):
+    """Chromium, closed by `with`."""
+
+    run = webdriver.Chrome.execute_script
+
+    def __init__(self, width, height, is_touch=False, is_dark=False):
+        options = webdriver.ChromeOptions()
+        for flag in [*FLAGS, f"--window-size={width},{height}"]:
+            options.add_argument(flag)
+        if is_touch:
+            metrics = {"width": width, "height": height, "pixelRatio": 2, "touch": True}
+            options.add_experimental_option("mobileEmulation", {"deviceMetrics": metrics})
+        options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
+        super().__init__(service=Service("/usr/bin/chromedriver"), options=options)
+        if is_dark:
+            dark = {"name": "prefers-color-scheme", "value": "dark"}
+            self.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": [dark]})
+
+    def wait(self, script):
+        WebDriverWait(self, 60, 0.1).until(lambda _: self.run(script), script)
+
+    def click(self, selector):
+        """A click, or a tap, in the middle of an element, which must be visible."""
+        self.find_element(By.CSS_SELECTOR, selector).click()
+
+    def press(self, key):
+        ActionChains(self).send_keys(key).perform()
+
+    def drag(self, button, x, y, to_x, to_y):
+        actions = ActionBuilder(self, duration=50)
+        mouse = actions.pointer_action
+        mouse.move_to_location(x, y).pointer_down(button).move_to_location(to_x, to_y).pointer_up(button)
+        actions.perform()
+
+    def turn_wheel(self, x, y, amount):
+        actions = ActionBuilder(self)
+        actions.wheel_action.scroll(x, y, 0, amount)
+        actions.perform()
+
+    def complaints(self):
+        """What the page wrote to the console."""
+        return [entry["message"] for entry in self.get_log("browser")]
+
+    def requests(self, page):
+        """The addresses of everything that a page requested since this was last called."""
+        events = [json.loads(entry["message"])["message"] for entry in self.get_log("performance")]
+        requests = [event["params"] for event in events if event["method"] == "Network.requestWillBeSent"]
+        return [request["request"]["url"] for request in requests if request["documentURL"] == page]
+
+
 class Page:
     """A page in a browser, loaded."""
 
     def __init__(self, browser, path):
         self.browser = browser
         self.url = path.as_uri()
-        browser.open(self.url)
+        browser.get(self.url)
         browser.wait("return document.documentElement.dataset.ready")
         self.data = json.loads(browser.run("return document.getElementById('data').textContent"))
 
@@ -75,11 +138,6 @@ class Page:
 
     def box_of(self, name):
         return f".row[data-node='{self.number_of(name)}'] input"
-
-    def drag(self, button, x, y):
-        self.browser.act("pointer", [
-            {"type": "pointerMove", "x": 300, "y": 300}, {"type": "pointerDown", "button": button},
-            {"type": "pointerMove", "x": 300 + x, "y": 300 + y, "duration": 50}, {"type": "pointerUp", "button": button}])
 
     def check_is_whole(self):
         report = self.report()
@@ -124,13 +182,12 @@ class Page:
 def check_controls(page):
     browser = page.browser
     browser.run("zlmim.stage.controls.enableDamping = false")  # so that a movement ends with its cause
-    wheel = [{"type": "scroll", "x": 300, "y": 300, "deltaX": 0, "deltaY": -240}]
     # What happens, and whether the camera moves, its target, and the distance between them.
     for name, turn, changes in [
-        ("a drag rotates", lambda: page.drag(0, 120, 30), (True, False, False)),
-        ("a drag with the right button pans", lambda: page.drag(2, 80, 40), (True, True, False)),
-        ("the wheel zooms", lambda: browser.act("wheel", wheel), (True, False, True)),
-        ("an arrow key rotates", lambda: browser.press(LEFT), (True, False, False)),
+        ("a drag rotates", lambda: browser.drag(MouseButton.LEFT, 300, 300, 420, 330), (True, False, False)),
+        ("a drag with the right button pans", lambda: browser.drag(MouseButton.RIGHT, 300, 300, 380, 340), (True, True, False)),
+        ("the wheel zooms", lambda: browser.turn_wheel(300, 300, -240), (True, False, True)),
+        ("an arrow key rotates", lambda: browser.press(Keys.LEFT), (True, False, False)),
         ("a key zooms", lambda: browser.press("-"), (True, False, True)),
         ("a number key changes the view", lambda: browser.press("3"), (True, True, True)),
     ]:
@@ -156,15 +213,14 @@ def check_controls(page):
 
 def check_selection(page):
     browser = page.browser
-    middle = {"type": "pointerMove", "x": 440, "y": 330}
-    browser.act("pointer", [middle, {"type": "pointerDown", "button": 0}, {"type": "pointerUp", "button": 0}])
+    browser.drag(MouseButton.LEFT, 440, 330, 440, 330)
     check(re.search(r"mesh\s.*\.im", page.text("#details")) and browser.run("return document.querySelector('.chunk.selected') !== null"),
           "a click on the canvas shows an entry's and a chunk's data")
     check(browser.run("return document.querySelector('#parts .row.selected') !== null"), "and marks it in the list")
     browser.press("o")
     check(page.report()["objects"] < 13, "a key hides all other entries")
     browser.press("o")
-    browser.press(ESCAPE)
+    browser.press(Keys.ESCAPE)
     check(browser.run("return document.getElementById('details').hidden"), "Escape selects nothing")
 
 
@@ -184,7 +240,7 @@ def save_picture(page, file):
         zlmim.look('corner');
         zlmim.select(arguments[0], 4);
         zlmim.stage.draw();""", page.number_of("default"))
-    page.browser.screenshot(file)
+    page.browser.save_screenshot(str(file))
 
 
 def make(zlmim, asset, page, status):
@@ -237,7 +293,7 @@ def main(zlmim, folder):
         check(browser.run("return document.documentElement.scrollWidth <= innerWidth"), "nothing is wider than the screen")
         for look in (page.check_is_whole, page.check_hiding, page.check_animation, page.check_is_quiet):
             look()
-        browser.screenshot(folder / "phone.png")
+        browser.save_screenshot(str(folder / "phone.png"))
 
 
 main(*sys.argv[1:])

@@ -1,6 +1,7 @@
 #include "damaged_bytes.h"
 #include "exporter.h"
 #include "gltf_writer.h"
+#include "made_assets.h"
 #include "page.h"
 #include "page_data.h"
 #include "tools/sample/sample_files.h"
@@ -38,13 +39,10 @@ std::string Between(const std::string& text, std::string_view begin, std::string
 TEST(View, NamesFromFilesCantLeaveTheDataOfThePage)
 {
     const std::u16string evil = u"</script><!--<script>\"\\\u202E@SCRIPTS@&lt;\n";
-    const auto model = std::make_shared<ZLMModel>();
+    const auto model = ModelOf(Sample::WagonMesh().Str(), "");
     model->UserName = model->Author = model->Description = evil;
-    const auto entry = std::make_shared<MeshEntry>();
-    entry->Name = evil;
-    ASSERT_TRUE(entry->Mesh->LoadBytes(std::as_bytes(std::span(Sample::WagonMesh().Str()))));
-    (*entry->Mesh->Chunks->begin())->Material->Name = evil;
-    model->MeshTable()->Add(entry);
+    const auto entry = model->MeshTable()->Item(1);
+    entry->Name = entry->Mesh->Chunks->Item(1)->Material->Name = evil;
     const Tools::Asset asset = {model, {true, {}, {}, {}}};
     Subject subject = {asset, "</script>", {"</script>"}, {}};
     Validate::Finding finding;
@@ -76,17 +74,9 @@ TEST(View, NodesMatchThoseOfTheModelHoweverDamagedTheAssetIs)
     for (std::uint32_t seed = 0; seed < kAssets; ++seed)
     {
         SCOPED_TRACE(seed);
-        const auto model = std::make_shared<ZLMModel>();
-        const auto entry = std::make_shared<MeshEntry>();
-        const auto load = [](auto& object, const std::string& bytes) {
-            static_cast<void>(
-                Tools::Attempt([&] { return object.LoadBytes(std::as_bytes(std::span(bytes))); }));
-        };
         // The first is whole; others are cut short as well.
-        load(*entry->Mesh,
-             seed == 0 ? mesh : Damaged(mesh.substr(0, mesh.size() - seed % 4 * mesh.size() / 5), seed));
-        load(*entry->anim, seed == 0 ? anim : Damaged(anim, seed));
-        model->MeshTable()->Add(entry);
+        const std::string cut = mesh.substr(0, mesh.size() - seed % 4 * mesh.size() / 5);
+        const auto model = seed == 0 ? ModelOf(mesh, anim) : ModelOf(Damaged(cut, seed), Damaged(anim, seed));
         const Tools::Asset asset = {model, {true, {}, {}, {}}};
         Export::Document gltf = GltfOf(asset);
         rapidjson::Document data;

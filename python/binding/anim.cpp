@@ -26,10 +26,9 @@ void SetFrames(BoneAnim& bone, const py::object& given)
 
 void BindAnim(py::module_& module)
 {
-    py::class_<BoneAnim, std::shared_ptr<BoneAnim>> bone(
-        module, "BoneAnim",
+    auto bone = BindWithList<BoneAnim>(
+        module, "BoneAnim", "BoneAnimList",
         "A bone of an animation, with a key frame for each slot. It keeps its children, not its parent.");
-    BindList<BoneAnim>(module, "BoneAnimList", "A list of BoneAnim objects.");
     bone.def(py::init<>())
         .def_property("children", &BoneAnim::Children, &BoneAnim::SetChildren,
                       "Child bones in file order: a BoneAnimList.")

@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <utility>
 
 namespace ZLMIM::Python
 {
@@ -50,6 +52,16 @@ void BindList(py::module_& module, const char* name, const char* documentation)
         .def(
             "append", [](List& list, typename List::Entry entry) { list.Add(std::move(entry)); },
             py::arg("entry"), "Adds an entry at the end.");
+}
+
+/// Begins to bind a class, and binds the list of its objects.
+template <class T>
+py::class_<T, std::shared_ptr<T>> BindWithList(py::module_& module, const char* name, const char* list,
+                                               const char* documentation)
+{
+    py::class_<T, std::shared_ptr<T>> bound(module, name, documentation);
+    BindList<T>(module, list, ("A list of " + std::string(name) + " objects.").c_str());
+    return bound;
 }
 
 } // namespace ZLMIM::Python

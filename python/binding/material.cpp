@@ -8,14 +8,13 @@ namespace ZLMIM::Python
 
 void BindMaterials(py::module_& module)
 {
-    py::class_<Texture, std::shared_ptr<Texture>>(module, "Texture", "One texture of a material.")
+    BindWithList<Texture>(module, "Texture", "TextureList", "One texture of a material.")
         .def(py::init<>())
         .def_readwrite("texture_type", &Texture::TextureType,
                        "Role in the material, as stored: a TextureType, which may be any number.")
         .def_readwrite("name", &Texture::Name,
                        "File name without its path. The library never opens the file.")
         .def_readwrite("amount", &Texture::Amount, "Influence over the material as a whole, as stored.");
-    BindList<Texture>(module, "TextureList", "A list of Texture objects.");
 
     py::class_<Material, std::shared_ptr<Material>>(
         module, "Material",

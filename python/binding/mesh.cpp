@@ -9,15 +9,13 @@ namespace ZLMIM::Python
 
 void BindMesh(py::module_& module)
 {
-    py::class_<Chunk, std::shared_ptr<Chunk>>(module, "Chunk",
-                                              "The material and geometry of a part of a mesh.")
+    BindWithList<Chunk>(module, "Chunk", "ChunkList", "The material and geometry of a part of a mesh.")
         .def(py::init<>())
         .def_readwrite("material", &Chunk::Material, "Appearance of its surface, a Material.")
         .def_readwrite("geometry", &Chunk::Geometry, "Its points, normals and faces, a Geometry.")
         .def_readwrite("version", &Chunk::Version, "Version of the CHNK block, as stored.")
         .def_readwrite("id", &Chunk::Id,
                        "The chunk's number in the file: not unique, nor its place in the list.");
-    BindList<Chunk>(module, "ChunkList", "A list of Chunk objects.");
 
     py::class_<Mesh, std::shared_ptr<Mesh>> mesh(
         module, "Mesh",

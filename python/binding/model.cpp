@@ -112,19 +112,17 @@ void BindModel(py::module_& module)
         .def_readwrite("memory", &LoadLimits::Memory, "Bytes of objects.")
         .def_readwrite("work", &LoadLimits::Work, "Units of work, about a nanosecond each.");
 
-    py::class_<MeshEntry, std::shared_ptr<MeshEntry>> entry(
-        module, "MeshEntry",
+    auto entry = BindWithList<MeshEntry>(
+        module, "MeshEntry", "MeshEntryList",
         "An entry of a model's mesh table: a mesh, an animation, and the attachment point that it hangs "
         "on.\n\n"
         "Keeping an entry of a loaded model keeps the model.");
-    BindList<MeshEntry>(module, "MeshEntryList", "A list of MeshEntry objects.");
-    py::class_<ZLMModel, std::shared_ptr<ZLMModel>> model(
-        module, "ZLMModel",
+    auto model = BindWithList<ZLMModel>(
+        module, "ZLMModel", "ModelList",
         "A config file (config.txt), the description of an asset: its identity, its mesh table, and the\n"
         "assets that it refers to as further models. A new one is empty.\n\n"
         "files, a FileSystem, reads config files; without one they are on the disk. Meshes and animations\n"
         "always are. One object takes one call at a time.");
-    BindList<ZLMModel>(module, "ModelList", "A list of ZLMModel objects.");
     BindList<std::u16string>(module, "TextList", "A list of texts.");
     BindEntry(entry);
     BindZLMModel(model);

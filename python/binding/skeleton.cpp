@@ -26,8 +26,8 @@ void SetMatrix(Attachment& attachment, const py::object& given)
 
 void BindSkeleton(py::module_& module)
 {
-    py::class_<Attachment, std::shared_ptr<Attachment>>(
-        module, "Attachment", "A named place on a mesh where another mesh can be attached.")
+    BindWithList<Attachment>(module, "Attachment", "AttachmentList",
+                             "A named place on a mesh where another mesh can be attached.")
         .def(py::init<>())
         .def_readwrite("version", &Attachment::Version,
                        "0 after a load: the block's version is Mesh.att_version.")
@@ -42,14 +42,12 @@ void BindSkeleton(py::module_& module)
             "Rows 0 to 2 hold the rotation, row 3 the position in the mesh's units. It places points (n, 3) "
             "by\n"
             "points @ matrix[:3] + matrix[3].");
-    BindList<Attachment>(module, "AttachmentList", "A list of Attachment objects.");
 
-    py::class_<Bone, std::shared_ptr<Bone>> bone(
-        module, "Bone",
+    auto bone = BindWithList<Bone>(
+        module, "Bone", "BoneList",
         "A bone of a mesh. Keeping one of a loaded skeleton keeps all of them, up and down.\n\n"
         "If you make two objects refer to each other yourself, untie them when you are done:\n"
         "bone.parent = None. Nothing else can free them.");
-    BindList<Bone>(module, "BoneList", "A list of Bone objects.");
     bone.def(py::init<>())
         .def_property("children", &Bone::Children, &Bone::SetChildren,
                       "Child bones in file order: a BoneList. Writing it doesn't change any parent.")

@@ -3,10 +3,12 @@
 from __future__ import annotations
 
 import enum
-from typing import Any, NamedTuple, Optional
+from typing import Any, NamedTuple, Optional, TypeVar
 
 import numpy as np
 import numpy.typing as npt
+
+_Record = TypeVar("_Record", bound="tuple[float, ...]")
 
 
 class _OpenEnum(enum.IntEnum):
@@ -65,6 +67,17 @@ class FileErrorCode(_OpenEnum):
     NO_SUCH_FOLDER = 76  #: There is no such folder, or the name is empty.
 
 
+def _as_array(record: type[_Record]) -> type[_Record]:
+    """Lets numpy make an array of the record's fields."""
+
+    def array(self: _Record, dtype: Any = None) -> npt.NDArray[Any]:
+        return np.array(tuple(self), dtype or np.float32)
+
+    setattr(record, "__array__", array)
+    return record
+
+
+@_as_array
 class Vector(NamedTuple):
     """Three coordinates, 32-bit floats. numpy.array makes float32 of shape (3,) of it."""
 
@@ -72,10 +85,8 @@ class Vector(NamedTuple):
     y: float = 0.0
     z: float = 0.0
 
-    def __array__(self, dtype: Any = None) -> npt.NDArray[Any]:
-        return np.array(tuple(self), dtype or np.float32)
 
-
+@_as_array
 class Quaternion(NamedTuple):
     """A rotation; need not be of unit length. numpy.array makes float32 of shape (4,) of it."""
 
@@ -84,16 +95,11 @@ class Quaternion(NamedTuple):
     z: float = 0.0
     w: float = 0.0
 
-    def __array__(self, dtype: Any = None) -> npt.NDArray[Any]:
-        return np.array(tuple(self), dtype or np.float32)
 
-
+@_as_array
 class Colour(NamedTuple):
     """Red, green and blue, usually 0 to 1. numpy.array makes float32 of shape (3,) of it."""
 
     r: float = 0.0
     g: float = 0.0
     b: float = 0.0
-
-    def __array__(self, dtype: Any = None) -> npt.NDArray[Any]:
-        return np.array(tuple(self), dtype or np.float32)

@@ -1,10 +1,28 @@
 """What `zlmim inspect --json --as-given` prints of an object, read from its properties in Python."""
 
+import collections.abc
 import os
+import re
 
 import numpy as np
 
 import zlmim
+
+FIELDS = {
+    zlmim.Anim: "ErrorMessage FrameCount FPS Version MetScale Name FileSize RootBone FileName",
+    zlmim.Attachment: "Version Name Matrix",
+    zlmim.Bone: "Name Version Position Rotation ToMatrix ParentOk Children",
+    zlmim.BoneAnim: "Name Version Frames Children",
+    zlmim.Chunk: "Material Geometry Version Id",
+    zlmim.Geometry: "Version Area FaceNormals PrimitiveCount MaxInfl PrimitiveType Bone BoneObject MaxVertices "
+    "MaxVertNormal MaxIndex Vertices VertexNormals Indices",
+    zlmim.Material: "Version NumProperties TwoSided Opacity SpecularPower Textures Name Ambient Diffuse Specular Emissive",
+    zlmim.Mesh: "ErrorMessage ChunkCount Version FileSize Attachments Chunks RootBone AttVersion Polygons FileName "
+    "BoneCount VertexCount TextureCount",
+    zlmim.MeshEntry: "Name ParentOk AttParent Att Mesh anim",
+    zlmim.Texture: "TextureType Name Amount",
+    zlmim.ZLMModel: "AssetFileName Author UserName Kind Description ZLMBuild kuid MeshTable Bogies BogieNames Pantograph",
+}
 
 
 def load(path):
@@ -19,171 +37,51 @@ def load(path):
         outcome = type(error).__name__
     except MemoryError:
         outcome = "OutOfMemory"
-    read = {zlmim.Mesh: mesh, zlmim.Anim: anim, zlmim.ZLMModel: model}[kind]
     return {"Load": True if outcome is None else outcome, **read(loaded)}
 
 
-def _name(path):
-    """A file's name with the system's separators."""
-    return path.replace("\\", os.sep)
+def read(value, *above):
+    """What is printed of a value. `above` are the objects that it is in, the nearest first."""
+    if type(value) in FIELDS:
+        return {key: field(value, key, above) for key in FIELDS[type(value)].split()}
+    if isinstance(value, (zlmim.Vector, zlmim.Quaternion, zlmim.Colour)):
+        return np.asarray(value)
+    if isinstance(value, collections.abc.Sequence) and not isinstance(value, str):
+        return [read(entry, *above) for entry in value]
+    return value
 
 
-def _each(read, entries, *arguments):
-    return None if entries is None else [None if e is None else read(e, *arguments) for e in entries]
+def field(of, key, above):
+    if key == "ParentOk":
+        return of.parent is (above[0] if isinstance(above[0], (zlmim.Bone, zlmim.ZLMModel)) else None)
+    if key == "BoneObject":  # above a geometry are its chunk and its mesh
+        return of.bone_object and _place(of.bone_object, _bones(above[1].root_bone))
+    if key == "AttParent":
+        return _place(of.att_parent, above[0].mesh_table)
+    if key == "Att":
+        return _place(of.att, of.att_parent and of.att_parent.mesh.attachments)
+    if key == "Bogies":
+        firsts = [of.bogies.index(bogie) for bogie in of.bogies]
+        return [
+            read(of.bogies[place], of, *above) if place == first else {"SameAs": first + 1}
+            for place, first in enumerate(firsts)
+        ]
+    # ErrorMessage is error_message, ZLMBuild zlm_build.
+    value = getattr(of, re.sub("(?<=[a-z])(?=[A-Z])|(?<=[A-Z])(?=[A-Z][a-z])", "_", key).lower())
+    return read(value() if key == "ToMatrix" else value, of, *above)
 
 
-def _or_none(read, value, *arguments):
-    return None if value is None else read(value, *arguments)
+def _bones(bone):
+    return [] if bone is None else [bone, *(below for child in bone.children for below in _bones(child))]
 
 
 def _place(wanted, entries):
     return entries.index(wanted) + 1 if wanted is not None and entries is not None and wanted in entries else None
 
 
-def mesh(m):
-    bones = []
-
-    def number(bone):
-        bones.append(bone)
-        for child in bone.children:
-            number(child)
-
-    if m.root_bone is not None:
-        number(m.root_bone)
-    return {
-        "ErrorMessage": m.error_message,
-        "ChunkCount": m.chunk_count,
-        "Version": m.version,
-        "FileSize": m.file_size,
-        "Attachments": _each(attachment, m.attachments),
-        "Chunks": _each(chunk, m.chunks, bones),
-        "RootBone": _or_none(bone, m.root_bone, None),
-        "AttVersion": m.att_version,
-        "Polygons": m.polygons,
-        "FileName": m.file_name,
-        "BoneCount": m.bone_count,
-        "VertexCount": m.vertex_count,
-        "TextureCount": m.texture_count,
-    }
-
-
-def attachment(a):
-    return {"Version": a.version, "Name": a.name, "Matrix": a.matrix.reshape(12)}
-
-
-def chunk(c, bones):
-    return {
-        "Material": material(c.material),
-        "Geometry": geometry(c.geometry, bones),
-        "Version": c.version,
-        "Id": c.id,
-    }
-
-
-def material(m):
-    return {
-        "Version": m.version,
-        "NumProperties": m.num_properties,
-        "TwoSided": m.two_sided,
-        "Opacity": m.opacity,
-        "SpecularPower": m.specular_power,
-        "Textures": [
-            {"TextureType": t.texture_type, "Name": t.name, "Amount": t.amount} for t in m.textures
-        ],
-        "Name": m.name,
-        **{
-            name: np.asarray(colour)
-            for name, colour in zip(
-                ("Ambient", "Diffuse", "Specular", "Emissive"), (m.ambient, m.diffuse, m.specular, m.emissive)
-            )
-        },
-    }
-
-
-def geometry(g, bones):
-    return {
-        "Version": g.version,
-        "Area": g.area,
-        "FaceNormals": g.face_normals,
-        "PrimitiveCount": g.primitive_count,
-        "MaxInfl": g.max_infl,
-        "PrimitiveType": g.primitive_type,
-        "Bone": g.bone,
-        "BoneObject": _place(g.bone_object, bones),
-        "MaxVertices": g.max_vertices,
-        "MaxVertNormal": g.max_vert_normal,
-        "MaxIndex": g.max_index,
-        "Vertices": g.vertices,
-        "VertexNormals": g.vertex_normals,
-        "Indices": g.indices,
-    }
-
-
-def bone(b, above):
-    return {
-        "Name": b.name,
-        "Version": b.version,
-        "Position": np.asarray(b.position),
-        "Rotation": np.asarray(b.rotation),
-        "ToMatrix": b.to_matrix().reshape(12),
-        "ParentOk": b.parent is above,
-        "Children": _each(bone, b.children, b),
-    }
-
-
-def anim(a):
-    return {
-        "ErrorMessage": a.error_message,
-        "FrameCount": a.frame_count,
-        "FPS": a.fps,
-        "Version": a.version,
-        "MetScale": a.met_scale,
-        "Name": a.name,
-        "FileSize": a.file_size,
-        "RootBone": _or_none(bone_anim, a.root_bone),
-        "FileName": a.file_name,
-    }
-
-
-def bone_anim(b):
-    return {
-        "Name": b.name,
-        "Version": b.version,
-        "Frames": b.frames,
-        "Children": _each(bone_anim, b.children),
-    }
-
-
-def model(m):
-    def bogie(place, found):
-        first = m.bogies.index(found)
-        return model(found) if first == place else {"SameAs": first + 1}
-
-    return {
-        "AssetFileName": m.asset_file_name,
-        "Author": m.author,
-        "UserName": m.user_name,
-        "Kind": m.kind,
-        "Description": m.description,
-        "ZLMBuild": m.zlm_build,
-        "kuid": m.kuid,
-        "MeshTable": _each(entry, m.mesh_table, m),
-        "Bogies": [bogie(place, found) for place, found in enumerate(m.bogies)],
-        "BogieNames": list(m.bogie_names),
-        "Pantograph": _or_none(model, m.pantograph),
-    }
-
-
-def entry(e, of):
-    attachments = e.att_parent.mesh.attachments if e.att_parent is not None else None
-    return {
-        "Name": e.name,
-        "ParentOk": e.parent is of,
-        "AttParent": _place(e.att_parent, of.mesh_table),
-        "Att": _place(e.att, attachments),
-        "Mesh": mesh(e.mesh),
-        "anim": anim(e.anim),
-    }
+def _name(path):
+    """A file's name with the system's separators."""
+    return path.replace("\\", os.sep)
 
 
 def differences(printed, read, path=""):

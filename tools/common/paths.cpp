@@ -28,6 +28,17 @@ std::filesystem::path ToPath(NativePathView nativePath)
     return std::filesystem::path::string_type(nativePath.begin(), nativePath.end());
 }
 
+std::filesystem::path FromUtf8Path(const std::string& utf8)
+{
+    return std::u8string(utf8.begin(), utf8.end());
+}
+
+std::string ToUtf8Path(const std::filesystem::path& path)
+{
+    const std::u8string name = path.u8string();
+    return {name.begin(), name.end()};
+}
+
 std::u16string ToName(const std::filesystem::path& path)
 {
     return FromNativePath(NativePath(path.native().begin(), path.native().end()));

@@ -17,6 +17,9 @@ namespace ZLMIM::Tools
 [[nodiscard]] std::string ShownFile(std::u16string_view name);
 
 [[nodiscard]] std::filesystem::path ToPath(NativePathView nativePath);
+/// A path of UTF-8 text, such as an argument, and its text.
+[[nodiscard]] std::filesystem::path FromUtf8Path(const std::string& utf8);
+[[nodiscard]] std::string ToUtf8Path(const std::filesystem::path& path);
 /// A path in the object model's form.
 [[nodiscard]] std::u16string ToName(const std::filesystem::path& path);
 

@@ -3,6 +3,7 @@
 
 #include "tools/common/arguments.h"
 #include "tools/common/asset.h"
+#include "tools/common/output_names.h"
 #include "tools/common/parallel.h"
 #include "tools/common/paths.h"
 #include "tools/common/problems.h"
@@ -18,7 +19,6 @@
 #include <iostream>
 #include <memory>
 #include <mutex>
-#include <set>
 #include <stdexcept>
 #include <thread>
 #include <variant>
@@ -40,14 +40,6 @@ struct CommandLine
     bool IsVFlipped = false;
     bool IsRecursive = false;
 };
-
-fs::path PathOf(const std::string& utf8) { return std::u8string(utf8.begin(), utf8.end()); }
-
-std::string Utf8(const fs::path& path)
-{
-    const std::u8string name = path.u8string();
-    return {name.begin(), name.end()};
-}
 
 Export::Options OptionsOf(const CommandLine& line)
 {
@@ -107,8 +99,6 @@ Report ExportOne(const Task& task, const Export::Options& options)
     }
     try
     {
-        if (task.Output.has_parent_path())
-            fs::create_directories(task.Output.parent_path());
         Save(document, task.Output);
         report.IsWritten = true;
     }
@@ -119,59 +109,27 @@ Report ExportOne(const Task& task, const Export::Options& options)
     return report;
 }
 
-/// Names of files that no two tasks share, also where letter case doesn't count.
-class Outputs
-{
-public:
-    fs::path Add(const fs::path& folder, const fs::path& name)
-    {
-        fs::path output;
-        for (int number = 1; number == 1 || !mTaken.insert(LowerCase(output.u16string())).second; ++number)
-        {
-            output = folder / name;
-            output += (number > 1 ? "-" + std::to_string(number) : "") + ".glb";
-        }
-        return output;
-    }
-
-private:
-    std::set<std::u16string> mTaken;
-};
-
-/// The name of an asset's folder, or of a mesh without its ending.
-fs::path StemOf(const std::string& path)
-{
-    std::error_code failure;
-    const fs::path file = fs::absolute(ToPath(ToNativePath(FileName(path))), failure).lexically_normal();
-    const bool isFile = KindOf(FileName(path)) == Kind::Mesh;
-    const bool isConfig = LowerCase(file.extension().u16string()) == u".txt";
-    fs::path stem = isFile ? file.stem() : isConfig ? file.parent_path().filename() : file.filename();
-    if (stem.empty() && !isConfig) // the path ends in a separator
-        stem = file.parent_path().filename();
-    return stem.empty() ? fs::path("asset") : stem;
-}
-
 std::vector<Task> TasksFor(const CommandLine& line)
 {
     std::vector<Task> tasks;
-    Outputs outputs;
+    OutputNames outputs(".glb");
+    const fs::path output = FromUtf8Path(line.Output);
     for (const std::string& path : line.Paths)
     {
         if (!line.IsRecursive)
         {
-            tasks.push_back(
-                {path, line.Output.empty() ? outputs.Add({}, StemOf(path)) : PathOf(line.Output)});
+            tasks.push_back({path, line.Output.empty() ? outputs.Add(StemOf(path)) : output});
             continue;
         }
         const fs::path folder = ToPath(ToNativePath(FileName(path)));
         const auto configs = Picture::AssetsBelow(FileName(path));
         for (const std::string& config : configs)
         {
-            const fs::path asset = PathOf(config).parent_path().lexically_relative(folder);
-            tasks.push_back({config, outputs.Add(PathOf(line.Output), asset == "." ? StemOf(path) : asset)});
+            const fs::path asset = FromUtf8Path(config).parent_path().lexically_relative(folder);
+            tasks.push_back({config, outputs.Add(output / (asset == "." ? StemOf(path) : asset))});
         }
         if (configs.empty()) // which gives a complaint
-            tasks.push_back({path, outputs.Add(PathOf(line.Output), StemOf(path))});
+            tasks.push_back({path, outputs.Add(output / StemOf(path))});
     }
     return tasks;
 }
@@ -184,7 +142,7 @@ void CheckOutput(const CommandLine& line)
             throw UsageError("-r needs -o with the folder to write to");
         return;
     }
-    const std::u16string ending = LowerCase(PathOf(line.Output).extension().u16string());
+    const std::u16string ending = LowerCase(ToName(FromUtf8Path(line.Output).extension()));
     if (!line.Output.empty() && ending != u".glb" && ending != u".gltf")
         throw UsageError("-o: '" + line.Output + "' must end in .glb or .gltf");
     if (line.Paths.size() > 1 && !line.Output.empty())
@@ -217,7 +175,7 @@ int ExportAll(const CommandLine& line)
             status = kBadInput;
         }
         if (reports[i].IsWritten)
-            std::cout << Utf8(tasks[i].Output) << '\n';
+            std::cout << ToUtf8Path(tasks[i].Output) << '\n';
     }
     return status;
 }

@@ -2,13 +2,16 @@
 
 #include "gltf_json.h"
 
+#include "tools/common/paths.h"
+#include "tools/common/save_file.h"
+
 #include "zlmim/model/text.h"
 
 #include <bit>
-#include <fstream>
 #include <functional>
 #include <initializer_list>
 #include <limits>
+#include <ostream>
 #include <stdexcept>
 #include <string_view>
 
@@ -32,22 +35,39 @@ void WriteViews(const Document& document, const Write& write)
         WritePadded(view.Bytes.data(), view.Bytes.size(), write);
 }
 
-/// Passes a document of one file to `write`, piece by piece, after its size to `reserve`.
-void MakeGlb(const Document& document, const std::function<void(std::size_t)>& reserve, const Write& write)
+/// A document as one file, written piece by piece.
+class Glb
 {
-    std::string json = JsonOf(document, nullptr);
-    json.resize(Aligned(json.size()), ' ');
-    std::size_t binary = 0;
-    for (const BufferView& view : document.Views)
-        binary += Aligned(view.Bytes.size());
-    for (const Image& image : document.Images)
-        binary += Aligned(image.Bytes.size());
-    constexpr std::size_t kHead = 12;
-    constexpr std::size_t kChunkHead = 8;
-    const std::size_t size = kHead + kChunkHead + json.size() + (binary > 0 ? kChunkHead + binary : 0);
-    if (size > std::numeric_limits<std::uint32_t>::max())
-        throw std::length_error("it is too large for one file; write a .gltf");
-    reserve(size);
+public:
+    /// @throws std::length_error past the 4 GiB that one file can have.
+    explicit Glb(const Document& document) : mDocument(document), mJson(JsonOf(document, nullptr))
+    {
+        mJson.resize(Aligned(mJson.size()), ' ');
+        for (const BufferView& view : document.Views)
+            mBinary += Aligned(view.Bytes.size());
+        for (const Image& image : document.Images)
+            mBinary += Aligned(image.Bytes.size());
+        if (Size() > std::numeric_limits<std::uint32_t>::max())
+            throw std::length_error("it is too large for one file; write a .gltf");
+    }
+
+    [[nodiscard]] std::size_t Size() const
+    {
+        constexpr std::size_t kHead = 12;
+        constexpr std::size_t kChunkHead = 8;
+        return kHead + kChunkHead + mJson.size() + (mBinary > 0 ? kChunkHead + mBinary : 0);
+    }
+
+    void WriteTo(const Write& write) const;
+
+private:
+    const Document& mDocument;
+    std::string mJson;
+    std::size_t mBinary = 0;
+};
+
+void Glb::WriteTo(const Write& write) const
+{
     static_assert(std::endian::native == std::endian::little);
     const auto writeNumbers = [&](std::initializer_list<std::uint32_t> numbers)
     { write(std::data(numbers), numbers.size() * sizeof(std::uint32_t)); };
@@ -55,13 +75,13 @@ void MakeGlb(const Document& document, const std::function<void(std::size_t)>& r
     constexpr std::uint32_t kJson = 0x4E4F534A;   // "JSON"
     constexpr std::uint32_t kBinary = 0x004E4942; // "BIN"
     writeNumbers(
-        {kMagic, 2, static_cast<std::uint32_t>(size), static_cast<std::uint32_t>(json.size()), kJson});
-    write(json.data(), json.size());
-    if (binary == 0)
+        {kMagic, 2, static_cast<std::uint32_t>(Size()), static_cast<std::uint32_t>(mJson.size()), kJson});
+    write(mJson.data(), mJson.size());
+    if (mBinary == 0)
         return;
-    writeNumbers({static_cast<std::uint32_t>(binary), kBinary});
-    WriteViews(document, write);
-    for (const Image& image : document.Images)
+    writeNumbers({static_cast<std::uint32_t>(mBinary), kBinary});
+    WriteViews(mDocument, write);
+    for (const Image& image : mDocument.Images)
         WritePadded(image.Bytes.data(), image.Bytes.size(), write);
 }
 
@@ -84,23 +104,6 @@ std::string Uri(const std::string& name)
     return uri;
 }
 
-void Close(std::ofstream& file, const std::filesystem::path& path)
-{
-    file.close();
-    if (!file)
-    {
-        const std::u8string name = path.u8string();
-        throw std::runtime_error(std::string(name.begin(), name.end()) + " can't be written");
-    }
-}
-
-void SaveFile(const std::filesystem::path& path, const std::function<void(std::ostream&)>& writeContent)
-{
-    std::ofstream file(path, std::ios::binary);
-    writeContent(file);
-    Close(file, path);
-}
-
 Write Into(std::ostream& out)
 {
     return [&out](const void* bytes, std::size_t size)
@@ -116,46 +119,41 @@ void SaveFiles(const Document& document, const std::filesystem::path& file)
         return path += ending;
     };
     const auto nameOf = [](const std::filesystem::path& path)
-    {
-        const std::u8string name = path.filename().u8string();
-        return Uri(std::string(name.begin(), name.end()));
-    };
+    { return Uri(Tools::ToUtf8Path(path.filename())); };
     Links links = {nameOf(beside(".bin")), {}};
     for (const Image& image : document.Images)
     {
         const std::filesystem::path path =
             beside("-" + std::to_string(links.Images.size() + 1) + (image.IsJpeg ? ".jpg" : ".png"));
-        SaveFile(path, [&](std::ostream& out) { Into(out)(image.Bytes.data(), image.Bytes.size()); });
+        Tools::SaveFile(path, [&](std::ostream& out) { Into(out)(image.Bytes.data(), image.Bytes.size()); });
         links.Images.push_back(nameOf(path));
     }
     if (!document.Views.empty())
-        SaveFile(beside(".bin"), [&](std::ostream& out) { WriteViews(document, Into(out)); });
-    SaveFile(file, [&](std::ostream& out) { out << JsonOf(document, &links); });
+        Tools::SaveFile(beside(".bin"), [&](std::ostream& out) { WriteViews(document, Into(out)); });
+    Tools::SaveFile(file, JsonOf(document, &links));
 }
 
 } // namespace
 
 std::string ToGlb(const Document& document)
 {
-    std::string glb;
-    MakeGlb(
-        document, [&glb](std::size_t size) { glb.reserve(size); },
-        [&glb](const void* bytes, std::size_t size) { glb.append(static_cast<const char*>(bytes), size); });
-    return glb;
+    const Glb glb(document);
+    std::string bytes;
+    bytes.reserve(glb.Size());
+    glb.WriteTo([&bytes](const void* piece, std::size_t size)
+                { bytes.append(static_cast<const char*>(piece), size); });
+    return bytes;
 }
 
 void Save(const Document& document, const std::filesystem::path& file)
 {
-    if (LowerCase(file.extension().u16string()) == u".gltf")
+    if (LowerCase(Tools::ToName(file.extension())) == u".gltf")
     {
         SaveFiles(document, file);
         return;
     }
-    // Opened only when the size is known to be allowed.
-    std::ofstream out;
-    MakeGlb(
-        document, [&](std::size_t) { out.open(file, std::ios::binary); }, Into(out));
-    Close(out, file);
+    const Glb glb(document);
+    Tools::SaveFile(file, [&glb](std::ostream& out) { glb.WriteTo(Into(out)); });
 }
 
 } // namespace ZLMIM::Export

@@ -14,7 +14,7 @@ namespace ZLMIM::Export
 
 /// Writes the file, as JSON with its `.bin` and pictures beside it if it ends in `.gltf`, else as one file.
 /// @throws std::length_error past the 4 GiB that one file can have; nothing is written then.
-/// @throws std::runtime_error if a file can't be written.
+/// @throws std::system_error if a file can't be written; see `Tools::SaveFile`.
 void Save(const Document& document, const std::filesystem::path& file);
 
 } // namespace ZLMIM::Export

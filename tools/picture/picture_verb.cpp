@@ -1,11 +1,5 @@
-#include "drawing.h"
-#include "scene.h"
-#include "sheet.h"
+#include "picture_job.h"
 
-#include "tools/common/arguments.h"
-#include "tools/common/asset.h"
-#include "tools/common/paths.h"
-#include "tools/common/problems.h"
 #include "tools/common/text.h"
 #include "tools/verbs.h"
 
@@ -13,16 +7,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <fstream>
-#include <iostream>
 #include <memory>
-#include <new>
+#include <optional>
 #include <set>
+#include <string>
+#include <string_view>
 #include <system_error>
-#include <variant>
+#include <vector>
 
 namespace ZLMIM::Tools
 {
@@ -112,306 +105,38 @@ void CheckOutput(const std::string& output)
         throw UsageError("-o: '" + output + "' must end in .png: pictures are PNG files, also animated ones");
 }
 
-/// Draws the pictures that the command line requests.
-class Job
+/// @throws UsageError if the options contradict each other, or a value isn't allowed.
+PictureOptions OptionsOf(const CommandLine& line)
 {
-public:
-    explicit Job(const CommandLine& line)
-        : mLine(line), mTurn(TurnOf(line.From)), mZoom(line.Zoom.value_or(1))
-    {
-        CheckOutput(line.Output);
-        if (mZoom <= 0 || !std::isfinite(mZoom))
-            throw UsageError("--zoom must be a finite number above 0, such as 2");
-        if (line.Paths.size() > 1 && !line.Output.empty() && !line.IsSheet)
-            throw UsageError(
-                "-o names one picture, but there are several PATHs; leave it out, or use --sheet");
-        if (line.IsAnimated && (line.Frame || line.Time || line.IsSheet))
-            throw UsageError("--animate goes with none of --frame, --time and --sheet");
-        if (line.Frame && line.Time)
-            throw UsageError("--frame and --time exclude each other");
-        if (line.Frame && (*line.Frame < 0 || *line.Frame > kMostFrame))
-            throw UsageError("--frame must be from 0 to " + Number(kMostFrame));
-        if (line.Time && (!(*line.Time >= 0) || !std::isfinite(*line.Time)))
-            throw UsageError("--time must be a finite number from 0");
-        mRequest.Only = LowerNames(line.Only);
-        mRequest.Without = LowerNames(line.Without);
-        mRequest.Poses = line.Poses == "mesh" ? PoseBase::Mesh : PoseBase::Parent;
-        mRequest.HasTextures = !line.IsPlain;
-        mSize = SizeOf(line.Size, line.IsSheet ? std::array{320, 240} : std::array{1200, 800});
-    }
-
-    int DrawAll()
-    {
-        if (mLine.IsSheet)
-            return DrawSheet();
-        for (const std::string& path : mLine.Paths)
-        {
-            const auto images = ImagesOf(path);
-            if (images.empty())
-                continue;
-            const std::string output = mLine.Output.empty() ? DefaultOutput(mInput.Name) : mLine.Output;
-            Save(output, mLine.IsAnimated ? ToAnimatedPng(images, mFramesPerSecond) : ToPng(images.front()));
-            std::cout << output << '\n';
-        }
-        return mStatus;
-    }
-
-private:
-    int DrawSheet()
-    {
-        std::vector<std::string> paths;
-        for (const std::string& path : mLine.Paths)
-        {
-            const auto found = AssetsBelow(FileName(path));
-            paths.insert(paths.end(), found.begin(), found.end());
-            if (found.empty())
-                paths.push_back(path);
-        }
-        Sheet sheet(mSize[0], mSize[1]);
-        for (const std::string& path : paths)
-        {
-            const auto images = ImagesOf(path);
-            if (!images.empty())
-                sheet.Add(images.front(), ShownFile(Folder(mInput)));
-        }
-        if (sheet.IsEmpty())
-            return std::max(mStatus, kBadInput);
-        const std::string output = mLine.Output.empty() ? "sheet.png" : mLine.Output;
-        for (std::size_t number = 1; const Image& page : sheet.Pages())
-        {
-            std::string name = output;
-            if (number > 1)
-                name.insert(name.rfind('.'), "-" + std::to_string(number));
-            Save(name, ToPng(page));
-            std::cout << name << '\n';
-            ++number;
-        }
-        return mStatus;
-    }
-
-    static std::u16string Folder(const Input& input)
-    {
-        return input.Kind == Kind::Model ? FolderOf(input.Name) : input.Name;
-    }
-
-    void Complain(const std::string& what)
-    {
-        std::cout.flush();
-        std::cerr << "zlmim picture: " << what << '\n';
-        mStatus = kBadInput;
-    }
-
-    void Complain(const std::string& path, const std::string& what)
-    {
-        Complain((path.empty() ? "''" : path) + ": " + what);
-    }
-
-    /// The pictures of a path; empty if there are none.
-    std::vector<Image> ImagesOf(const std::string& path)
-    {
-        std::optional<Asset> asset;
-        try
-        {
-            asset = Load(path);
-            return asset ? Images(path, *asset) : std::vector<Image>();
-        }
-        catch (const std::bad_alloc&)
-        {
-            const std::uint64_t size = asset ? MeshSizeOf(*asset) : 0;
-            Complain(path, "there is no memory to draw it" +
-                               (size > 0 ? " with its meshes of " + Bytes(size) : std::string()));
-            return {};
-        }
-    }
-
-    /// Of the files of its meshes.
-    static std::uint64_t MeshSizeOf(const Asset& asset)
-    {
-        if (const auto* const mesh = std::get_if<std::shared_ptr<Mesh>>(&asset.Object))
-            return static_cast<std::uint64_t>(std::max((*mesh)->FileSize, 0));
-        std::uint64_t size = 0;
-        if (const auto table = std::get<std::shared_ptr<ZLMModel>>(asset.Object)->MeshTable())
-            for (const auto& entry : *table)
-                size += static_cast<std::uint64_t>(std::max(entry->Mesh->FileSize, 0));
-        return size;
-    }
-
-    std::optional<Asset> Load(const std::string& path)
-    {
-        mNames = std::make_shared<PathResolver>();
-        const auto input = FindInput(FileName(path), *mNames);
-        if (const auto* const why = std::get_if<std::string>(&input))
-        {
-            Complain(path, *why);
-            return std::nullopt;
-        }
-        mInput = std::get<Input>(input);
-        if (mInput.Kind == Kind::Anim)
-        {
-            Complain(path, "an animation by itself can't be drawn; give the asset's config.txt");
-            return std::nullopt;
-        }
-        Asset asset = LoadAsset(mInput, mNames);
-        const bool isWhole = mRequest.Only.empty();
-        for (const Problem& problem :
-             FindProblems(asset, mInput, mNames, isWhole ? References::Follow : References::Skip))
-        {
-            const auto* const model = std::get_if<std::shared_ptr<ZLMModel>>(&asset.Object);
-            const bool isOwn = model && problem.Model == model->get() && problem.Entry;
-            if (!isOwn || mRequest.Shows(problem.Entry->Name))
-                Complain(Text(problem));
-        }
-        return asset;
-    }
-
-    Scene SceneOf(const Asset& asset, const SceneRequest& request)
-    {
-        SceneMaker maker(request, *mNames, mTextures);
-        if (const auto* mesh = std::get_if<std::shared_ptr<Mesh>>(&asset.Object))
-            return maker.Make(**mesh);
-        return maker.Make(*std::get<std::shared_ptr<ZLMModel>>(asset.Object));
-    }
-
-    /// Names of entries that the asset doesn't have.
-    bool HasEntries(const std::string& path, const Asset& asset)
-    {
-        std::set<std::u16string> wanted = mRequest.Only;
-        wanted.insert(mRequest.Without.begin(), mRequest.Without.end());
-        if (wanted.empty())
-            return true;
-        std::string known;
-        if (const auto* model = std::get_if<std::shared_ptr<ZLMModel>>(&asset.Object))
-            for (const auto& entry : *(*model)->MeshTable())
-            {
-                wanted.erase(entry->Name);
-                known += (known.empty() ? "" : ", ") + Printable(entry->Name);
-            }
-        for (const std::u16string& name : wanted)
-            Complain(path, "there is no entry \"" + Printable(name) + "\"" +
-                               (known.empty() ? std::string() : "; there are: " + known));
-        return wanted.empty();
-    }
-
-    /// The picture, or all pictures of an animation; empty if there is nothing to draw.
-    std::vector<Image> Images(const std::string& path, const Asset& asset)
-    {
-        mTextures.clear();
-        if (!HasEntries(path, asset))
-            return {};
-        SceneRequest request = mRequest;
-        Scene scene = SceneOf(asset, request);
-        std::vector<Scene> scenes;
-        const bool isPosed = mLine.Frame || mLine.Time || mLine.IsAnimated;
-        if (isPosed && !scene.AnimationRun)
-        {
-            Complain(path, "no mesh of it has an animation, so it is drawn as stored");
-        }
-        else if (isPosed)
-        {
-            const auto [first, last] = *scene.AnimationRun;
-            mFramesPerSecond = scene.FramesPerSecond;
-            std::vector<double> slots;
-            if (mLine.IsAnimated)
-                for (std::int32_t slot = first; slot <= std::min(last, first + kMaxFrames - 1); ++slot)
-                    slots.push_back(slot);
-            else
-                slots.push_back(Slot(path, first, last));
-            for (const double slot : slots)
-            {
-                request.Slot = slot;
-                scenes.push_back(SceneOf(asset, request));
-            }
-            if (last - first >= kMaxFrames)
-                Complain(path, "only the first " + Number(kMaxFrames) + " frames are drawn");
-        }
-        if (scenes.empty())
-            scenes.push_back(std::move(scene));
-        return DrawScenes(path, scenes);
-    }
-
-    double Slot(const std::string& path, std::int32_t first, std::int32_t last)
-    {
-        const int perSecond = std::max(mFramesPerSecond, 0);
-        const double slot = mLine.Frame ? static_cast<double>(*mLine.Frame) : first + *mLine.Time * perSecond;
-        if ((slot < first || slot > last) && mLine.Frame)
-            Complain(path,
-                     "the animation has the frames " + std::to_string(first) + " to " + std::to_string(last));
-        else if (slot > last)
-            Complain(path, "the animation ends after " +
-                               Decimal(static_cast<float>(last - first) / static_cast<float>(perSecond)) +
-                               " seconds");
-        else if (!mLine.Frame && perSecond == 0)
-            Complain(path, "the animation has no number of frames per second, so its first frame is drawn");
-        return std::clamp<double>(slot, first, last);
-    }
-
-    std::vector<Image> DrawScenes(const std::string& path, std::vector<Scene>& scenes)
-    {
-        Frame frame(mTurn);
-        for (const Scene& scene : scenes)
-            frame.Include(scene);
-        std::vector<Image> images;
-        for (Scene& scene : scenes)
-        {
-            Drawing drawing = Draw(scene, frame, mSize[0], mSize[1], mZoom);
-            if (drawing.Skipped > 0)
-                scene.Problems.push_back(
-                    Counted(static_cast<std::int64_t>(drawing.Skipped), "triangle is", "triangles are") +
-                    " skipped, since drawing would take too long");
-            images.push_back(std::move(drawing.Image));
-        }
-        const Scene& scene = scenes.front();
-        for (const std::string& problem : scene.Problems)
-            Complain(path, problem);
-        for (const std::string& note : scene.Notes)
-            std::cerr << "zlmim picture: " << path << ": " << note << '\n';
-        if (scene.Triangles.empty() && scene.Lines.empty())
-        {
-            Complain(path, "there is nothing to draw");
-            return {};
-        }
-        return images;
-    }
-
-    /// In the working folder, named after the asset's folder, or after the mesh.
-    std::string DefaultOutput(const std::u16string& name)
-    {
-        std::error_code failure;
-        std::filesystem::path file =
-            std::filesystem::absolute(ToPath(ToNativePath(name)), failure).lexically_normal();
-        const std::string stem =
-            ToUtf8(ToName(mInput.Kind == Kind::Model ? file.parent_path().filename() : file.stem()));
-        std::string output = (stem.empty() ? "picture" : stem) + ".png";
-        for (int number = 2; !mOutputs.insert(output).second; ++number)
-            output = stem + "-" + std::to_string(number) + ".png";
-        return output;
-    }
-
-    static void Save(const std::string& path, const std::string& bytes)
-    {
-        errno = 0;
-        std::ofstream file(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        file.close();
-        if (!file)
-            throw std::system_error(errno, std::generic_category(), path + " can't be written");
-    }
-
-    static constexpr std::int32_t kMaxFrames = 1'000;
-    static constexpr std::int64_t kMostFrame = 1'000'000'000;
-
-    const CommandLine& mLine;
-    Turn mTurn;
-    double mZoom;
-    std::array<int, 2> mSize = {};
-    SceneRequest mRequest;
-    std::shared_ptr<PathResolver> mNames;
-    TextureCache mTextures;
-    Input mInput;
-    int mFramesPerSecond = 0;
-    std::set<std::string> mOutputs;
-    int mStatus = kGood;
-};
+    constexpr std::int64_t kMostFrame = 1'000'000'000;
+    PictureOptions options = {.Paths = line.Paths,
+                              .Output = line.Output,
+                              .From = TurnOf(line.From),
+                              .Zoom = line.Zoom.value_or(1),
+                              .Frame = line.Frame,
+                              .Time = line.Time,
+                              .IsAnimated = line.IsAnimated,
+                              .IsSheet = line.IsSheet};
+    CheckOutput(line.Output);
+    if (options.Zoom <= 0 || !std::isfinite(options.Zoom))
+        throw UsageError("--zoom must be a finite number above 0, such as 2");
+    if (line.Paths.size() > 1 && !line.Output.empty() && !line.IsSheet)
+        throw UsageError("-o names one picture, but there are several PATHs; leave it out, or use --sheet");
+    if (line.IsAnimated && (line.Frame || line.Time || line.IsSheet))
+        throw UsageError("--animate goes with none of --frame, --time and --sheet");
+    if (line.Frame && line.Time)
+        throw UsageError("--frame and --time exclude each other");
+    if (line.Frame && (*line.Frame < 0 || *line.Frame > kMostFrame))
+        throw UsageError("--frame must be from 0 to " + Number(kMostFrame));
+    if (line.Time && (!(*line.Time >= 0) || !std::isfinite(*line.Time)))
+        throw UsageError("--time must be a finite number from 0");
+    options.Request.Only = LowerNames(line.Only);
+    options.Request.Without = LowerNames(line.Without);
+    options.Request.Poses = line.Poses == "mesh" ? PoseBase::Mesh : PoseBase::Parent;
+    options.Request.HasTextures = !line.IsPlain;
+    options.Size = SizeOf(line.Size, line.IsSheet ? std::array{320, 240} : std::array{1200, 800});
+    return options;
+}
 
 } // namespace
 
@@ -459,7 +184,7 @@ Verb PictureVerb()
           {"0\tevery picture was drawn",
            "1\tsomething is missing or broken, or there is nothing to draw; the rest was drawn",
            "2\tthe command line is wrong, or a picture can't be written"}}},
-        [line] { return Job(*line).DrawAll(); }};
+        [line] { return DrawPictures(OptionsOf(*line)); }};
 }
 
 } // namespace ZLMIM::Tools

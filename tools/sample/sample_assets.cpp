@@ -1,11 +1,9 @@
 #include "tools/sample/sample_assets.h"
 
+#include "tools/common/save_file.h"
 #include "tools/sample/sample_files.h"
 
-#include <cerrno>
-#include <fstream>
 #include <string_view>
-#include <system_error>
 
 namespace Sample
 {
@@ -117,35 +115,12 @@ std::map<std::string, std::string> SamplePictures()
     };
 }
 
-namespace
-{
-
-std::string Utf8(const std::filesystem::path& path)
-{
-    const std::u8string name = path.u8string();
-    return {name.begin(), name.end()};
-}
-
-} // namespace
-
 void WriteSampleAssets(const std::filesystem::path& folder)
 {
     auto files = SampleAssets();
     files.merge(SamplePictures());
     for (const auto& [name, bytes] : files)
-    {
-        const std::filesystem::path path = folder / name;
-        std::error_code failure;
-        std::filesystem::create_directories(path.parent_path(), failure);
-        errno = 0;
-        std::ofstream file(path, std::ios::binary);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        file.close();
-        if (!file && !failure)
-            failure = {errno, std::generic_category()};
-        if (failure)
-            throw std::system_error(failure, Utf8(path) + " can't be written");
-    }
+        ZLMIM::Tools::SaveFile(folder / name, bytes);
 }
 
 } // namespace Sample

@@ -15,7 +15,7 @@ namespace Sample
 [[nodiscard]] std::map<std::string, std::string> SamplePictures();
 
 /// Writes them all.
-/// @throws std::filesystem::filesystem_error or std::ios_base::failure if that can't be done.
+/// @throws std::system_error if a file can't be written; see `Tools::SaveFile`.
 void WriteSampleAssets(const std::filesystem::path& folder);
 
 } // namespace Sample

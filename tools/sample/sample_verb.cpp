@@ -1,3 +1,4 @@
+#include "tools/common/paths.h"
 #include "tools/sample/sample_assets.h"
 #include "tools/verbs.h"
 
@@ -21,7 +22,7 @@ Verb SampleVerb()
         {
             if (folder->empty())
                 throw UsageError("FOLDER is empty");
-            Sample::WriteSampleAssets(std::u8string(folder->begin(), folder->end()));
+            Sample::WriteSampleAssets(FromUtf8Path(*folder));
             return kGood;
         }};
 }

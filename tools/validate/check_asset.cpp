@@ -111,9 +111,9 @@ private:
                         keys.Mesh.FirstLine > 0 ? EntryPlace(keys.Mesh.FirstLine, keys.Name.Key) : place,
                         MissingMesh(keys.Mesh.Value, mesh.FileName, mNames));
         else if (hasThrown)
-            CheckMeshFile(mesh.FileName, *file, mNames, mChecked);
+            CheckFile<Mesh>(mesh.FileName, *file, mNames, mChecked);
         else
-            CheckMesh(mesh, {Tools::HasChunks(mesh), {}, {}, {}}, *file, mNames, mChecked);
+            CheckLoaded(mesh, {Tools::HasChunks(mesh), {}, {}, {}}, *file, mNames, mChecked);
         return file && !hasThrown && Tools::HasChunks(mesh);
     }
 
@@ -145,11 +145,11 @@ private:
         }
         if (hasThrown)
         {
-            CheckAnimFile(anim.FileName, *file, mNames, mChecked);
+            CheckFile<Anim>(anim.FileName, *file, mNames, mChecked);
             return false;
         }
         const Tools::Outcome outcome = OutcomeOf(anim, mNames);
-        CheckAnim(anim, outcome, *file, mNames, mChecked);
+        CheckLoaded(anim, outcome, *file, mNames, mChecked);
         return outcome.IsLoaded;
     }
 

@@ -5,14 +5,10 @@
 #include "mesh_material.h"
 #include "skeleton.h"
 
-#include "zlmim/reader/load_budget.h"
-
 #include <cstdint>
 #include <string>
 
 namespace ZLMIM::Validate
-{
-namespace
 {
 
 using Tools::Outcome;
@@ -48,44 +44,6 @@ Report ReportOn(const Anim& anim, const Outcome& outcome, const LocatedFile& fil
     else
         report.Add(Code::NotLoaded, {}, Tools::Failure(anim, outcome, names));
     return report;
-}
-
-} // namespace
-
-void CheckMesh(const Mesh& mesh, const Outcome& outcome, const LocatedFile& file, PathResolver& names,
-               CheckedFiles& checked)
-{
-    if (checked.Claim(file))
-        checked.Store(file.Key, ReportOn(mesh, outcome, file, names));
-}
-
-void CheckAnim(const Anim& anim, const Outcome& outcome, const LocatedFile& file, PathResolver& names,
-               CheckedFiles& checked)
-{
-    if (checked.Claim(file))
-        checked.Store(file.Key, ReportOn(anim, outcome, file, names));
-}
-
-void CheckMeshFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
-                   CheckedFiles& checked)
-{
-    if (!checked.Claim(file))
-        return;
-    Mesh mesh;
-    LoadBudget budget;
-    const Outcome outcome = Tools::Attempt([&] { return mesh.Load(name, names, budget); });
-    checked.Store(file.Key, ReportOn(mesh, outcome, file, names));
-}
-
-void CheckAnimFile(const std::u16string& name, const LocatedFile& file, PathResolver& names,
-                   CheckedFiles& checked)
-{
-    if (!checked.Claim(file))
-        return;
-    Anim anim;
-    LoadBudget budget;
-    const Outcome outcome = Tools::Attempt([&] { return anim.Load(name, names, budget); });
-    checked.Store(file.Key, ReportOn(anim, outcome, file, names));
 }
 
 Outcome OutcomeOf(const Anim& anim, PathResolver& names)

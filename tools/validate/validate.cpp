@@ -101,9 +101,9 @@ private:
                            PathResolver& names = *mNames[worker];
                            const auto file = Locate(subject.Name, names);
                            if (file && subject.Kind == Tools::Kind::Mesh)
-                               CheckMeshFile(subject.Name, *file, names, mChecked);
+                               CheckFile<Mesh>(subject.Name, *file, names, mChecked);
                            else if (file)
-                               CheckAnimFile(subject.Name, *file, names, mChecked);
+                               CheckFile<Anim>(subject.Name, *file, names, mChecked);
                            Progress();
                        });
     }

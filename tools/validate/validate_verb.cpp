@@ -5,7 +5,9 @@
 
 #include "tools/common/arguments.h"
 #include "tools/common/parallel.h"
+#include "tools/common/paths.h"
 #include "tools/common/progress_bar.h"
+#include "tools/common/save_file.h"
 #include "tools/common/terminal.h"
 #include "tools/picture/thumbnail.h"
 #include "tools/verbs.h"
@@ -13,11 +15,8 @@
 #include "zlmim/model/text.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 #include <thread>
 
 namespace ZLMIM::Tools
@@ -63,11 +62,7 @@ void SavePage(const std::string& path, const Validate::Result& result)
     ForEach(pictures.size(), std::max(std::thread::hardware_concurrency(), 1U),
             [&](std::size_t i, std::size_t)
             { pictures[i] = Picture::Thumbnail(FileName(ToUtf8(result.Configs[i])), kWidth, kHeight); });
-    std::ofstream file(std::filesystem::path(std::u8string(path.begin(), path.end())), std::ios::binary);
-    Validate::WritePage(result, pictures, file);
-    file.close();
-    if (!file)
-        throw std::runtime_error(path + " can't be written");
+    SaveFile(FromUtf8Path(path), [&](std::ostream& out) { Validate::WritePage(result, pictures, out); });
 }
 
 int Run(CommandLine& commandLine)

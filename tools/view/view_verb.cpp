@@ -6,18 +6,18 @@
 
 #include "tools/common/arguments.h"
 #include "tools/common/asset.h"
+#include "tools/common/output_names.h"
 #include "tools/common/paths.h"
 #include "tools/common/problems.h"
+#include "tools/common/save_file.h"
 #include "tools/common/text.h"
 #include "tools/verbs.h"
 
 #include "zlmim/model/text.h"
 
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 #include <utility>
 #include <variant>
 
@@ -25,8 +25,6 @@ namespace ZLMIM::Tools
 {
 namespace
 {
-
-namespace fs = std::filesystem;
 
 struct CommandLine
 {
@@ -42,32 +40,11 @@ int Complain(const CommandLine& line, const std::string& what)
     return kBadInput;
 }
 
-/// In the working folder, named after the asset's folder or the mesh.
-std::string DefaultOutput(const Input& input)
-{
-    std::error_code failure;
-    const fs::path file = fs::absolute(ToPath(ToNativePath(input.Name)), failure).lexically_normal();
-    const fs::path stem = input.Kind == Kind::Model ? file.parent_path().filename() : file.stem();
-    return (stem.empty() ? "asset" : ToUtf8(ToName(stem))) + ".html";
-}
-
 void CheckOutput(const std::string& output)
 {
     const std::u16string name = LowerCase(FromUtf8(output).value_or(FromWindows1252(output)));
     if (!output.empty() && !name.ends_with(u".html") && !name.ends_with(u".htm"))
         throw UsageError("-o: '" + output + "' must end in .html");
-}
-
-void Save(const std::string& path, std::string_view data, std::string_view model)
-{
-    const fs::path name = std::u8string(path.begin(), path.end());
-    if (name.has_parent_path())
-        fs::create_directories(name.parent_path());
-    std::ofstream file(name, std::ios::binary);
-    View::WritePage(data, model, file);
-    file.close();
-    if (!file)
-        throw std::runtime_error(path + " can't be written");
 }
 
 int MakePage(const CommandLine& line)
@@ -101,9 +78,10 @@ int MakePage(const CommandLine& line)
     if (model.size() > kMostBytes)
         return Complain(line, "it is too large for browsers: " + Bytes(model.size()) + " of at most " +
                                   Bytes(kMostBytes));
-    const std::string output = line.Output.empty() ? DefaultOutput(input) : line.Output;
-    Save(output, data, model);
-    std::cout << output << '\n';
+    const std::filesystem::path output =
+        line.Output.empty() ? OutputNames(".html").Add(StemOf(line.Path)) : FromUtf8Path(line.Output);
+    SaveFile(output, [&](std::ostream& out) { View::WritePage(data, model, out); });
+    std::cout << ToUtf8Path(output) << '\n';
     for (const std::string& problem : subject.Problems)
         Complain(line, problem);
     return subject.Problems.empty() ? kGood : kBadInput;

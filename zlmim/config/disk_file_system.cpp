@@ -72,7 +72,10 @@ bool DiskFileSystem::FileExists(const std::u16string& path)
 
 std::unique_ptr<TextStream> DiskFileSystem::OpenTextFile(const std::u16string& path)
 {
-    return std::make_unique<DiskTextStream>(File::Open(path, *Paths()));
+    const auto paths = Paths();
+    File file = File::Open(path, *paths);
+    paths->PinFolderOf(path, file.FoundAt());
+    return std::make_unique<DiskTextStream>(std::move(file));
 }
 
 std::shared_ptr<Folder> DiskFileSystem::GetFolder(const std::u16string& path)

@@ -11,9 +11,10 @@ namespace ZLMIM
 
 /// The system's own files and folders.
 ///
-/// Letter case is ignored if no file has a path's exact name. Only regular files exist: anything else is
-/// opened without blocking, and closed unread. Text is decoded as Windows-1252. A line ends at CR LF, LF, or
-/// CR alone; the last line needs no end.
+/// Letter case is ignored if no file has a path's exact name. Names in the folder of an opened text file are
+/// searched in that folder only, not in others whose names differ in letter case. Only regular files exist:
+/// anything else is opened without blocking, and closed unread. Text is decoded as Windows-1252. A line ends
+/// at CR LF, LF, or CR alone; the last line needs no end.
 ///
 /// A folder's path is absolute and spelt as on disk. The root's is empty; on Windows a drive's is `C:` and a
 /// share's `\\server\share`. Subfolders are sorted by name in lower case, then by exact name. A folder that

@@ -55,12 +55,13 @@ bool DiskTextStream::Fill()
         return true;
     if (!mFile.IsOpen())
         return false;
-    // No more than the file has: the system would be called once more to find its end.
-    const auto left = static_cast<std::size_t>(std::max<std::int64_t>(mFile.Size() - mRead, 0));
-    const std::size_t size = left > 0 ? std::min(left, mBuffer.size()) : mBuffer.size();
+    // Reads up to the size, so no call is needed to find the end. Files of the system's own may have size 0.
+    auto wanted = static_cast<std::int64_t>(mBuffer.size());
+    if (mFile.Size() > 0)
+        wanted = std::min(wanted, mFile.Size() - mRead);
     mNext = 0;
     mEnd = 0;
-    mEnd = mFile.Read({reinterpret_cast<unsigned char*>(mBuffer.data()), size});
+    mEnd = mFile.Read({reinterpret_cast<unsigned char*>(mBuffer.data()), static_cast<std::size_t>(wanted)});
     mRead += static_cast<std::int64_t>(mEnd);
     return mEnd > 0;
 }

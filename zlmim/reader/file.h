@@ -34,7 +34,9 @@ public:
     File& operator=(File&&) = delete;
     ~File() { Close(); }
 
-    /// The path where the file was found, in the object model's form.
+    /// The path where the file was found.
+    [[nodiscard]] const NativePath& FoundAt() const noexcept { return mNativePath; }
+    /// The same in the object model's form.
     [[nodiscard]] std::u16string Name() const { return FromNativePath(mNativePath); }
     /// True until `Close`.
     [[nodiscard]] bool IsOpen() const noexcept { return mHandle != kNoHandle; }

@@ -14,8 +14,10 @@ namespace ZLMIM
 namespace
 {
 
-/// Allocators give back freed blocks of 64 KiB and more to the system.
-constexpr std::int64_t kSmallFile = 20 * 1'024;
+/// Bytes of a small file, and of the objects of one besides its arrays. Together they stay below 64 KiB:
+/// glibc may give a larger block back to the system at once.
+constexpr std::int64_t kSmallFile = 24 * 1'024;
+constexpr std::int64_t kSmallObjects = 4 * 1'024;
 
 } // namespace
 
@@ -65,9 +67,9 @@ bool FileCursor::MakeData(std::int64_t length, std::int32_t& fileSize)
     mData = {};
     mBudget->ChargeMemory(length);
     mCharged = length;
-    // Objects take about twice the memory of a small file. Large arrays are prefaulted one by one.
+    // For the file's bytes, the arrays and the objects. Large arrays are prefaulted one by one.
     if (length <= kSmallFile)
-        PrefaultHeap(static_cast<std::size_t>(3 * length));
+        PrefaultHeap(static_cast<std::size_t>(2 * length + kSmallObjects));
     mData = RecordArray<unsigned char>::Uninitialised(static_cast<std::size_t>(length) + 1);
     mData[static_cast<std::size_t>(length)] = 0;
     mAllowance = ReadAllowance(length);

@@ -22,7 +22,23 @@ std::span<const FolderEntry> PathResolver::List(NativePath nativeFolder)
     return mListings.emplace(std::move(nativeFolder), *std::move(listing)).first->second;
 }
 
+void PathResolver::PinFolderOf(std::u16string_view name, NativePathView nativePath)
+{
+    std::u16string folder = LowerCase(name.substr(0, name.find_last_of(u"\\/") + 1));
+    std::replace(folder.begin(), folder.end(), u'\\', u'/');
+    nativePath.remove_suffix(nativePath.size() - (nativePath.rfind(kNativeSeparator) + 1));
+    const auto [pinned, isNew] = mPinnedFolders.try_emplace(std::move(folder), nativePath);
+    if (!isNew && pinned->second != nativePath)
+        pinned->second.clear();
+}
+
 void PathResolver::Forget()
+{
+    ForgetListings();
+    mPinnedFolders.clear();
+}
+
+void PathResolver::ForgetListings()
 {
     mListings.clear();
     mFolders.clear();
@@ -32,7 +48,7 @@ void PathResolver::Forget()
 void PathResolver::Remember(std::size_t size)
 {
     if (mRemembered + size > kMaxRememberedListings)
-        Forget();
+        ForgetListings();
     mRemembered += size;
 }
 

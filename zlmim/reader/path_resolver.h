@@ -75,6 +75,11 @@ public:
     /// @throws FileSystemError 57 if the system is out of file descriptors or memory.
     [[nodiscard]] std::optional<FoundFile> Find(std::u16string_view name, FoundFile::Kind kind);
 
+    /// Records that the file `name` was found at `nativePath`. From then on, names in its folder are searched
+    /// in that folder only, and not in folders whose names differ in letter case. Looking for those would
+    /// list each folder of the path, among them the one that contains all assets.
+    void PinFolderOf(std::u16string_view name, NativePathView nativePath);
+
     /// The entries of a folder. `nativeFolder` is its name in the system's form with a trailing separator, or
     /// empty for the working folder. Sorted by name in lower case, then by the system's name. Empty if the
     /// folder can't be listed. Valid until the next call of any member.
@@ -85,7 +90,8 @@ public:
     void Forget();
 
 private:
-    /// Makes room in the cache for `size` more bytes.
+    void ForgetListings();
+    /// Makes room in the cache of listings for `size` more bytes.
     void Remember(std::size_t size);
     /// Reads a folder's entries, unsorted.
     [[nodiscard]] static std::optional<std::vector<FolderEntry>> ReadListing(const NativePath& folder);
@@ -95,6 +101,8 @@ private:
 
     std::unordered_map<NativePath, std::vector<FolderEntry>> mListings;
     std::unordered_map<std::u16string, std::vector<NativePath>> mFolders;
+    /// Keyed by name in lower case, with slashes. Empty if two folders have that name.
+    std::unordered_map<std::u16string, NativePath> mPinnedFolders;
     std::size_t mRemembered = 0;
 };
 

@@ -153,6 +153,9 @@ std::vector<std::string> PathResolver::Folders(const std::u16string& name)
 {
     if (name.empty() || name == u"/")
         return {ToUtf8(name)};
+    if (const auto pinned = mPinnedFolders.find(LowerCase(name));
+        pinned != mPinnedFolders.end() && !pinned->second.empty())
+        return {pinned->second};
     if (const auto known = mFolders.find(name); known != mFolders.end())
         return known->second;
     const std::size_t part = name.rfind(u'/', name.size() - 2) + 1;
