@@ -1,74 +1,92 @@
 #include "bench/cases.h"
 #include "bench/floor.h"
-#include "tests/good_files.h"
+#include "bench/made_anim.h"
 #include "zlmim/anim/anim.h"
 
-#include <cstdlib>
-#include <cstring>
+#include <memory>
 #include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace Bench
 {
+namespace
+{
 
-using ZLMIM::Keyframe;
-using ZLMIM::Testing::AnimBone;
-using ZLMIM::Testing::AnimWith;
-using ZLMIM::Testing::Bytes;
+/// Equal animation files that are loaded and kept.
+class Anims
+{
+public:
+    /// Writes the files.
+    Anims(const TempFolder& folder, const std::string& subfolder, std::size_t count, MadeAnim made)
+        : mMade(std::move(made))
+    {
+        for (std::size_t i = 0; i < count; ++i)
+        {
+            const std::string entry = subfolder + "/" + std::to_string(i) + ".kin";
+            folder.Write(entry, mMade.file);
+            mPaths.push_back(folder.Path() / entry);
+            mNames.push_back(
+                folder.Name(ZLMIM::FromNativeName(subfolder + "\\" + std::to_string(i)) + u".kin"));
+        }
+    }
 
-Case LargeAnimation(const TempFolder& folder)
+    [[nodiscard]] Side Library() const
+    {
+        return [names = mNames]
+        {
+            std::vector<std::unique_ptr<ZLMIM::Anim>> anims;
+            return Timed(
+                [&]
+                {
+                    for (const auto& name : names)
+                    {
+                        if (!anims.emplace_back(std::make_unique<ZLMIM::Anim>())->Load(name))
+                            throw std::runtime_error("a made-up animation doesn't load");
+                    }
+                });
+        };
+    }
+
+    [[nodiscard]] Side Floor(Pages pages = Pages::Faulted) const
+    {
+        return [paths = mPaths, made = mMade, pages]
+        {
+            std::vector<Array> tables;
+            return Timed(
+                [&]
+                {
+                    for (const auto& path : paths)
+                        CopyFrames(ReadRawFile(path, pages), made, tables, pages);
+                });
+        };
+    }
+
+private:
+    MadeAnim mMade;
+    std::vector<std::u16string> mNames;
+    std::vector<std::string> mPaths;
+};
+
+} // namespace
+
+Measures LargeAnimation(const TempFolder& folder)
 {
     constexpr std::size_t kBones = 100;
     constexpr std::size_t kFrames = 10'000;
-    constexpr std::size_t kFrameHead = 16;
-    Bytes leaves;
-    for (std::size_t i = 1; i < kBones; ++i)
-        leaves.Append(AnimBone("b.r.leaf" + std::to_string(i)));
-    Bytes file = AnimWith(kFrames, AnimBone("b.r.root", kBones - 1, leaves));
-    const std::size_t firstFrame = file.Size();
-    for (std::size_t f = 0; f < kFrames; ++f)
+    // As many frames in 100 animations, in 10, and in one.
+    Growth growth = {"an animation of 100, 1,000 and 10,000 frames", "frame", {}};
+    std::size_t times = 100;
+    for (Sized& sized : growth.sizes)
     {
-        Bytes frame = Bytes().Long(0).Long(static_cast<std::int32_t>(f));
-        for (std::size_t b = 0; b < kBones; ++b)
-            frame.Record(Keyframe{{static_cast<float>(f), static_cast<float>(b), 0}, {0, 0, 0, 1}});
-        file.Block("FRAM", frame);
+        const Anims anims(folder, std::to_string(times), times, MakeAnim(kBones, kFrames / times));
+        sized = {kFrames, anims.Library(), anims.Floor()};
+        times /= 10;
     }
-    folder.Write("large.kin", file.Str());
-
-    const auto library = [name = folder.Name(u"large.kin")]
-    {
-        ZLMIM::Anim anim;
-        return Timed(
-            [&]
-            {
-                if (!anim.Load(name))
-                    throw std::runtime_error("the made-up animation doesn't load");
-            });
-    };
-    const auto floor = [path = folder.Path() / "large.kin", firstFrame]
-    {
-        std::vector<void*> tables;
-        const double seconds = Timed(
-            [&]
-            {
-                const RawFile raw = ReadRawFile(path);
-                for (std::size_t b = 0; b < kBones; ++b)
-                    tables.push_back(std::malloc((kFrames + 1) * sizeof(Keyframe)));
-                const unsigned char* record = raw.bytes + firstFrame;
-                for (std::size_t f = 0; f < kFrames; ++f)
-                {
-                    record += kFrameHead;
-                    for (void* const table : tables)
-                    {
-                        std::memcpy(static_cast<Keyframe*>(table) + f, record, sizeof(Keyframe));
-                        record += sizeof(Keyframe);
-                    }
-                }
-                std::free(raw.bytes);
-            });
-        FreeAll(tables);
-        return seconds;
-    };
-    return {"an animation of 100 bones x 10,000 frames", library, floor, 0.9};
+    const Anims anim(folder, "large", 1, MakeAnim(kBones, kFrames));
+    return {{{"an animation of 100 bones x 10,000 frames", anim.Library(), anim.Floor(), 0.85},
+             {"the same, beside a floor that prefaults", anim.Library(), anim.Floor(Pages::Prefaulted)}},
+            {growth}};
 }
 
 } // namespace Bench

@@ -207,7 +207,7 @@ private:
 
 } // namespace
 
-std::vector<Case> ComponentCalls(const TempFolder& folder)
+Measures ComponentCalls(const TempFolder& folder)
 {
     constexpr int kCalls = 1'000'000;
     const auto numbers = []
@@ -294,10 +294,10 @@ std::vector<Case> ComponentCalls(const TempFolder& folder)
                 });
         };
     };
-    return {{"1,000,000 numbers read by slot", numbers, VirtualCalls(kCalls), 3},
-            {"1,000,000 objects read by slot", objects, VirtualCalls(kCalls), 40},
-            {"100,000 records read by Item, by name", records(true), records(false), 3},
-            {"a mesh loaded and read by the component", reading(ByComponent()), reading(ByClasses()), 2}};
+    return {{{"1,000,000 numbers read by slot", numbers, VirtualCalls(kCalls), 3},
+             {"1,000,000 objects read by slot", objects, VirtualCalls(kCalls), 40},
+             {"100,000 records read by Item, by name", records(true), records(false), 3},
+             {"a mesh loaded and read by the component", reading(ByComponent()), reading(ByClasses()), 2}}};
 }
 
 } // namespace Bench

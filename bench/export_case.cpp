@@ -6,7 +6,6 @@
 #include "tools/export/exporter.h"
 #include "tools/export/gltf_writer.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <stdexcept>
@@ -15,7 +14,7 @@ namespace Bench
 {
 
 /// The floor reads the mesh's file and writes as many bytes. The export may use 4 times their memory.
-Case LargeExport(const TempFolder& folder)
+Measures LargeExport(const TempFolder& folder)
 {
     constexpr std::int32_t kChunks = 48;
     constexpr std::int32_t kFileSize = 64 * 1'048'576;
@@ -51,13 +50,12 @@ Case LargeExport(const TempFolder& folder)
             {
                 const RawFile file = ReadRawFile(path);
                 std::ofstream copy(output, std::ios::binary);
-                copy.write(reinterpret_cast<const char*>(file.bytes),
+                copy.write(reinterpret_cast<const char*>(file.bytes.get()),
                            static_cast<std::streamsize>(file.size));
                 copy.close();
-                std::free(file.bytes);
             });
     };
-    return {"the export of a mesh of 64 MiB", library, floor, 3};
+    return {{{"the export of a mesh of 64 MiB", library, floor, 3}}};
 }
 
 } // namespace Bench

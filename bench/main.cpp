@@ -1,85 +1,61 @@
 #include "bench/cases.h"
+#include "bench/report.h"
 #include "tests/temp_folder.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <exception>
 #include <functional>
-#include <iomanip>
 #include <iostream>
 #include <malloc.h>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace
 {
 
 using Bench::Case;
-using Bench::Result;
+using Bench::Measures;
 
-/// A goal is missed only if the ratio exceeds it by more than a tenth in this many runs.
-constexpr int kRuns = 3;
-constexpr double kTolerance = 1.1;
-
-bool Holds(const Case& benchCase, const Result& result)
-{
-    return result.ratio <= benchCase.wanted * kTolerance;
-}
-
-bool RunAndPrint(const Case& benchCase, int pairs)
-{
-    Result best = RunPairs(benchCase, pairs);
-    for (int run = 1; run < kRuns && !Holds(benchCase, best); ++run)
-    {
-        const Result result = RunPairs(benchCase, pairs);
-        if (result.ratio < best.ratio)
-            best = result;
-    }
-    std::cout << "| " << std::left << std::setw(44) << benchCase.name << std::right << std::fixed << " | "
-              << std::setprecision(2) << std::setw(6) << best.library * 1000 << " ms | " << std::setw(6)
-              << best.floor * 1000 << " ms | " << std::setw(5) << best.ratio << " | " << std::setw(6)
-              << benchCase.wanted << " |" << (Holds(benchCase, best) ? "" : " missed") << std::endl;
-    return Holds(benchCase, best);
-}
-
-/// Cases that share generated files, which are written when the cases are created.
+/// What shares generated files, which are written by `make`.
 struct Group
 {
     std::string name;
-    std::function<std::vector<Case>(const Bench::TempFolder&)> make;
+    std::function<Measures(const Bench::TempFolder&)> make;
 };
 
 std::vector<Group> AllGroups()
 {
-    const auto one = [](const auto& make)
-    { return [make](const Bench::TempFolder& folder) { return std::vector<Case>{make(folder)}; }; };
-    return {{"mesh", one(Bench::LargeMesh)},
-            {"animation", one(Bench::LargeAnimation)},
-            {"export", one(Bench::LargeExport)},
-            {"small", one(Bench::SmallMeshes)},
+    return {{"mesh", Bench::LargeMesh},
+            {"animation", Bench::LargeAnimation},
+            {"export", Bench::LargeExport},
+            {"small", Bench::SmallMeshes},
             {"references", Bench::References},
-            {"table", one(Bench::MeshTable)},
-            {"bones", one([](const Bench::TempFolder&) { return Bench::BoneNames(); })},
+            {"table", Bench::MeshTable},
+            {"installation", Bench::Installation},
+            {"bones", Bench::BoneNames},
 #ifdef ZLMIM_PYTHON
-            {"python", one(Bench::PythonMesh)},
+            {"python", Bench::PythonMesh},
 #endif
-            {"component", Bench::ComponentCalls}};
+            {"component", Bench::ComponentCalls},
+            {"peers", Bench::Peers}};
 }
 
-bool RunGroup(const Group& group, int pairs)
+void RunGroup(const Group& group, Bench::Report& report)
 {
     const Bench::TempFolder folder;
-    const std::vector<Case> cases = group.make(folder);
-    // Memory that is left from writing the files must not help the runs.
+    const Measures measures = group.make(folder);
+    // Memory that is left from writing the files must not help the runs, and the disk must not disturb them.
     ::malloc_trim(0);
-    return std::count_if(cases.begin(), cases.end(), [&](const Case& c) { return !RunAndPrint(c, pairs); }) ==
-           0;
+    ::sync();
+    report.Run(measures);
 }
 
 void RunOnce(const Group& group)
 {
     const Bench::TempFolder folder;
-    for (const Case& benchCase : group.make(folder))
+    for (const Case& benchCase : group.make(folder).cases)
         benchCase.library();
 }
 
@@ -111,13 +87,11 @@ int main(int argc, char** argv)
             std::for_each(groups.begin(), groups.end(), RunOnce);
             return 0;
         }
-        std::cout
-            << "| Case                                         |   Library |     Floor | Ratio | Wanted |\n"
-               "|---|--:|--:|--:|--:|\n";
-        return std::count_if(groups.begin(), groups.end(),
-                             [&](const Group& group) { return !RunGroup(group, pairs); }) == 0
-                   ? 0
-                   : 1;
+        Bench::Report report(pairs);
+        for (const Group& group : groups)
+            RunGroup(group, report);
+        report.Finish();
+        return report.IsGood() ? 0 : 1;
     }
     catch (const std::exception& error)
     {

@@ -54,25 +54,27 @@ double Median(std::vector<double> values)
 
 } // namespace
 
-Result RunPairs(const Case& benchCase, int pairs)
+Result RunPairs(const Side& library, const Side& floor, int pairs)
 {
-    constexpr int kWarmUps = 2;
-    std::vector<double> library;
-    std::vector<double> floor;
+    constexpr std::chrono::seconds kLong{20};
+    const auto start = std::chrono::steady_clock::now();
+    const auto isLate = [&] { return std::chrono::steady_clock::now() - start > kLong; };
+    std::vector<double> librarySeconds;
+    std::vector<double> floorSeconds;
     std::vector<double> ratios;
-    for (int round = 0; round < kWarmUps + pairs; ++round)
+    for (int round = 0; round <= pairs && (ratios.empty() || !isLate()); ++round)
     {
         // Each side is first in every other round.
         const bool isFloorFirst = round % 2 == 0;
-        const double first = RunInChild(isFloorFirst ? benchCase.floor : benchCase.library);
-        const double second = RunInChild(isFloorFirst ? benchCase.library : benchCase.floor);
-        if (round < kWarmUps)
+        const double first = RunInChild(isFloorFirst ? floor : library);
+        const double second = RunInChild(isFloorFirst ? library : floor);
+        if (round == 0 && !isLate())
             continue;
-        library.push_back(isFloorFirst ? second : first);
-        floor.push_back(isFloorFirst ? first : second);
-        ratios.push_back(library.back() / floor.back());
+        librarySeconds.push_back(isFloorFirst ? second : first);
+        floorSeconds.push_back(isFloorFirst ? first : second);
+        ratios.push_back(librarySeconds.back() / floorSeconds.back());
     }
-    return {Median(ratios), Median(library), Median(floor)};
+    return {Median(ratios), Median(librarySeconds), Median(floorSeconds)};
 }
 
 } // namespace Bench
