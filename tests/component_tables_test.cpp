@@ -143,6 +143,8 @@ struct Setter
     Object& object;
     void (Object::*set)(Value);
 };
+template <class Object, class Value> // clang++ 14 needs it
+Setter(Object&, void (Object::*)(Value))->Setter<Object, Value>;
 
 /// Writes properties, each a value that no other has: a number from `kFirst + 1` on, as the property's type
 /// has it.

@@ -69,10 +69,7 @@ public:
     /// The search for references that starts at a folder.
     [[nodiscard]] ReferenceSearch& SearchFrom(const Folder& start)
     {
-        std::u16string path = start.Path();
-        if (const auto known = mSearches.find(path); known != mSearches.end())
-            return known->second;
-        return mSearches.emplace(std::move(path), ReferenceSearch(start, mBudget, &mKuids)).first->second;
+        return mSearches.try_emplace(start.Path(), start, mBudget, &mKuids).first->second;
     }
 
 private:

@@ -4,9 +4,7 @@
 #include "zlmim/model/errors.h"
 #include "zlmim/model/text.h"
 
-#include <cstdint>
 #include <string_view>
-#include <utility>
 
 namespace ZLMIM
 {

@@ -38,10 +38,13 @@ public:
             mElements = std::move(elements);
     }
 
-    /// The element; null outside the count.
-    [[nodiscard]] const T* Get(std::int32_t index) const noexcept
+    /// Copies element `index` to `element`. Returns false and leaves `element` unchanged outside the count.
+    [[nodiscard]] bool Get(std::int32_t index, T& element) const noexcept
     {
-        return index >= 0 && index < mCount ? &mElements[static_cast<std::size_t>(index)] : nullptr;
+        const bool isThere = index >= 0 && index < mCount;
+        if (isThere)
+            element = mElements[static_cast<std::size_t>(index)];
+        return isThere;
     }
 
     /// @throws BoundsError outside the array, regardless of the count.

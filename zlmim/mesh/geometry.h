@@ -77,12 +77,12 @@ public:
     /// @throws BoundsError outside the array, regardless of the count.
     void SetVertex(std::int32_t index, const Vertex& v) { mVertices.Set(index, v); }
     /// Copies vertex `index` to `v`. Returns false and leaves `v` unchanged outside the count.
-    [[nodiscard]] bool GetVertex(std::int32_t index, Vertex& v) const;
+    [[nodiscard]] bool GetVertex(std::int32_t index, Vertex& v) const { return mVertices.Get(index, v); }
     /// Copies `v` into vertex normal `index`.
     /// @throws BoundsError outside the array, regardless of the count.
     void SetVertexNormal(std::int32_t index, const Vector& v) { mNormals.Set(index, v); }
     /// Copies vertex normal `index` to `v`. Returns false and leaves `v` unchanged outside the count.
-    [[nodiscard]] bool GetVertexNormal(std::int32_t index, Vector& v) const;
+    [[nodiscard]] bool GetVertexNormal(std::int32_t index, Vector& v) const { return mNormals.Get(index, v); }
 
     /// Number of indices as last set: a count, may be negative.
     [[nodiscard]] std::int32_t MaxIndex() const noexcept { return mIndices.Count(); }
@@ -94,7 +94,11 @@ public:
     void SetIndex(std::int32_t index, std::int32_t i) { mIndices.Set(index, i); }
     /// Index `index`: the number of a vertex from 0, or any other number that the file has. Files store it as
     /// a signed 16-bit number, so vertices from 32768 on are -32768 and above. Returns -1 outside the count.
-    [[nodiscard]] std::int32_t GetIndex(std::int32_t index) const;
+    [[nodiscard]] std::int32_t GetIndex(std::int32_t index) const
+    {
+        std::int32_t element = -1;
+        return mIndices.Get(index, element) ? element : -1;
+    }
 
     /// All vertices in memory order, valid until `SetMaxVertices` or the end of the object. Empty if the
     /// count is 0 or less.

@@ -1,6 +1,7 @@
 #include "zlmim/model/prefault.h"
 
 #include <cstdlib>
+#include <new>
 
 #ifdef __linux__
 #include <cstdint>
@@ -24,11 +25,11 @@ void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t s
 #endif
 }
 
-void PrefaultHeap(std::size_t size) noexcept
+void PrefaultHeap(std::size_t size)
 {
     void* const memory = std::malloc(size);
     if (!memory)
-        return;
+        throw std::bad_alloc();
     PrefaultPages(memory, size);
     std::free(memory);
 }

@@ -12,7 +12,8 @@ void PrefaultPages(void* memory, std::size_t size) noexcept;
 
 /// Prefaults memory of the allocator's that the next small allocations will probably get: allocates `size`
 /// bytes, prefaults and frees them. For many small objects of known total size.
+/// @throws std::bad_alloc
 /// \ingroup inside
-void PrefaultHeap(std::size_t size) noexcept;
+void PrefaultHeap(std::size_t size);
 
 } // namespace ZLMIM

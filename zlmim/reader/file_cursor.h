@@ -116,7 +116,7 @@ private:
     /// Bytes of `Data` from `Pos` on; negative if `Pos` is outside.
     [[nodiscard]] std::int64_t BytesLeft() const noexcept
     {
-        return Pos < 0 || Pos > FileSize() ? -1 : std::int64_t{FileSize()} + 1 - Pos;
+        return Pos < 0 || Pos > FileSize() ? -1 : static_cast<std::int64_t>(FileSize()) + 1 - Pos;
     }
     /// The check that all reads share: `size` bytes at `Pos`.
     const unsigned char* Test(std::int64_t size) const
