@@ -8,34 +8,37 @@
 
 namespace ZLMIM
 {
+namespace
+{
+
+constexpr std::size_t kUsualBones = 64;
+
+} // namespace
 
 BoneFinder::BoneFinder(std::shared_ptr<Bone> root)
-    : mRoot(std::move(root)), mPath({{&mRoot, 1}}), mSlots(64),
-      mKey(reinterpret_cast<std::uintptr_t>(this) ^
-           static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()))
+    : mRoot(std::move(root)), mPath({{&mRoot, 1}}),
+      mKnown(
+          kUsualBones,
+          SeededHash{reinterpret_cast<std::uintptr_t>(this) ^
+                     static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count())},
+          &mMemory)
 {
 }
 
 std::shared_ptr<Bone> BoneFinder::FindBone(std::u16string_view name)
 {
-    StoredBone* found = SlotOf(name, Hash(name)).bone;
-    while (!found)
+    auto known = mKnown.find(name);
+    while (known == mKnown.end())
     {
         StoredBone* const next = NextInWalk();
         if (!next)
             return nullptr;
-        MakeRoom();
-        const std::u16string& nextName = (*next)->Name;
-        const std::uint64_t hash = Hash(nextName);
-        Slot& slot = SlotOf(nextName, hash);
-        if (slot.bone)
-            continue; // keep the first of several bones with the same name
-        slot = {next, hash};
-        ++mKnown;
-        if (nextName == name)
-            found = next;
+        const auto [first, isNew] = mKnown.try_emplace((*next)->Name, next);
+        if (isNew && first->first == name)
+            known = first;
     }
-    return (*found)->Group().Share(*found);
+    StoredBone& found = *known->second;
+    return found->Group().Share(found);
 }
 
 /// The next bone; null at the end of the tree.
@@ -63,11 +66,11 @@ BoneFinder::StoredBone* BoneFinder::NextInWalk()
     return nullptr;
 }
 
-std::uint64_t BoneFinder::Hash(std::u16string_view name) const noexcept
+std::size_t BoneFinder::SeededHash::operator()(std::u16string_view name) const
 {
     // Multiplying by a secret odd number keeps crafted differences of two names from cancelling out.
-    const std::uint64_t factor = (mKey * 0x9E3779B97F4A7C15) | 1;
-    std::uint64_t hash = mKey ^ name.size();
+    const std::uint64_t factor = (seed * 0x9E3779B97F4A7C15) | 1;
+    std::uint64_t hash = seed ^ name.size();
     for (; name.size() >= 2; name.remove_prefix(2))
     {
         std::uint32_t pair = 0;
@@ -76,31 +79,7 @@ std::uint64_t BoneFinder::Hash(std::u16string_view name) const noexcept
     }
     if (!name.empty())
         hash = (hash ^ name.front()) * factor;
-    return hash ^ (hash >> 32U);
-}
-
-BoneFinder::Slot& BoneFinder::SlotOf(std::u16string_view name, std::uint64_t hash)
-{
-    const std::size_t mask = mSlots.size() - 1; // the size is a power of two
-    for (std::size_t at = static_cast<std::size_t>(hash) & mask;; at = (at + 1) & mask)
-    {
-        Slot& slot = mSlots[at];
-        if (!slot.bone || (slot.hash == hash && (*slot.bone)->Name == name))
-            return slot;
-    }
-}
-
-/// Keeps at least half of the slots empty.
-void BoneFinder::MakeRoom()
-{
-    if (2 * mKnown < mSlots.size())
-        return;
-    const std::vector<Slot> old = std::exchange(mSlots, std::vector<Slot>(2 * mSlots.size()));
-    for (const Slot& slot : old)
-    {
-        if (slot.bone)
-            SlotOf((*slot.bone)->Name, slot.hash) = slot;
-    }
+    return static_cast<std::size_t>(hash ^ (hash >> 32U));
 }
 
 } // namespace ZLMIM

@@ -5,8 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <memory_resource>
 #include <span>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace ZLMIM
@@ -31,26 +33,23 @@ private:
     /// A reference to a bone, as it is stored in a list of children, or in `mRoot`.
     using StoredBone = const std::shared_ptr<Bone>;
 
-    /// A known bone in a hash table with open addressing.
-    struct Slot
+    /// A hash with a random seed, so that nobody can craft colliding names.
+    struct SeededHash
     {
-        StoredBone* bone = nullptr;
-        std::uint64_t hash = 0;
+        [[nodiscard]] std::size_t operator()(std::u16string_view name) const;
+
+        std::uint64_t seed;
     };
 
     [[nodiscard]] StoredBone* NextInWalk();
-    [[nodiscard]] std::uint64_t Hash(std::u16string_view name) const noexcept;
-    /// The slot of that name, or the empty slot where it belongs.
-    [[nodiscard]] Slot& SlotOf(std::u16string_view name, std::uint64_t hash);
-    void MakeRoom();
 
     StoredBone mRoot;
     /// For each level of the walk, the bones that are visited next.
     std::vector<std::span<StoredBone>> mPath;
-    std::vector<Slot> mSlots;
-    std::size_t mKnown = 0;
-    /// Random seed of the hash, so that nobody can craft colliding names.
-    std::uint64_t mKey;
+    /// Memory of the known bones.
+    std::pmr::monotonic_buffer_resource mMemory;
+    /// Of the bones visited so far, the first one of each name.
+    std::pmr::unordered_map<std::u16string_view, StoredBone*, SeededHash> mKnown;
 };
 
 } // namespace ZLMIM
