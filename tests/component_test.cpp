@@ -183,7 +183,8 @@ TEST(Component, ListsAcceptOnlyTheirTypeAndCountFromOne)
     EXPECT_EQ(Call(bone.Get(), u"CHILDREN", DISPATCH_METHOD | DISPATCH_PROPERTYGET, {&number}, &entry), S_OK);
     EXPECT_EQ(entry.vt, VT_DISPATCH);
     EXPECT_EQ(entry.pdispVal, nullptr);
-    EXPECT_EQ(list->Item(&key, entry.Out()), E_INVALIDARG);
+    Variant numeral(std::u16string_view(u"1"));
+    EXPECT_EQ(list->Item(&numeral, entry.Out()), E_INVALIDARG);
 
     EXPECT_EQ(list->Remove(&number), S_OK);
     EXPECT_EQ(list->Remove(&number), DISP_E_BADINDEX);
