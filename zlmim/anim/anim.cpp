@@ -1,5 +1,6 @@
 #include "zlmim/anim/anim.h"
 
+#include "zlmim/reader/block.h"
 #include "zlmim/reader/container.h"
 
 namespace ZLMIM
@@ -39,19 +40,22 @@ bool Anim::Parse()
 
 bool Anim::ReadHeader()
 {
-    const auto info = Container::EnterInfo(mCursor, "ANIM", ErrorMessage, u"Not a ZL file - no JIRF",
-                                           u"Not a ZLM ANIM file - no ANIM");
-    if (!info)
+    if (!Container::FindInfo(mCursor, "ANIM", ErrorMessage, u"Not a ZL file - no JIRF",
+                             u"Not a ZLM ANIM file - no ANIM"))
         return false;
+    ReadInfo();
+    return true;
+}
 
+void Anim::ReadInfo()
+{
+    const auto info = Block::EnterAfterTag(mCursor);
     Version = mCursor.GetLong();
     Name = mCursor.GetString();
     FrameCount = mCursor.GetLong();
     FPS = mCursor.GetLong();
     mCursor.GetSingle(MetScale);
-
-    info->Leave(mCursor);
-    return true;
+    info.Leave(mCursor);
 }
 
 bool Anim::ReadEvents()

@@ -86,6 +86,7 @@ public:
 private:
     bool Parse();
     bool ReadHeader();
+    void ReadInfo();
     bool ReadEvents();
     void ReadSkeleton();
     std::shared_ptr<BoneAnim> MakeBone(BoneLimits& limits, std::int32_t level);

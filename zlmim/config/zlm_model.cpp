@@ -80,11 +80,7 @@ void ZLMModel::LoadConfig(const std::u16string& configFileName, AssetLoad& load)
     const AssetLoad::OpenFileScope scope(load, mFSO->FileIdentity(configFileName));
     const auto stream = mFSO->OpenTextFile(configFileName);
     LineReader lines(*stream, load.Budget());
-    for (ConfigLine line; !lines.AtEndOfStream();)
-    {
-        ReadConfigLine(lines, line);
-        ParseKey(line, lines, load);
-    }
+    ParseConfig(lines, load);
     if (mOwnTable->List().Count() == 0 && !AssetFileName.empty())
     {
         MeshTableKeys fallback;
@@ -94,6 +90,15 @@ void ZLMModel::LoadConfig(const std::u16string& configFileName, AssetLoad& load)
             LoadEntry(fallback, load);
     }
     stream->Close();
+}
+
+void ZLMModel::ParseConfig(LineReader& lines, AssetLoad& load)
+{
+    for (ConfigLine line; !lines.AtEndOfStream();)
+    {
+        ReadConfigLine(lines, line);
+        ParseKey(line, lines, load);
+    }
 }
 
 void ZLMModel::ResetModel(const std::shared_ptr<PathResolver>& paths)

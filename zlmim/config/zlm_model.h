@@ -111,6 +111,7 @@ private:
     void Load(const std::u16string& configFileName, AssetLoad& load);
     void LoadConfig(const std::u16string& configFileName, AssetLoad& load);
     void ResetModel(const std::shared_ptr<PathResolver>& paths);
+    void ParseConfig(LineReader& lines, AssetLoad& load);
     void ParseKey(ConfigLine& line, LineReader& lines, AssetLoad& load);
     class MeshTableReader;
     void ParseMeshTable(LineReader& lines, AssetLoad& load);

@@ -1,5 +1,6 @@
 #include "zlmim/mesh/mesh.h"
 
+#include "zlmim/reader/block.h"
 #include "zlmim/reader/container.h"
 
 #include <algorithm>
@@ -62,17 +63,20 @@ bool Mesh::Parse()
 
 bool Mesh::ReadHeader()
 {
-    const auto info = Container::EnterInfo(mCursor, "IDXM", ErrorMessage, u"Not a ZLM IM file - no JIRF",
-                                           u"Not a ZLM IM file - no IDXM");
-    if (!info)
+    if (!Container::FindInfo(mCursor, "IDXM", ErrorMessage, u"Not a ZLM IM file - no JIRF",
+                             u"Not a ZLM IM file - no IDXM"))
         return false;
+    ReadInfo();
+    return true;
+}
 
+void Mesh::ReadInfo()
+{
+    const auto info = Block::EnterAfterTag(mCursor);
     Version = mCursor.GetLong();
     mCursor.Pos += kInfoGap;
     ChunkCount = mCursor.GetLong();
-
-    info->Leave(mCursor);
-    return true;
+    info.Leave(mCursor);
 }
 
 bool Mesh::ReadChunks()

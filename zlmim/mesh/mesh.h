@@ -98,6 +98,7 @@ private:
     void Begin(std::u16string_view name);
     bool Parse();
     bool ReadHeader();
+    void ReadInfo();
     bool ReadChunks();
     bool ReadChunk();
     void ReadMaterial(Material& material);

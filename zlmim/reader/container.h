@@ -1,10 +1,8 @@
 #pragma once
 
 #include "zlmim/model/errors.h"
-#include "zlmim/reader/block.h"
 #include "zlmim/reader/file_cursor.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,11 +20,10 @@ namespace ZLMIM
 namespace Container
 {
 
-/// Enters the info block of a file of that kind. For another file, returns `std::nullopt`, and writes
-/// `noSignature` or `otherKind` to `error`.
-[[nodiscard]] inline std::optional<Block> EnterInfo(FileCursor& cursor, std::string_view kind,
-                                                    std::u16string& error, const char16_t* noSignature,
-                                                    const char16_t* otherKind)
+/// Moves to the info block of a file of that kind. For another file, returns false, and writes `noSignature`
+/// or `otherKind` to `error`.
+[[nodiscard]] inline bool FindInfo(FileCursor& cursor, std::string_view kind, std::u16string& error,
+                                   const char16_t* noSignature, const char16_t* otherKind)
 {
     cursor.Pos = 0;
     const bool hasSignature = cursor.MatchTag("JIRF");
@@ -34,10 +31,10 @@ namespace Container
     if (hasSignature && cursor.MatchTag(kind))
     {
         cursor.Pos = 16;
-        return Block::EnterAfterTag(cursor);
+        return true;
     }
     error = hasSignature ? otherKind : noSignature;
-    return std::nullopt;
+    return false;
 }
 
 /// Runs one load. `readFile` reads the file into `cursor`, and `parse` reads its blocks. Either returns false
