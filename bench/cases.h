@@ -3,10 +3,16 @@
 #include "bench/pair.h"
 #include "tests/temp_folder.h"
 
+#include <string>
+#include <vector>
+
 namespace Bench
 {
 
 using ZLMIM::Testing::TempFolder;
+
+/// Loads meshes by their names, and keeps them while it runs.
+[[nodiscard]] Side LoadMeshes(const std::vector<std::u16string>& names);
 
 // Each writes its generated files into the folder, which must outlive the measures.
 

@@ -196,22 +196,7 @@ public:
     }
 
     /// Loads the meshes by themselves.
-    [[nodiscard]] Side Floor() const
-    {
-        return [names = mMeshes]
-        {
-            std::vector<std::unique_ptr<ZLMIM::Mesh>> meshes;
-            return Timed(
-                [&]
-                {
-                    for (const auto& name : names)
-                    {
-                        if (!meshes.emplace_back(std::make_unique<ZLMIM::Mesh>())->Load(name))
-                            throw std::runtime_error("a made-up mesh doesn't load");
-                    }
-                });
-        };
-    }
+    [[nodiscard]] Side Floor() const { return LoadMeshes(mMeshes); }
 
 private:
     [[nodiscard]] std::u16string Name(const std::string& entry) const

@@ -33,22 +33,7 @@ public:
         }
     }
 
-    [[nodiscard]] Side Library() const
-    {
-        return [names = mNames]
-        {
-            std::vector<std::unique_ptr<ZLMIM::Mesh>> meshes;
-            return Timed(
-                [&]
-                {
-                    for (const auto& name : names)
-                    {
-                        if (!meshes.emplace_back(std::make_unique<ZLMIM::Mesh>())->Load(name))
-                            throw std::runtime_error("a made-up mesh doesn't load");
-                    }
-                });
-        };
-    }
+    [[nodiscard]] Side Library() const { return LoadMeshes(mNames); }
 
     [[nodiscard]] Side Floor(Pages pages = Pages::Faulted) const
     {
@@ -89,6 +74,23 @@ Growth MeshGrowth(const TempFolder& folder)
 }
 
 } // namespace
+
+Side LoadMeshes(const std::vector<std::u16string>& names)
+{
+    return [names]
+    {
+        std::vector<std::unique_ptr<ZLMIM::Mesh>> meshes;
+        return Timed(
+            [&]
+            {
+                for (const auto& name : names)
+                {
+                    if (!meshes.emplace_back(std::make_unique<ZLMIM::Mesh>())->Load(name))
+                        throw std::runtime_error("a made-up mesh doesn't load");
+                }
+            });
+    };
+}
 
 Measures LargeMesh(const TempFolder& folder)
 {

@@ -148,9 +148,9 @@ private:
         std::unique_ptr<std::shared_ptr<T>> shared;
     };
 
-    /// Sizes have 32 bits, and each record has a number from 1.
+    /// Sizes have 32 bits.
     static constexpr std::size_t kMaxSize = std::min<std::size_t>(
-        std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::ptrdiff_t>::max() / sizeof(T));
+        std::numeric_limits<std::uint32_t>::max(), std::numeric_limits<std::ptrdiff_t>::max() / sizeof(T));
 
     RecordArray(T* records, std::size_t size)
         : mRecords(records), mSize(static_cast<std::uint32_t>(size)), mCapacity(mSize)
