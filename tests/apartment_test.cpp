@@ -139,19 +139,19 @@ TEST_P(Apartment, ChangesObjectsAndLists)
             EXPECT_EQ(static_cast<int>(Read<PrimFlag>(geometry, &_Geometry::get_PrimitiveType)), 5);
 
             const auto model = CreateAs<_ZLMModel>(u"ZLMModel");
-            const auto entry = CreateAs<_MeshEntry>(u"MeshEntry");
+            const auto meshEntry = CreateAs<_MeshEntry>(u"MeshEntry");
             Text texts[3];
             Text attParent(u"BODY");
             Text attName(u"A.Point");
             _ZLMModel* into = model.Get();
-            EXPECT_EQ(entry->Load(&into, texts[0].InOut(), texts[1].InOut(), texts[2].InOut(),
-                                  attParent.InOut(), attName.InOut()),
+            EXPECT_EQ(meshEntry->Load(&into, texts[0].InOut(), texts[1].InOut(), texts[2].InOut(),
+                                      attParent.InOut(), attName.InOut()),
                       S_OK);
             EXPECT_EQ(attParent.Copy(), u"body");
             EXPECT_EQ(attName.Copy(), u"a.point");
-            EXPECT_EQ(entry->putref_Parent(nullptr), S_OK);
+            EXPECT_EQ(meshEntry->putref_Parent(nullptr), S_OK);
             Variant stranger(geometry.Get());
-            EXPECT_EQ(Call(entry.Get(), u"Parent", DISPATCH_PROPERTYPUTREF, {&stranger}), ScriptError(5));
+            EXPECT_EQ(Call(meshEntry.Get(), u"Parent", DISPATCH_PROPERTYPUTREF, {&stranger}), ScriptError(5));
         });
 }
 
