@@ -18,21 +18,21 @@ namespace ZLMIM::Component
 template <class T>
 using EntryWire = Wire<typename Collection<T>::Entry>;
 
-/// Returns entry `number`, owned by the caller.
+/// Stores entry `number` in `variant`, which is empty. The caller owns it.
 template <class T>
-[[nodiscard]] VARIANT EntryAt(const Collection<T>& list, std::int32_t number)
+void StoreEntry(const Collection<T>& list, std::int32_t number, VARIANT& variant)
 {
     auto entry = EntryWire<T>::Out(list.Item(number));
-    VARIANT variant{};
     if (const HRESULT status = StoreResult<typename Collection<T>::Entry>(variant, entry); FAILED(status))
         throw Failure{status, "the entry can't be copied"};
-    return variant;
 }
 
 template <class T>
 [[nodiscard]] VARIANT Item(Collection<T>& list, const VARIANT& index)
 {
-    return EntryAt(list, ToNumber(index));
+    VARIANT entry{};
+    StoreEntry(list, ToNumber(index), entry);
+    return entry;
 }
 
 template <class T>
@@ -72,8 +72,8 @@ template <class T>
 {
     return new ListEnumerator(
         std::static_pointer_cast<Collection<T>>(list.ComHeader.Self),
-        [](const void* object, std::int32_t number)
-        { return EntryAt(*static_cast<const Collection<T>*>(object), number); },
+        [](const void* object, std::int32_t number, VARIANT& entry)
+        { StoreEntry(*static_cast<const Collection<T>*>(object), number, entry); },
         [](const void* object) { return static_cast<const Collection<T>*>(object)->Count(); });
 }
 

@@ -62,7 +62,7 @@ HRESULT ListEnumerator::Next(ULONG count, VARIANT* entries, ULONG* fetched) noex
     ULONG given = 0;
     for (; given < count && mPassed < mCount(mList.get()); ++given, ++mPassed)
     {
-        const HRESULT status = Guarded([&] { entries[given] = mEntry(mList.get(), mPassed + 1); });
+        const HRESULT status = Guarded([&] { mEntry(mList.get(), mPassed + 1, entries[given]); });
         if (SUCCEEDED(status))
             continue;
         mPassed -= static_cast<std::int32_t>(given);

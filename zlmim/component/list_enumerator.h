@@ -13,8 +13,8 @@ namespace ZLMIM::Component
 class ListEnumerator final : public ComObject<IEnumVARIANT>
 {
 public:
-    /// Returns entry `number` of a list, owned by the caller.
-    using Entry = VARIANT (*)(const void* list, std::int32_t number);
+    /// Stores entry `number` of a list in `entry`, which is empty. The caller owns it.
+    using Entry = void (*)(const void* list, std::int32_t number, VARIANT& entry);
     using Count = std::int32_t (*)(const void* list);
 
     /// An enumerator after the first `passed` entries.

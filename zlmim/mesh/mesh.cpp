@@ -101,6 +101,7 @@ bool Mesh::ReadChunk()
         return false;
     }
 
+    mCursor.PrefaultObjects();
     mCursor.Budget().ChargeObjects<Chunk, Material, Geometry, Collection<Texture>, Collection<Vector>>();
     const auto chunk = std::make_shared<Chunk>();
     chunk->Version = mCursor.GetLong();

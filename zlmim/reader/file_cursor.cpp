@@ -14,9 +14,9 @@ namespace ZLMIM
 namespace
 {
 
-/// Bytes of a small file, and of the objects of one besides its arrays. Together they stay below 64 KiB:
-/// glibc may give a larger block back to the system at once.
-constexpr std::int64_t kSmallFile = 24 * 1'024;
+/// Bytes of a file for which memory is prefaulted at once, and bytes of their objects besides the arrays.
+/// Together they stay below 64 KiB: glibc may give a larger block back to the system at once.
+constexpr std::int64_t kPrefaultStep = 24 * 1'024;
 constexpr std::int64_t kSmallObjects = 4 * 1'024;
 
 } // namespace
@@ -67,13 +67,26 @@ bool FileCursor::MakeData(std::int64_t length, std::int32_t& fileSize)
     mData = {};
     mBudget->ChargeMemory(length);
     mCharged = length;
-    // For the file's bytes, the arrays and the objects. Large arrays are prefaulted one by one.
-    if (length <= kSmallFile)
-        PrefaultHeap(static_cast<std::size_t>(2 * length + kSmallObjects));
+    mPrefaulted = 0;
+    mHeap = {};
+    if (length <= kPrefaultStep) // for the file's own bytes, too
+        PrefaultNext(length);
     mData = RecordArray<unsigned char>::Uninitialised(static_cast<std::size_t>(length) + 1);
     mData[static_cast<std::size_t>(length)] = 0;
     mAllowance = ReadAllowance(length);
     return true;
+}
+
+void FileCursor::PrefaultObjects() noexcept
+{
+    if (Pos >= mPrefaulted && Pos < FileSize())
+        PrefaultNext(std::min<std::int64_t>(FileSize() - Pos, kPrefaultStep));
+}
+
+void FileCursor::PrefaultNext(std::int64_t length) noexcept
+{
+    mHeap.Prefault(static_cast<std::size_t>(2 * length + kSmallObjects));
+    mPrefaulted = Pos + length;
 }
 
 void FileCursor::Release() noexcept

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "zlmim/model/prefault.h"
 #include "zlmim/model/record_array.h"
 #include "zlmim/model/records.h"
 #include "zlmim/reader/load_budget.h"
@@ -53,6 +54,10 @@ public:
     /// The same for these bytes, which are copied.
     [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget,
                                  std::int32_t& fileSize);
+
+    /// Prefaults memory for the objects and small arrays that will be made from the next bytes of the file,
+    /// unless that was done already. To be called as the reader moves on.
+    void PrefaultObjects() noexcept;
 
     /// Frees the file's bytes at the end of a load. There is no `Data` until the next load.
     void Release() noexcept;
@@ -133,6 +138,7 @@ private:
         return bytes;
     }
     const unsigned char* TakeArray(std::int32_t count, std::size_t size);
+    void PrefaultNext(std::int64_t length) noexcept;
     [[noreturn]] void ThrowBounds(std::int64_t size) const;
 
     template <class T>
@@ -154,6 +160,9 @@ private:
     LoadBudget* mBudget = nullptr;
     std::int64_t mCharged = 0;
     std::int64_t mAllowance = 0;
+    /// Where `PrefaultObjects` has an effect again.
+    std::int64_t mPrefaulted = 0;
+    HeapPrefaulter mHeap;
 };
 
 } // namespace ZLMIM
