@@ -24,6 +24,9 @@ void Prefault(unsigned char* array, std::size_t bytes)
     static const auto kPageSize = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
     const auto start = reinterpret_cast<std::uintptr_t>(array) / kPageSize * kPageSize;
     const std::uintptr_t end = reinterpret_cast<std::uintptr_t>(array) + bytes;
+    constexpr std::size_t kHugePage = 2 * 1'048'576;
+    if (bytes >= kHugePage) // no huge pages on some systems
+        static_cast<void>(::madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE));
     if (::madvise(reinterpret_cast<void*>(start), end - start, MADV_POPULATE_WRITE) != 0)
         throw std::runtime_error("can't prefault pages");
 }

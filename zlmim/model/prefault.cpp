@@ -1,6 +1,7 @@
 #include "zlmim/model/prefault.h"
 
 #include <cstdlib>
+#include <new>
 #include <utility>
 
 #ifdef __linux__
@@ -29,11 +30,11 @@ void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t s
 #endif
 }
 
-void HeapPrefaulter::Prefault(std::size_t size) noexcept
+void HeapPrefaulter::Prefault(std::size_t size)
 {
     void* const memory = std::malloc(size);
     if (!memory)
-        return;
+        throw std::bad_alloc();
     const auto address = reinterpret_cast<std::uintptr_t>(memory);
     if (std::exchange(mLast, address) != address)
         PrefaultPages(memory, size);

@@ -18,8 +18,9 @@ class HeapPrefaulter
 {
 public:
     /// Allocates `size` bytes, prefaults and frees them, unless they are at the same place as those of the
-    /// last call. Without memory, it has no effect.
-    void Prefault(std::size_t size) noexcept;
+    /// last call.
+    /// @throws std::bad_alloc
+    void Prefault(std::size_t size);
 
 private:
     /// Address of the bytes of the last call.

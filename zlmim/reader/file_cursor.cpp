@@ -77,13 +77,13 @@ bool FileCursor::MakeData(std::int64_t length, std::int32_t& fileSize)
     return true;
 }
 
-void FileCursor::PrefaultObjects() noexcept
+void FileCursor::PrefaultObjects()
 {
     if (Pos >= mPrefaulted && Pos < FileSize())
         PrefaultNext(std::min<std::int64_t>(FileSize() - Pos, kPrefaultStep));
 }
 
-void FileCursor::PrefaultNext(std::int64_t length) noexcept
+void FileCursor::PrefaultNext(std::int64_t length)
 {
     mHeap.Prefault(static_cast<std::size_t>(2 * length + kSmallObjects));
     mPrefaulted = Pos + length;

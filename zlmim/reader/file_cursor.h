@@ -57,7 +57,8 @@ public:
 
     /// Prefaults memory for the objects and small arrays that will be made from the next bytes of the file,
     /// unless that was done already. To be called as the reader moves on.
-    void PrefaultObjects() noexcept;
+    /// @throws std::bad_alloc
+    void PrefaultObjects();
 
     /// Frees the file's bytes at the end of a load. There is no `Data` until the next load.
     void Release() noexcept;
@@ -138,7 +139,7 @@ private:
         return bytes;
     }
     const unsigned char* TakeArray(std::int32_t count, std::size_t size);
-    void PrefaultNext(std::int64_t length) noexcept;
+    void PrefaultNext(std::int64_t length);
     [[noreturn]] void ThrowBounds(std::int64_t size) const;
 
     template <class T>
