@@ -91,7 +91,7 @@ std::string Tree(const std::u16string& path, const Inspect::TreeForm& form = {})
 TEST(Inspect, LoadsAnAssetAsInItsOwnFolder)
 {
     AssetFolder folder;
-    ::Sample::WriteSampleAssets("../..");
+    Sample::WriteSampleAssets("../..");
     // Names relative to the working folder: of an animation and of a reference, also in a referenced asset.
     folder.Write("bogey y/run.kin", Testing::SmallAnim());
     folder.Write("bogey y/config.txt",
@@ -112,7 +112,7 @@ TEST(Inspect, LoadsAnAssetAsInItsOwnFolder)
 TEST(Inspect, ShowsWhatIsBrokenAndFitsTheWidth)
 {
     AssetFolder folder;
-    ::Sample::WriteSampleAssets("../..");
+    Sample::WriteSampleAssets("../..");
     folder.Write("wagon/load/load_near.im", "JIRF").Write("wagon/doors.kin", "nothing");
     std::string tree = Tree(u".");
     EXPECT_NE(tree.find("load_near.im (damaged or cut short: "), std::string::npos) << tree;

@@ -10,15 +10,15 @@ namespace
 {
 
 /// Authors of a model, its bogeys and its pantograph, such as "A(B(C) D|P)"; "-" for an empty model.
-std::string Outline(const ZLMModel& model)
+std::string Authors(const ZLMModel& model)
 {
-    std::string outline = model.Author.empty() ? "-" : ToUtf8(model.Author);
+    std::string authors = model.Author.empty() ? "-" : ToUtf8(model.Author);
     if (model.Bogies->Count() == 0 && !model.Pantograph)
-        return outline;
-    outline += "(";
+        return authors;
+    authors += "(";
     for (const auto& bogey : *model.Bogies)
-        outline += (outline.back() == '(' ? "" : " ") + Outline(*bogey);
-    return outline + (model.Pantograph ? "|" + Outline(*model.Pantograph) : "") + ")";
+        authors += (authors.back() == '(' ? "" : " ") + Authors(*bogey);
+    return authors + (model.Pantograph ? "|" + Authors(*model.Pantograph) : "") + ")";
 }
 
 TEST(FindConfigFile, TriesTheFolderNameThenWalksTwoLevels)
@@ -27,7 +27,7 @@ TEST(FindConfigFile, TriesTheFolderNameThenWalksTwoLevels)
     {
         const char* name;
         std::string_view config;
-        std::string_view outline;
+        std::string_view authors;
         const char* error = "";
         std::int32_t names = 1;
     } cases[] = {
@@ -76,7 +76,7 @@ TEST(FindConfigFile, TriesTheFolderNameThenWalksTwoLevels)
         folder.Wagon(c.config);
         const auto model = std::make_shared<ZLMModel>();
         EXPECT_EQ(folder.Load(*model), c.error);
-        EXPECT_EQ(Outline(*model), c.outline);
+        EXPECT_EQ(Authors(*model), c.authors);
         EXPECT_EQ(model->BogieNames->Count(), c.names);
     }
     folder.Wagon("bogey-0 <kuid:1:2>\nbogey-1 <kuid:1:2>\n");
@@ -90,7 +90,7 @@ TEST(FindConfigFile, TriesTheFolderNameThenWalksTwoLevels)
         .Write("../far/kuid 1 9/config.txt", "author far\n");
     std::filesystem::current_path("../../far/here");
     folder.Load(*model);
-    EXPECT_EQ(Outline(*model), "-(far)");
+    EXPECT_EQ(Authors(*model), "-(far)");
 }
 
 TEST(FindConfigFile, FollowsLinks)
@@ -105,7 +105,7 @@ TEST(FindConfigFile, FollowsLinks)
     if (error)
         GTEST_SKIP() << "no links here";
     const auto model = folder.Loaded();
-    EXPECT_EQ(Outline(*model), "-(folder file)");
+    EXPECT_EQ(Authors(*model), "-(folder file)");
 }
 
 TEST(FindConfigFile, RecognisesAFileBeingReadThroughALink)
@@ -119,9 +119,9 @@ TEST(FindConfigFile, RecognisesAFileBeingReadThroughALink)
     if (error)
         GTEST_SKIP() << "no links here";
     const auto model = folder.Loaded();
-    EXPECT_EQ(Outline(*model), "me(-)");
+    EXPECT_EQ(Authors(*model), "me(-)");
     model->Load(u"..\\A-LINK\\CONFIG.TXT");
-    EXPECT_EQ(Outline(*model), "me(-)");
+    EXPECT_EQ(Authors(*model), "me(-)");
 }
 
 TEST(FindConfigFile, NeedsAFolderToSearch)

@@ -17,12 +17,12 @@ namespace
 {
 
 /// A copy of the sample in a temporary folder, for a test to damage.
-class Sample
+class WrittenSample
 {
 public:
-    Sample()
+    WrittenSample()
     {
-        ::Sample::WriteSampleAssets("../..");
+        Sample::WriteSampleAssets("../..");
         std::filesystem::current_path("..");
     }
 
@@ -114,7 +114,7 @@ TEST(Validate, FindsMistakesInConfigs)
     };
     for (const auto& [from, to, findings] : cases)
     {
-        Sample sample;
+        WrittenSample sample;
         sample.Replace("wagon/config.txt", from, to);
         EXPECT_EQ(Found({"."}, true), InFull("wagon/config.txt: ", findings)) << from << " -> " << to;
     }
@@ -198,13 +198,13 @@ TEST(Validate, FindsDamagedFiles)
     };
     for (const auto& [file, damage, findings] : cases)
     {
-        Sample sample;
-        std::string bytes = Sample::Read(file);
+        WrittenSample sample;
+        std::string bytes = WrittenSample::Read(file);
         damage(bytes);
         sample.Write(file, bytes);
         EXPECT_EQ(Found({"."}, true), InFull(std::string(file) + ": ", findings));
     }
-    Sample sample;
+    WrittenSample sample;
     std::filesystem::rename("wagon/config.txt", "wagon/config.txt.txt");
     EXPECT_EQ(Found({"."}, true), Lines{"wagon/config.txt.txt: : config-name"});
     std::filesystem::rename("wagon/config.txt.txt", "wagon/confg.txt");
@@ -216,7 +216,7 @@ TEST(Validate, FindsDamagedFiles)
 TEST(Validate, FindsNothingWrongWithTheSample)
 {
     const AssetFolder folder;
-    ::Sample::WriteSampleAssets("../..");
+    Sample::WriteSampleAssets("../..");
     std::ostringstream text;
     WriteText(Validate::Validate({{".."}, true, 0}), text);
     EXPECT_EQ(text.str(), "10 files in 3 assets, nothing wrong found\n");
@@ -224,7 +224,7 @@ TEST(Validate, FindsNothingWrongWithTheSample)
 
 TEST(Validate, ReportsAKuidOfSeveralAssetsOnce)
 {
-    Sample sample;
+    WrittenSample sample;
     sample.Replace("wagon/config.txt", "<kuid:4711:1001>", "<kuid:4711:2001>");
     sample.Write("other/config.txt", "kuid <kuid:4711:2001>\nbogey <kuid:4711:3001>\nkind x\nusername x\n");
     const auto findings = Validate::Validate({{"."}, true, 2}).Findings;

@@ -120,7 +120,7 @@ TEST(Validate, ChecksMeshes)
         {[](ChunkPlan& p) { p.texture = "body"; }, {", texture 1: texture-missing"}},
     };
     AssetFolder folder;
-    folder.Write("wagon/wood.TGA", ::Sample::CratePicture().Str());
+    folder.Write("wagon/wood.TGA", Sample::CratePicture().Str());
     for (const auto& [damage, findings] : cases)
     {
         ChunkPlan plan = Square();
@@ -186,7 +186,7 @@ TEST(Validate, ComparesEntriesWithTheirFiles)
         {"kuid <a:1>\nbogey <b:2>\n", {}},
     };
     AssetFolder folder;
-    folder.Write("wagon/body.im", PlannedMesh()).Write("wagon/wood.tga", ::Sample::CratePicture().Str());
+    folder.Write("wagon/body.im", PlannedMesh()).Write("wagon/wood.tga", Sample::CratePicture().Str());
     folder.Write("wagon/run.kin", PlannedAnim(1, {0})).Write("wagon/bare.im", MeshHeader(0).Str());
     folder.Write("wagon/other.kin", AnimWith(0, AnimBone("A", 1, AnimBone("C"))).Str());
     folder.Write("p/config.txt", "kuid <b:1>\n").Write("q/config.txt", "author x\nKUID <B:1>\n");

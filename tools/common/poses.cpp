@@ -11,7 +11,7 @@ namespace ZLMIM::Tools
 namespace
 {
 
-bool IsEmpty(const Keyframe& frame) { return frame.q == Quaternion(); }
+bool IsFilled(const Keyframe& frame) { return frame.q != Quaternion(); }
 
 glm::mat4 PoseMatrix(const Keyframe& frame)
 {
@@ -59,9 +59,8 @@ Run RunOf(const Anim& anim)
     if (!anim.RootBone)
         return {};
     const auto frames = anim.RootBone->Frames();
-    const auto isFilled = [](const Keyframe& frame) { return !IsEmpty(frame); };
-    const auto first = std::find_if(frames.begin(), frames.end(), isFilled);
-    const auto last = std::find_if(frames.rbegin(), frames.rend(), isFilled);
+    const auto first = std::find_if(frames.begin(), frames.end(), IsFilled);
+    const auto last = std::find_if(frames.rbegin(), frames.rend(), IsFilled);
     if (first == frames.end())
         return {};
     return {static_cast<std::int32_t>(first - frames.begin()),
@@ -115,7 +114,7 @@ Keyframe Poses::FrameOf(const Bone& bone, std::int32_t slot) const
     {
         const auto frames = found->second->Frames();
         const auto index = static_cast<std::size_t>(slot);
-        if (slot >= 0 && index < frames.size() && !IsEmpty(frames[index]))
+        if (slot >= 0 && index < frames.size() && IsFilled(frames[index]))
             return frames[index];
     }
     return {bone.Position, bone.Rotation};

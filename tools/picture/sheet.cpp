@@ -14,7 +14,7 @@ namespace ZLMIM::Picture
 namespace
 {
 
-constexpr int kMargin = 8;
+constexpr int kGap = 8;
 constexpr int kTextHeight = 14;
 /// Maximum number of pixels of a page.
 constexpr std::int64_t kMaxPage = 100'000'000;
@@ -23,8 +23,8 @@ constexpr std::int64_t kMaxPage = 100'000'000;
 
 std::vector<Image> Sheet::Pages() const
 {
-    const int cellWidth = mWidth + kMargin;
-    const int cellHeight = mHeight + kTextHeight + kMargin;
+    const int cellWidth = mWidth + kGap;
+    const int cellHeight = mHeight + kTextHeight + kGap;
     const auto most = static_cast<std::size_t>(
         std::max<std::int64_t>(kMaxPage / (std::int64_t{cellWidth} * cellHeight), 1));
     std::vector<Image> pages;
@@ -36,14 +36,14 @@ std::vector<Image> Sheet::Pages() const
             static_cast<int>(std::lround(std::sqrt(static_cast<double>(count) * cellHeight / cellWidth))), 1,
             count);
         const int rows = (count + columns - 1) / columns;
-        Image page = {columns * cellWidth + kMargin, rows * cellHeight + kMargin, {}};
+        Image page = {columns * cellWidth + kGap, rows * cellHeight + kGap, {}};
         page.Pixels.assign(static_cast<std::size_t>(page.Width) * static_cast<std::size_t>(page.Height),
                            glm::u8vec3(255));
         for (int i = 0; i < count; ++i)
         {
             const auto& [image, name] = mPictures[first + static_cast<std::size_t>(i)];
-            const int x = kMargin + i % columns * cellWidth;
-            const int y = kMargin + i / columns * cellHeight;
+            const int x = kGap + i % columns * cellWidth;
+            const int y = kGap + i / columns * cellHeight;
             Paste(page, image, x, y);
             Write(page, name, x, y + mHeight + 3, mWidth);
         }

@@ -7,7 +7,7 @@ namespace ZLMIM::Component
 namespace
 {
 
-constexpr const char* kHead =
+constexpr const char* kHeaderHead =
     R"(// clang-format off
 #pragma once
 
@@ -144,7 +144,7 @@ template <class I>
 
 std::string GenerateHostHeader()
 {
-    std::string text = std::string("// ") + kGenerated + "\n" + kHead;
+    std::string text = std::string("// ") + kGenerated + "\n" + kHeaderHead;
     const auto interfaces = Interfaces();
     for (const ClassInfo* const info : interfaces)
         text += std::string("struct ") + info->Interface().name + "; ";

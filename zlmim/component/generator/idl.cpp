@@ -8,7 +8,7 @@ namespace
 
 /// Declares the system's names that the library needs, which the type-library compiler knows. The two
 /// interfaces need all their methods, whose number determines the slots of other interfaces.
-constexpr const char* kHead =
+constexpr const char* kIdlHead =
     R"(typedef long HRESULT;
 typedef short VARIANT_BOOL;
 typedef wchar_t *BSTR;
@@ -114,7 +114,7 @@ interface IDispatch : IUnknown
 
 std::string GenerateIdl()
 {
-    std::string text = std::string("/* ") + kGenerated + " */\n" + kHead;
+    std::string text = std::string("/* ") + kGenerated + " */\n" + kIdlHead;
     text += "[" + Uuid(kLibrary.guid) + ", version(" + std::to_string(kLibrary.majorVersion) + "." +
             std::to_string(kLibrary.minorVersion) + "), lcid(0x409)" + Help(kLibrary.help) + "]\nlibrary " +
             kLibrary.name + " {\n\nimportlib(\"stdole2.tlb\");\n";
