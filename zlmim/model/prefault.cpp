@@ -1,5 +1,6 @@
 #include "zlmim/model/prefault.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 #include <utility>
@@ -15,18 +16,19 @@ void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t s
 {
 #if defined(__linux__) && defined(MADV_POPULATE_WRITE)
     constexpr std::uintptr_t kPageSize = 4096; // with larger pages the calls fail and have no effect
+    constexpr std::uintptr_t kHugePage = 2 * 1'048'576;
     constexpr std::size_t kWorthACall = 2 * kPageSize;
-    constexpr std::size_t kWorthHugePages = 2 * 1'048'576; // may contain one
     if (size < kWorthACall)
         return;
     const auto start = reinterpret_cast<std::uintptr_t>(memory);
     const std::uintptr_t firstPage = (start + kPageSize - 1) / kPageSize * kPageSize;
     const std::uintptr_t end = (start + size) / kPageSize * kPageSize;
-    const auto advise = [&](int advice)
-    { static_cast<void>(::madvise(reinterpret_cast<void*>(firstPage), end - firstPage, advice)); };
-    if (size >= kWorthHugePages)
-        advise(MADV_HUGEPAGE);
-    advise(MADV_POPULATE_WRITE);
+    if (size >= kHugePage)
+        static_cast<void>(::madvise(reinterpret_cast<void*>(firstPage), end - firstPage, MADV_HUGEPAGE));
+    // In steps: no other thread of the process can map memory during a call.
+    for (std::uintptr_t page = firstPage; page < end; page += kHugePage)
+        static_cast<void>(
+            ::madvise(reinterpret_cast<void*>(page), std::min(kHugePage, end - page), MADV_POPULATE_WRITE));
 #endif
 }
 
