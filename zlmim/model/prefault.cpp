@@ -25,7 +25,7 @@ void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t s
     const std::uintptr_t end = (start + size) / kPageSize * kPageSize;
     if (size >= kHugePage)
         static_cast<void>(::madvise(reinterpret_cast<void*>(firstPage), end - firstPage, MADV_HUGEPAGE));
-    // In steps: no other thread of the process can map memory during a call.
+    // In steps: during a call, no other thread of the process can map memory.
     for (std::uintptr_t page = firstPage; page < end; page += kHugePage)
         static_cast<void>(
             ::madvise(reinterpret_cast<void*>(page), std::min(kHugePage, end - page), MADV_POPULATE_WRITE));
