@@ -26,15 +26,16 @@ LoadBudget& TestBudget()
     return budget;
 }
 
-FileCursor CursorOver(const Bytes& file, std::int32_t pos = 0)
+struct CursorOver : FileCursor
 {
-    FileCursor cursor;
-    std::int32_t fileSize = -1;
-    EXPECT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize));
-    EXPECT_EQ(fileSize, static_cast<std::int32_t>(file.Size()));
-    cursor.Pos = pos;
-    return cursor;
-}
+    explicit CursorOver(const Bytes& file, std::int32_t pos = 0) : FileCursor(TestBudget())
+    {
+        std::int32_t fileSize = -1;
+        EXPECT_TRUE(LoadBytes(file.Span(), fileSize));
+        EXPECT_EQ(fileSize, static_cast<std::int32_t>(file.Size()));
+        Pos = pos;
+    }
+};
 
 /// Calls a read of the cursor, and drops its value.
 template <auto Read>
@@ -64,7 +65,7 @@ TEST(FileCursorFixedSizes, CanReadTheZeroAfterTheFileButNoFurther)
     for (const auto& [size, read] : reads)
     {
         SCOPED_TRACE(size);
-        FileCursor cursor = CursorOver(Bytes().Zeros(50));
+        CursorOver cursor(Bytes().Zeros(50));
         for (const std::int32_t pos : {0, 51 - size})
         {
             cursor.Pos = pos;
@@ -77,11 +78,10 @@ TEST(FileCursorFixedSizes, CanReadTheZeroAfterTheFileButNoFurther)
             EXPECT_EQ(ErrorPosition([&cursor, read = read] { read(cursor); }), pos == 52 - size ? 51 : pos);
             EXPECT_EQ(cursor.Pos, pos);
         }
-        cursor.Release();
-        cursor.Pos = 0;
-        EXPECT_EQ(ErrorPosition([&cursor, read = read] { read(cursor); }), 0) << "no data";
+        FileCursor empty(TestBudget());
+        EXPECT_EQ(ErrorPosition([&empty, read = read] { read(empty); }), 0) << "no data";
     }
-    FileCursor cursor = CursorOver(Bytes().Text("zABC"), 1);
+    CursorOver cursor(Bytes().Text("zABC"), 1);
     EXPECT_EQ(cursor.GetLong(), 0x00434241);
     cursor.Pos = 3;
     std::string message;
@@ -136,7 +136,7 @@ TEST(FileCursorText, AdvancesByTheStoredLength)
     for (const auto& c : cases)
     {
         SCOPED_TRACE(c.name);
-        FileCursor cursor = CursorOver(c.file, c.pos);
+        CursorOver cursor(c.file, c.pos);
         std::u16string text;
         EXPECT_EQ(OutcomeOf([&] { return text = c.read(cursor); }), c.outcome);
         EXPECT_EQ(text, c.text);
@@ -146,7 +146,7 @@ TEST(FileCursorText, AdvancesByTheStoredLength)
 
 TEST(FileCursorGetArray, ReadsAllElementsOrNothing)
 {
-    FileCursor cursor = CursorOver(Bytes().Text("zabcdefg"), 1);
+    CursorOver cursor(Bytes().Text("zabcdefg"), 1);
     const auto array = cursor.GetArray<std::int16_t>(3);
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(array.bytes), array.count * 2), "abcdef");
     EXPECT_EQ(cursor.Pos, 7);
@@ -169,13 +169,10 @@ TEST(FileCursor, ReadsAtMostTwiceTheFilePlus65536Bytes)
         {[](FileCursor& c) { static_cast<void>(c.GetTag(5)); }, 13112},
         {[](FileCursor& c) { static_cast<void>(c.GetArray<std::int16_t>(6)); }, 5463},
     };
-    FileCursor cursor;
     for (const auto& [read, times] : cases)
     {
         SCOPED_TRACE(times);
-        std::int32_t fileSize = 0;
-        ASSERT_TRUE(cursor.LoadBytes(Bytes().Zeros(9'999).Span(), TestBudget(), fileSize));
-        ASSERT_TRUE(cursor.LoadBytes(file.Span(), TestBudget(), fileSize)); // has an allowance of its own
+        CursorOver cursor(file);
         for (int i = 0; i < times; ++i)
         {
             cursor.Pos = 0;
@@ -209,10 +206,10 @@ TEST(FileCursorLoadFile, LoadsOnlyRegularFilesOfAnAllowedLength)
     {
         SCOPED_TRACE(std::string(c.name.begin(), c.name.end()));
         PathResolver names;
-        FileCursor cursor;
+        FileCursor cursor(TestBudget());
         cursor.Pos = 5;
         std::int32_t fileSize = 77;
-        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), names, TestBudget(), fileSize), c.isLoaded);
+        EXPECT_EQ(cursor.LoadFile(folder.Name(c.name), names, fileSize), c.isLoaded);
         EXPECT_EQ(fileSize, c.fileSize);
         const std::string_view file = "abc\0"sv;
         EXPECT_EQ(std::string(cursor.Data().begin(), cursor.Data().end()),

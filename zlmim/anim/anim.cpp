@@ -17,8 +17,8 @@ bool Anim::Load(std::u16string_view name, PathResolver& paths, LoadBudget& budge
 {
     FileName = std::u16string(name); // `name` may refer to this property
     return Container::Load(
-        FileName, mCursor, [&] { return mCursor.LoadFile(FileName, paths, budget, FileSize); },
-        [this] { return Parse(); });
+        FileName, budget, [&](FileCursor& cursor) { return cursor.LoadFile(FileName, paths, FileSize); },
+        [this](FileCursor& cursor) { return Parse(cursor); });
 }
 
 bool Anim::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
@@ -26,44 +26,44 @@ bool Anim::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
     FileName = std::u16string(name);
     LoadBudget budget;
     return Container::Load(
-        FileName, mCursor, [&] { return mCursor.LoadBytes(bytes, budget, FileSize); },
-        [this] { return Parse(); });
+        FileName, budget, [&](FileCursor& cursor) { return cursor.LoadBytes(bytes, FileSize); },
+        [this](FileCursor& cursor) { return Parse(cursor); });
 }
 
-bool Anim::Parse()
+bool Anim::Parse(FileCursor& cursor)
 {
-    if (!ReadHeader() || !ReadEvents())
+    if (!ReadHeader(cursor) || !ReadEvents(cursor))
         return false;
-    ReadSkeleton();
-    return RootBone && ReadFrames(InitBoneFrames());
+    ReadSkeleton(cursor);
+    return RootBone && ReadFrames(cursor, InitBoneFrames(cursor));
 }
 
-bool Anim::ReadHeader()
+bool Anim::ReadHeader(FileCursor& cursor)
 {
-    if (!Container::FindInfo(mCursor, "ANIM", ErrorMessage, u"Not a ZL file - no JIRF",
+    if (!Container::FindInfo(cursor, "ANIM", ErrorMessage, u"Not a ZL file - no JIRF",
                              u"Not a ZLM ANIM file - no ANIM"))
         return false;
-    ReadInfo();
+    ReadInfo(cursor);
     return true;
 }
 
-void Anim::ReadInfo()
+void Anim::ReadInfo(FileCursor& cursor)
 {
-    const auto info = Block::EnterAfterTag(mCursor);
-    Version = mCursor.GetLong();
-    Name = mCursor.GetString();
-    FrameCount = mCursor.GetLong();
-    FPS = mCursor.GetLong();
-    mCursor.GetSingle(MetScale);
-    info.Leave(mCursor);
+    const auto info = Block::EnterAfterTag(cursor);
+    Version = cursor.GetLong();
+    Name = cursor.GetString();
+    FrameCount = cursor.GetLong();
+    FPS = cursor.GetLong();
+    cursor.GetSingle(MetScale);
+    info.Leave(cursor);
 }
 
-bool Anim::ReadEvents()
+bool Anim::ReadEvents(FileCursor& cursor)
 {
-    const auto block = Block::EnterOptional(mCursor, "EVNT");
+    const auto block = Block::EnterOptional(cursor, "EVNT");
     if (!block)
         return false;
-    block->Leave(mCursor);
+    block->Leave(cursor);
     return true;
 }
 

@@ -2,7 +2,7 @@
 
 #include "zlmim/anim/bone_anim.h"
 #include "zlmim/model/com_header.h"
-#include "zlmim/reader/file_cursor.h"
+#include "zlmim/reader/load_budget.h"
 #include "zlmim/reader/path_resolver.h"
 
 #include <cstddef>
@@ -17,6 +17,7 @@ namespace ZLMIM
 {
 
 class BoneLimits;
+class FileCursor;
 
 /// The object representing one animation file (`.kin`): a tree of bones with one key frame per bone and
 /// frame. The library computes nothing from it: no interpolation, no matrix, no link to the bones of a
@@ -65,8 +66,7 @@ public:
     /// Sets, in this order: `FileName`; `FileSize`; `Version`, `Name`, `FrameCount`, `FPS` and `MetScale`;
     /// `RootBone`; the frame tables of all bones, all zero; the frames, one after another. A frame is stored
     /// in the slot of its number. Of two frames with one number the later wins, and a slot without a frame
-    /// stays zero. After a failure, the properties keep the values that were read before. The file's bytes
-    /// may then stay in memory until the next load or the end of the object.
+    /// stays zero. After a failure, the properties keep the values that were read before.
     /// @throws BoundsError if the file ends too early (also if it is empty), if a frame's number isn't in 0
     /// to `FrameCount`, if `FrameCount` is negative, or if a limit is exceeded (see \ref limits).
     /// @throws OverflowError if a size is outside the 32-bit range.
@@ -84,23 +84,21 @@ public:
     ZLMIM::ComHeader ComHeader;
 
 private:
-    bool Parse();
-    bool ReadHeader();
-    void ReadInfo();
-    bool ReadEvents();
-    void ReadSkeleton();
-    std::shared_ptr<BoneAnim> MakeBone(BoneLimits& limits, std::int32_t level);
-    void ReadBone(BoneLimits& limits, BoneAnim& bone, std::int32_t level);
+    bool Parse(FileCursor& cursor);
+    bool ReadHeader(FileCursor& cursor);
+    void ReadInfo(FileCursor& cursor);
+    bool ReadEvents(FileCursor& cursor);
+    void ReadSkeleton(FileCursor& cursor);
+    std::shared_ptr<BoneAnim> MakeBone(FileCursor& cursor, BoneLimits& limits, std::int32_t level);
+    void ReadBone(FileCursor& cursor, BoneLimits& limits, BoneAnim& bone, std::int32_t level);
 
     /// The bones of the tree in the order of a FRAM block's records: each before its children.
     using BoneOrder = std::vector<BoneAnim*>;
     /// Buffers FRAM blocks that have been read but not stored.
     class WaitingFrames;
-    BoneOrder InitBoneFrames();
-    bool ReadFrames(const BoneOrder& bones);
-    bool ReadFrame(WaitingFrames& waiting);
-
-    FileCursor mCursor;
+    BoneOrder InitBoneFrames(FileCursor& cursor);
+    bool ReadFrames(FileCursor& cursor, const BoneOrder& bones);
+    bool ReadFrame(FileCursor& cursor, WaitingFrames& waiting);
 };
 
 } // namespace ZLMIM

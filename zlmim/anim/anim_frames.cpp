@@ -12,10 +12,10 @@ namespace ZLMIM
 
 /// Creates the frame tables of all bones, each bone's before its children's, and lists the bones in that
 /// order.
-Anim::BoneOrder Anim::InitBoneFrames()
+Anim::BoneOrder Anim::InitBoneFrames(FileCursor& cursor)
 {
     const auto size = (std::int64_t{FrameCount} + 1) * static_cast<std::int64_t>(sizeof(Keyframe));
-    std::int64_t allowance = FrameTableAllowance(mCursor.FileSize());
+    std::int64_t allowance = FrameTableAllowance(cursor.FileSize());
     BoneLimits limits;
     BoneOrder bones;
     const auto initBones = [&](const auto& self, BoneAnim& bone, std::int32_t level) -> void
@@ -24,7 +24,7 @@ Anim::BoneOrder Anim::InitBoneFrames()
         if (size > allowance)
             throw BoundsError("the frame tables are too large for the file (FrameTableAllowance)",
                               FrameCount);
-        mCursor.Budget().ChargeMemory(std::max<std::int64_t>(size, 0));
+        cursor.Budget().ChargeMemory(std::max<std::int64_t>(size, 0));
         bone.InitFrames(FrameCount);
         allowance -= size;
         bones.push_back(&bone);
@@ -99,11 +99,11 @@ private:
     std::size_t mCount = 0;
 };
 
-bool Anim::ReadFrames(const BoneOrder& bones)
+bool Anim::ReadFrames(FileCursor& cursor, const BoneOrder& bones)
 {
     const std::int32_t count = FrameCount;
     // Skipped if a small file declares many frames, whose tables may never be touched.
-    if (mCursor.CanRead(count, static_cast<std::int64_t>(bones.size() * sizeof(Keyframe))))
+    if (cursor.CanRead(count, static_cast<std::int64_t>(bones.size() * sizeof(Keyframe))))
     {
         for (BoneAnim* const bone : bones)
             bone->mFrames.Prefault();
@@ -111,23 +111,23 @@ bool Anim::ReadFrames(const BoneOrder& bones)
     WaitingFrames waiting(bones);
     for (std::int32_t i = 0; i < count; ++i)
     {
-        if (!ReadFrame(waiting))
+        if (!ReadFrame(cursor, waiting))
             return false;
     }
     return true;
 }
 
-bool Anim::ReadFrame(WaitingFrames& waiting)
+bool Anim::ReadFrame(FileCursor& cursor, WaitingFrames& waiting)
 {
-    const auto block = Block::EnterOptional(mCursor, "FRAM");
+    const auto block = Block::EnterOptional(cursor, "FRAM");
     if (!block)
         return false;
 
-    static_cast<void>(mCursor.GetLong()); // not used
-    const std::int32_t frame = mCursor.GetLong();
-    waiting.Take(frame, FrameCount, mCursor);
+    static_cast<void>(cursor.GetLong()); // not used
+    const std::int32_t frame = cursor.GetLong();
+    waiting.Take(frame, FrameCount, cursor);
 
-    block->Leave(mCursor);
+    block->Leave(cursor);
     return true;
 }
 

@@ -5,45 +5,45 @@
 namespace ZLMIM
 {
 
-void Anim::ReadSkeleton()
+void Anim::ReadSkeleton(FileCursor& cursor)
 {
-    const auto block = Block::EnterOptional(mCursor, "SKEL");
+    const auto block = Block::EnterOptional(cursor, "SKEL");
     if (!block)
         return;
 
     BoneLimits limits;
     // Set before its block is read: a root without a block is an empty bone.
-    RootBone = MakeBone(limits, 1);
-    ReadBone(limits, *RootBone, 1);
+    RootBone = MakeBone(cursor, limits, 1);
+    ReadBone(cursor, limits, *RootBone, 1);
 
-    block->Leave(mCursor);
+    block->Leave(cursor);
 }
 
-std::shared_ptr<BoneAnim> Anim::MakeBone(BoneLimits& limits, std::int32_t level)
+std::shared_ptr<BoneAnim> Anim::MakeBone(FileCursor& cursor, BoneLimits& limits, std::int32_t level)
 {
     limits.Count(level);
-    mCursor.Budget().ChargeObjects<BoneAnim, Collection<BoneAnim>>();
+    cursor.Budget().ChargeObjects<BoneAnim, Collection<BoneAnim>>();
     return std::make_shared<BoneAnim>();
 }
 
-void Anim::ReadBone(BoneLimits& limits, BoneAnim& bone, std::int32_t level)
+void Anim::ReadBone(FileCursor& cursor, BoneLimits& limits, BoneAnim& bone, std::int32_t level)
 {
-    const auto block = Block::EnterOptional(mCursor, "BONE");
+    const auto block = Block::EnterOptional(cursor, "BONE");
     if (!block)
         return;
 
-    bone.Version = mCursor.GetLong();
-    bone.Name = mCursor.GetString();
-    const std::int32_t count = mCursor.GetLong();
+    bone.Version = cursor.GetLong();
+    bone.Name = cursor.GetString();
+    const std::int32_t count = cursor.GetLong();
     for (std::int32_t i = 0; i < count; ++i)
     {
         // Linked before its block is read: a child without a block stays an empty bone.
-        const auto child = MakeBone(limits, level + 1);
+        const auto child = MakeBone(cursor, limits, level + 1);
         bone.Children()->Add(child);
-        ReadBone(limits, *child, level + 1);
+        ReadBone(cursor, limits, *child, level + 1);
     }
 
-    block->Leave(mCursor);
+    block->Leave(cursor);
 }
 
 } // namespace ZLMIM

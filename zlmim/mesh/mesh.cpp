@@ -28,9 +28,9 @@ bool Mesh::Load(std::u16string_view name, PathResolver& paths, LoadBudget& budge
 {
     Begin(name);
     return Container::Load(
-        FileName, mCursor,
-        [&] { return mCursor.LoadFile(FileName, paths, budget, FileSize) && FileSize > 0; },
-        [this] { return Parse(); });
+        FileName, budget,
+        [&](FileCursor& cursor) { return cursor.LoadFile(FileName, paths, FileSize) && FileSize > 0; },
+        [this](FileCursor& cursor) { return Parse(cursor); });
 }
 
 bool Mesh::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
@@ -38,8 +38,9 @@ bool Mesh::LoadBytes(std::span<const std::byte> bytes, std::u16string_view name)
     Begin(name);
     LoadBudget budget;
     return Container::Load(
-        FileName, mCursor, [&] { return mCursor.LoadBytes(bytes, budget, FileSize) && FileSize > 0; },
-        [this] { return Parse(); });
+        FileName, budget,
+        [&](FileCursor& cursor) { return cursor.LoadBytes(bytes, FileSize) && FileSize > 0; },
+        [this](FileCursor& cursor) { return Parse(cursor); });
 }
 
 void Mesh::Begin(std::u16string_view name)
@@ -50,67 +51,67 @@ void Mesh::Begin(std::u16string_view name)
     FileName = std::u16string(name); // `name` may refer to this property
 }
 
-bool Mesh::Parse()
+bool Mesh::Parse(FileCursor& cursor)
 {
-    if (!ReadHeader() || !ReadChunks())
+    if (!ReadHeader(cursor) || !ReadChunks(cursor))
         return false;
-    SkipInfluences();
-    ReadAttachments();
-    ReadSkeleton();
+    SkipInfluences(cursor);
+    ReadAttachments(cursor);
+    ReadSkeleton(cursor);
     BindBones();
     return true;
 }
 
-bool Mesh::ReadHeader()
+bool Mesh::ReadHeader(FileCursor& cursor)
 {
-    if (!Container::FindInfo(mCursor, "IDXM", ErrorMessage, u"Not a ZLM IM file - no JIRF",
+    if (!Container::FindInfo(cursor, "IDXM", ErrorMessage, u"Not a ZLM IM file - no JIRF",
                              u"Not a ZLM IM file - no IDXM"))
         return false;
-    ReadInfo();
+    ReadInfo(cursor);
     return true;
 }
 
-void Mesh::ReadInfo()
+void Mesh::ReadInfo(FileCursor& cursor)
 {
-    const auto info = Block::EnterAfterTag(mCursor);
-    Version = mCursor.GetLong();
-    mCursor.Pos += kInfoGap;
-    ChunkCount = mCursor.GetLong();
-    info.Leave(mCursor);
+    const auto info = Block::EnterAfterTag(cursor);
+    Version = cursor.GetLong();
+    cursor.Pos += kInfoGap;
+    ChunkCount = cursor.GetLong();
+    info.Leave(cursor);
 }
 
-bool Mesh::ReadChunks()
+bool Mesh::ReadChunks(FileCursor& cursor)
 {
     Chunks = std::make_shared<Collection<Chunk>>();
     const std::int32_t count = ChunkCount;
     Chunks->Reserve(static_cast<std::size_t>(std::clamp(count, 0, kUsualChunks)));
     for (std::int32_t i = 0; i < count; ++i)
     {
-        if (!ReadChunk())
+        if (!ReadChunk(cursor))
             return false;
     }
     return true;
 }
 
-bool Mesh::ReadChunk()
+bool Mesh::ReadChunk(FileCursor& cursor)
 {
-    const auto block = Block::Enter(mCursor, "CHNK");
+    const auto block = Block::Enter(cursor, "CHNK");
     if (!block)
     {
         ErrorMessage = u"Not a ZLM IM file - CHNK missing";
         return false;
     }
 
-    mCursor.PrefaultObjects();
-    mCursor.Budget().ChargeObjects<Chunk, Material, Geometry, Collection<Texture>, Collection<Vector>>();
+    cursor.PrefaultObjects();
+    cursor.Budget().ChargeObjects<Chunk, Material, Geometry, Collection<Texture>, Collection<Vector>>();
     const auto chunk = std::make_shared<Chunk>();
-    chunk->Version = mCursor.GetLong();
-    chunk->Id = mCursor.GetLong();
-    ReadMaterial(*chunk->Material);
-    ReadGeometry(*chunk->Geometry);
+    chunk->Version = cursor.GetLong();
+    chunk->Id = cursor.GetLong();
+    ReadMaterial(cursor, *chunk->Material);
+    ReadGeometry(cursor, *chunk->Geometry);
     Chunks->Add(chunk);
 
-    block->Leave(mCursor);
+    block->Leave(cursor);
     return true;
 }
 

@@ -5,7 +5,7 @@
 #include "zlmim/mesh/chunk.h"
 #include "zlmim/model/collection.h"
 #include "zlmim/model/com_header.h"
-#include "zlmim/reader/file_cursor.h"
+#include "zlmim/reader/load_budget.h"
 #include "zlmim/reader/path_resolver.h"
 
 #include <cstddef>
@@ -17,6 +17,8 @@
 
 namespace ZLMIM
 {
+
+class FileCursor;
 
 /// The object representing one mesh file (`.im`): its chunks of material and geometry, its attachment points
 /// and its skeleton. A new mesh has null lists and no skeleton; `Load` creates them.
@@ -69,7 +71,6 @@ public:
     /// Sets, in this order: `FileName`, and 0 in `Polygons`, `VertexCount` and `TextureCount`; `FileSize`;
     /// `Version` and `ChunkCount`; `Chunks`; `Attachments` and `AttVersion`; `RootBone` and `BoneCount`; each
     /// chunk's `Geometry::BoneObject`. After a failure, the properties keep the values that were read before.
-    /// The file's bytes may then stay in memory until the next load or the end of the object.
     /// @throws BoundsError if the file ends too early, or exceeds a limit (see \ref limits).
     /// @throws OverflowError if a size, a count or a sum of counts is outside the 32-bit range.
     /// @throws std::bad_alloc if there isn't enough memory for the file's objects.
@@ -96,22 +97,20 @@ public:
 
 private:
     void Begin(std::u16string_view name);
-    bool Parse();
-    bool ReadHeader();
-    void ReadInfo();
-    bool ReadChunks();
-    bool ReadChunk();
-    void ReadMaterial(Material& material);
-    std::shared_ptr<Texture> ReadTexture();
-    void ReadGeometry(Geometry& geometry);
-    void SkipInfluences();
-    void ReadAttachments();
-    void ReadSkeleton();
+    bool Parse(FileCursor& cursor);
+    bool ReadHeader(FileCursor& cursor);
+    void ReadInfo(FileCursor& cursor);
+    bool ReadChunks(FileCursor& cursor);
+    bool ReadChunk(FileCursor& cursor);
+    void ReadMaterial(FileCursor& cursor, Material& material);
+    std::shared_ptr<Texture> ReadTexture(FileCursor& cursor);
+    void ReadGeometry(FileCursor& cursor, Geometry& geometry);
+    void SkipInfluences(FileCursor& cursor);
+    void ReadAttachments(FileCursor& cursor);
+    void ReadSkeleton(FileCursor& cursor);
     class BoneTree;
-    void ReadBone(BoneTree& tree, const std::shared_ptr<Bone>& bone, std::int32_t level);
+    void ReadBone(FileCursor& cursor, BoneTree& tree, const std::shared_ptr<Bone>& bone, std::int32_t level);
     void BindBones();
-
-    FileCursor mCursor;
 };
 
 } // namespace ZLMIM

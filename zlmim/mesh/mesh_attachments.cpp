@@ -5,33 +5,33 @@
 namespace ZLMIM
 {
 
-void Mesh::SkipInfluences()
+void Mesh::SkipInfluences(FileCursor& cursor)
 {
-    if (const auto block = Block::EnterOptional(mCursor, "INFL"))
-        block->Leave(mCursor);
+    if (const auto block = Block::EnterOptional(cursor, "INFL"))
+        block->Leave(cursor);
 }
 
-void Mesh::ReadAttachments()
+void Mesh::ReadAttachments(FileCursor& cursor)
 {
     // Replaced even if the file has no such block.
     Attachments = std::make_shared<Collection<Attachment>>();
-    const auto block = Block::EnterOptional(mCursor, "ATCH");
+    const auto block = Block::EnterOptional(cursor, "ATCH");
     if (!block)
         return;
 
-    AttVersion = mCursor.GetLong();
-    const std::int32_t count = mCursor.GetLong();
+    AttVersion = cursor.GetLong();
+    const std::int32_t count = cursor.GetLong();
     for (std::int32_t i = 0; i < count; ++i)
     {
-        mCursor.Budget().ChargeObjects<Attachment>();
+        cursor.Budget().ChargeObjects<Attachment>();
         const auto attachment = std::make_shared<Attachment>();
-        attachment->Name = mCursor.GetString();
+        attachment->Name = cursor.GetString();
         MakeLowerCase(attachment->Name);
-        attachment->Matrix = mCursor.GetMatrix();
+        attachment->Matrix = cursor.GetMatrix();
         Attachments->Add(attachment);
     }
 
-    block->Leave(mCursor);
+    block->Leave(cursor);
 }
 
 } // namespace ZLMIM

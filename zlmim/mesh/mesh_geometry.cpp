@@ -46,34 +46,34 @@ void ReadArray(FileCursor& cursor, ElementStore<Element>& store, std::int32_t co
 
 } // namespace
 
-void Mesh::ReadGeometry(Geometry& geometry)
+void Mesh::ReadGeometry(FileCursor& cursor, Geometry& geometry)
 {
-    const auto block = Block::Enter(mCursor, "GEOM");
+    const auto block = Block::Enter(cursor, "GEOM");
     if (!block)
         return;
 
-    geometry.Version = mCursor.GetLong();
-    geometry.PrimitiveType = static_cast<PrimFlag>(mCursor.GetLong());
+    geometry.Version = cursor.GetLong();
+    geometry.PrimitiveType = static_cast<PrimFlag>(cursor.GetLong());
     if (geometry.Version > kLastGeometryWithoutExtraField)
-        static_cast<void>(mCursor.GetLong()); // the extra field isn't used
-    mCursor.GetSingle(geometry.Area);
-    const std::int32_t vertexCount = mCursor.GetLong();
+        static_cast<void>(cursor.GetLong()); // the extra field isn't used
+    cursor.GetSingle(geometry.Area);
+    const std::int32_t vertexCount = cursor.GetLong();
     VertexCount = CheckedAdd(VertexCount, vertexCount);
-    geometry.PrimitiveCount = mCursor.GetLong();
+    geometry.PrimitiveCount = cursor.GetLong();
     Polygons = CheckedAdd(Polygons, geometry.PrimitiveCount);
-    const std::int32_t indexCount = mCursor.GetLong();
-    const std::int32_t faceNormalCount = mCursor.GetLong();
-    geometry.MaxInfl = mCursor.GetLong();
-    geometry.Bone = mCursor.GetString();
+    const std::int32_t indexCount = cursor.GetLong();
+    const std::int32_t faceNormalCount = cursor.GetLong();
+    geometry.MaxInfl = cursor.GetLong();
+    geometry.Bone = cursor.GetString();
 
-    ReadArray<Vertex>(mCursor, geometry.mVertices, vertexCount);
-    ReadArray<std::int16_t>(mCursor, geometry.mIndices, indexCount);
-    ReadArray<Vector>(mCursor, geometry.mNormals, vertexCount);
-    const auto faceNormals = mCursor.GetArray<Vector>(faceNormalCount);
-    mCursor.Budget().ChargeMemory(static_cast<std::int64_t>(faceNormals.count * sizeof(Vector)));
+    ReadArray<Vertex>(cursor, geometry.mVertices, vertexCount);
+    ReadArray<std::int16_t>(cursor, geometry.mIndices, indexCount);
+    ReadArray<Vector>(cursor, geometry.mNormals, vertexCount);
+    const auto faceNormals = cursor.GetArray<Vector>(faceNormalCount);
+    cursor.Budget().ChargeMemory(static_cast<std::int64_t>(faceNormals.count * sizeof(Vector)));
     geometry.FaceNormals->AppendBytes(faceNormals.bytes, faceNormals.count);
 
-    block->Leave(mCursor);
+    block->Leave(cursor);
 }
 
 } // namespace ZLMIM

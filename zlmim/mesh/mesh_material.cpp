@@ -24,45 +24,45 @@ std::u16string StripPath(std::u16string text)
 
 } // namespace
 
-void Mesh::ReadMaterial(Material& material)
+void Mesh::ReadMaterial(FileCursor& cursor, Material& material)
 {
-    const auto block = Block::Enter(mCursor, "MATL");
+    const auto block = Block::Enter(cursor, "MATL");
     if (!block)
         return;
 
-    material.Version = mCursor.GetLong();
+    material.Version = cursor.GetLong();
     const bool isLong = material.Version > kLastShortMaterial;
     if (isLong)
     {
-        material.Name = mCursor.GetString();
-        material.NumProperties = mCursor.GetLong();
+        material.Name = cursor.GetString();
+        material.NumProperties = cursor.GetLong();
     }
-    material.TwoSided = mCursor.GetLong();
+    material.TwoSided = cursor.GetLong();
     if (isLong)
-        mCursor.GetSingle(material.Opacity);
-    material.Ambient = mCursor.GetColour();
-    material.Diffuse = mCursor.GetColour();
-    material.Specular = mCursor.GetColour();
+        cursor.GetSingle(material.Opacity);
+    material.Ambient = cursor.GetColour();
+    material.Diffuse = cursor.GetColour();
+    material.Specular = cursor.GetColour();
     if (isLong)
-        material.Emissive = mCursor.GetColour();
-    material.SpecularPower = static_cast<float>(mCursor.GetLong());
-    const std::int32_t count = mCursor.GetLong();
+        material.Emissive = cursor.GetColour();
+    material.SpecularPower = static_cast<float>(cursor.GetLong());
+    const std::int32_t count = cursor.GetLong();
     // Counted first, so a load that fails in the textures has counted them all.
     TextureCount = CheckedAdd(TextureCount, count);
     material.Textures->Reserve(static_cast<std::size_t>(std::clamp(count, 0, kUsualTextures)));
     for (std::int32_t i = 0; i < count; ++i)
-        material.Textures->Add(ReadTexture());
+        material.Textures->Add(ReadTexture(cursor));
 
-    block->Leave(mCursor);
+    block->Leave(cursor);
 }
 
-std::shared_ptr<Texture> Mesh::ReadTexture()
+std::shared_ptr<Texture> Mesh::ReadTexture(FileCursor& cursor)
 {
-    mCursor.Budget().ChargeObjects<Texture>();
+    cursor.Budget().ChargeObjects<Texture>();
     auto texture = std::make_shared<Texture>();
-    texture->TextureType = static_cast<txtype>(mCursor.GetLong());
-    texture->Name = StripPath(mCursor.GetString());
-    mCursor.GetSingle(texture->Amount);
+    texture->TextureType = static_cast<txtype>(cursor.GetLong());
+    texture->Name = StripPath(cursor.GetString());
+    cursor.GetSingle(texture->Amount);
     return texture;
 }
 

@@ -24,6 +24,16 @@ public:
         return {std::move(self), &bone};
     }
 
+    /// The same, linked to its parent.
+    [[nodiscard]] std::shared_ptr<Bone> MakeChild(const std::shared_ptr<Bone>& parent, std::int32_t level,
+                                                  LoadBudget& budget)
+    {
+        auto child = Make(level, budget);
+        parent->Children()->Add(child);
+        child->SetParent(parent);
+        return child;
+    }
+
 private:
     struct Node
     {
@@ -37,43 +47,41 @@ private:
     BoneLimits mLimits;
 };
 
-void Mesh::ReadSkeleton()
+void Mesh::ReadSkeleton(FileCursor& cursor)
 {
-    const auto block = Block::EnterOptional(mCursor, "SKEL");
+    const auto block = Block::EnterOptional(cursor, "SKEL");
     if (!block)
         return;
 
-    static_cast<void>(mCursor.GetLong()); // not used
+    static_cast<void>(cursor.GetLong()); // not used
     const auto tree = std::make_shared<BoneTree>();
     // Set before its block is read: a root without a block is an empty bone.
-    RootBone = tree->Make(1, mCursor.Budget());
-    ReadBone(*tree, RootBone, 1);
+    RootBone = tree->Make(1, cursor.Budget());
+    ReadBone(cursor, *tree, RootBone, 1);
 
-    block->Leave(mCursor);
+    block->Leave(cursor);
 }
 
-void Mesh::ReadBone(BoneTree& tree, const std::shared_ptr<Bone>& bone, std::int32_t level)
+void Mesh::ReadBone(FileCursor& cursor, BoneTree& tree, const std::shared_ptr<Bone>& bone, std::int32_t level)
 {
-    const auto block = Block::EnterOptional(mCursor, "BONE");
+    const auto block = Block::EnterOptional(cursor, "BONE");
     if (!block)
         return;
 
-    bone->Version = mCursor.GetLong();
-    bone->Name = mCursor.GetString();
-    bone->Position = mCursor.GetVector();
-    bone->Rotation = mCursor.GetQuaternion();
+    bone->Version = cursor.GetLong();
+    bone->Name = cursor.GetString();
+    bone->Position = cursor.GetVector();
+    bone->Rotation = cursor.GetQuaternion();
     BoneCount = CheckedAdd(BoneCount, 1);
-    const std::int32_t count = mCursor.GetLong();
+    const std::int32_t count = cursor.GetLong();
     for (std::int32_t i = 0; i < count; ++i)
     {
         // Linked before its block is read: a child without a block stays an empty bone.
-        const auto child = tree.Make(level + 1, mCursor.Budget());
-        bone->Children()->Add(child);
-        child->SetParent(bone);
-        ReadBone(tree, child, level + 1);
+        const auto child = tree.MakeChild(bone, level + 1, cursor.Budget());
+        ReadBone(cursor, tree, child, level + 1);
     }
 
-    block->Leave(mCursor);
+    block->Leave(cursor);
 }
 
 void Mesh::BindBones()

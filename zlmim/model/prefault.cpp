@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <new>
-#include <utility>
 
 #ifdef __linux__
 #include <sys/mman.h>
@@ -12,11 +10,43 @@
 namespace ZLMIM
 {
 
-void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) noexcept
-{
 #if defined(__linux__) && defined(MADV_POPULATE_WRITE)
-    constexpr std::uintptr_t kPageSize = 4096; // with larger pages the calls fail and have no effect
-    constexpr std::uintptr_t kHugePage = 2 * 1'048'576;
+
+namespace
+{
+
+constexpr std::uintptr_t kPageSize = 4096; // with larger pages the calls fail and have no effect
+constexpr std::uintptr_t kHugePage = 2 * 1'048'576;
+
+/// The heap is prefaulted in aligned regions of this size: the more pages at once, the less each costs. With
+/// larger ones, glibc would give some blocks back to the system at once.
+constexpr std::uintptr_t kRegion = 65'536;
+
+/// A block of the heap that nothing is written to. Null if there is no memory.
+class HeapBlock
+{
+public:
+    explicit HeapBlock(std::size_t size) noexcept : mMemory(std::malloc(size)) {}
+    HeapBlock(const HeapBlock&) = delete;
+    HeapBlock& operator=(const HeapBlock&) = delete;
+    ~HeapBlock() { std::free(mMemory); }
+
+    [[nodiscard]] std::uintptr_t Start() const noexcept { return reinterpret_cast<std::uintptr_t>(mMemory); }
+
+private:
+    void* mMemory;
+};
+
+/// The first region that begins at `address` or after it.
+constexpr std::uintptr_t NextRegion(std::uintptr_t address) noexcept
+{
+    return (address + kRegion - 1) / kRegion * kRegion;
+}
+
+} // namespace
+
+void PrefaultPages(void* memory, std::size_t size) noexcept
+{
     constexpr std::size_t kWorthACall = 2 * kPageSize;
     if (size < kWorthACall)
         return;
@@ -29,18 +59,26 @@ void PrefaultPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t s
     for (std::uintptr_t page = firstPage; page < end; page += kHugePage)
         static_cast<void>(
             ::madvise(reinterpret_cast<void*>(page), std::min(kHugePage, end - page), MADV_POPULATE_WRITE));
-#endif
 }
 
-void HeapPrefaulter::Prefault(std::size_t size)
+void PrefaultHeap(std::size_t size) noexcept
 {
-    void* const memory = std::malloc(size);
-    if (!memory)
-        throw std::bad_alloc();
-    const auto address = reinterpret_cast<std::uintptr_t>(memory);
-    if (std::exchange(mLast, address) != address)
-        PrefaultPages(memory, size);
-    std::free(memory);
+    const std::uintptr_t start = HeapBlock(size).Start();
+    if (start == 0 || NextRegion(start) == NextRegion(start + size))
+        return;
+    // Allocated only now, since malloc writes to a page at the end of a block.
+    const HeapBlock block(size + kRegion);
+    if (block.Start() == 0)
+        return;
+    const std::uintptr_t first = NextRegion(block.Start());
+    PrefaultPages(reinterpret_cast<void*>(first), NextRegion(block.Start() + size) - first);
 }
+
+#else
+
+void PrefaultPages(void*, std::size_t) noexcept {}
+void PrefaultHeap(std::size_t) noexcept {}
+
+#endif
 
 } // namespace ZLMIM

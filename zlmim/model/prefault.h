@@ -11,20 +11,10 @@ namespace ZLMIM
 /// \ingroup inside
 void PrefaultPages(void* memory, std::size_t size) noexcept;
 
-/// Prefaults memory of the allocator's that the next small allocations will probably get, for many small
-/// objects.
+/// Prefaults memory for small objects that need `size` bytes in total: the parts of the heap that the next
+/// allocations will probably reach, unless an earlier call did that. To be called again as they are made.
+/// Has no effect if there is no memory for them.
 /// \ingroup inside
-class HeapPrefaulter
-{
-public:
-    /// Allocates `size` bytes, prefaults and frees them, unless they are at the same place as those of the
-    /// last call.
-    /// @throws std::bad_alloc
-    void Prefault(std::size_t size);
-
-private:
-    /// Address of the bytes of the last call.
-    std::uintptr_t mLast = 0;
-};
+void PrefaultHeap(std::size_t size) noexcept;
 
 } // namespace ZLMIM

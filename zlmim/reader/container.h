@@ -37,21 +37,20 @@ namespace Container
     return false;
 }
 
-/// Runs one load. `readFile` reads the file into `cursor`, and `parse` reads its blocks. Either returns false
-/// to end the load. The file's bytes are freed after a success, and if there is no file. After any other
-/// failure they stay until the next load. Adds the file's name to errors.
+/// Runs one load with a cursor of its own. `readFile` reads the file, and `parse` reads its blocks. Either
+/// returns false to end the load. Adds the file's name to errors.
 template <class ReadFile, class Parse>
-[[nodiscard]] bool Load(const std::u16string& fileName, FileCursor& cursor, const ReadFile& readFile,
+[[nodiscard]] bool Load(const std::u16string& fileName, LoadBudget& budget, const ReadFile& readFile,
                         const Parse& parse)
 {
     return NameFileInErrors(fileName,
                             [&]
                             {
-                                const bool isThere = readFile();
-                                if (isThere && !parse())
+                                FileCursor cursor(budget);
+                                if (!readFile(cursor))
                                     return false;
-                                cursor.Release();
-                                return isThere;
+                                cursor.PrefaultObjects();
+                                return parse(cursor);
                             });
 }
 

@@ -15,24 +15,22 @@ namespace
 {
 
 /// Bytes of a file for which memory is prefaulted at once, and bytes of their objects besides the arrays.
-/// Together they stay below 64 KiB: glibc may give a larger block back to the system at once.
 constexpr std::int64_t kPrefaultStep = 24 * 1'024;
-constexpr std::int64_t kSmallObjects = 4 * 1'024;
+constexpr std::int64_t kSmallObjects = 1'024;
 
 } // namespace
 
-bool FileCursor::LoadFile(const std::u16string& name, PathResolver& paths, LoadBudget& budget,
-                          std::int32_t& fileSize)
+bool FileCursor::LoadFile(const std::u16string& name, PathResolver& paths, std::int32_t& fileSize)
 try
 {
-    mBudget = &budget;
-    mCharged = 0;
-    budget.ChargeWork(LoadCost::FileQuestion);
+    mBudget.ChargeWork(LoadCost::FileQuestion);
     File file = File::Open(name, paths);
-    if (!MakeData(file.Size(), fileSize))
+    const std::int64_t length = file.Size();
+    if (!Charge(length, fileSize))
         return false;
-    const std::size_t length = mData.size() - 1;
-    return file.Read({mData.data(), length}) == length;
+    const bool isSmall = length < static_cast<std::int64_t>(mSmallFile.size());
+    const auto bytes = isSmall ? SetData(mSmallFile, length) : AllocateData(length);
+    return file.Read(bytes) == bytes.size();
 }
 catch (const BoundsError&) // an exceeded limit
 {
@@ -43,14 +41,14 @@ catch (const std::exception&)
     return false;
 }
 
-bool FileCursor::LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget, std::int32_t& fileSize)
+bool FileCursor::LoadBytes(std::span<const std::byte> bytes, std::int32_t& fileSize)
 try
 {
-    mBudget = &budget;
-    mCharged = 0;
-    if (!MakeData(static_cast<std::int64_t>(bytes.size()), fileSize))
+    const auto length = static_cast<std::int64_t>(bytes.size());
+    if (!Charge(length, fileSize))
         return false;
-    std::copy_n(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size(), mData.data());
+    // Always allocated: AddressSanitizer then finds a read past the end, also of a small file.
+    std::ranges::copy(bytes, std::as_writable_bytes(AllocateData(length)).begin());
     return true;
 }
 catch (const std::bad_alloc&)
@@ -58,41 +56,39 @@ catch (const std::bad_alloc&)
     return false;
 }
 
-bool FileCursor::MakeData(std::int64_t length, std::int32_t& fileSize)
+/// Stores the length, and charges it. Returns false if the file is too long.
+bool FileCursor::Charge(std::int64_t length, std::int32_t& fileSize)
 {
     if (length > kMaxFileSize)
         return false;
     fileSize = static_cast<std::int32_t>(length);
-    mBudget->ChargeWork(length);
-    mData = {};
-    mBudget->ChargeMemory(length);
+    mBudget.ChargeWork(length);
+    mBudget.ChargeMemory(length);
     mCharged = length;
-    mPrefaulted = 0;
-    mHeap = {};
-    if (length <= kPrefaultStep) // for the file's own bytes, too
-        PrefaultNext(length);
-    mData = RecordArray<unsigned char>::Uninitialised(static_cast<std::size_t>(length) + 1);
-    mData[static_cast<std::size_t>(length)] = 0;
     mAllowance = ReadAllowance(length);
     return true;
 }
 
-void FileCursor::PrefaultObjects()
+std::span<unsigned char> FileCursor::SetData(std::span<unsigned char> memory, std::int64_t length)
 {
-    if (Pos >= mPrefaulted && Pos < FileSize())
-        PrefaultNext(std::min<std::int64_t>(FileSize() - Pos, kPrefaultStep));
+    mData = memory.first(static_cast<std::size_t>(length) + 1);
+    mData.back() = 0;
+    return mData.first(mData.size() - 1);
 }
 
-void FileCursor::PrefaultNext(std::int64_t length)
+std::span<unsigned char> FileCursor::AllocateData(std::int64_t length)
 {
-    mHeap.Prefault(static_cast<std::size_t>(2 * length + kSmallObjects));
+    mLargeFile = RecordArray<unsigned char>::Uninitialised(static_cast<std::size_t>(length) + 1);
+    return SetData({mLargeFile.data(), mLargeFile.size()}, length);
+}
+
+void FileCursor::PrefaultObjects() noexcept
+{
+    if (Pos < mPrefaulted || Pos >= FileSize())
+        return;
+    const auto length = std::min<std::int64_t>(FileSize() - Pos, kPrefaultStep);
+    PrefaultHeap(static_cast<std::size_t>(2 * length + kSmallObjects));
     mPrefaulted = Pos + length;
-}
-
-void FileCursor::Release() noexcept
-{
-    mBudget->ReturnMemory(std::exchange(mCharged, 0));
-    mData = {};
 }
 
 std::u16string FileCursor::GetTag(std::int32_t n)
@@ -129,7 +125,7 @@ std::u16string FileCursor::GetString()
         const unsigned char* const bytes = mData.data() + Pos;
         const void* const zero = std::memchr(bytes, 0, static_cast<std::size_t>(there));
         const std::int64_t size = zero ? static_cast<const unsigned char*>(zero) - bytes : there;
-        mBudget->ChargeMemory(size * static_cast<std::int64_t>(sizeof(char16_t)));
+        mBudget.ChargeMemory(size * static_cast<std::int64_t>(sizeof(char16_t)));
         text = FromAnsi({reinterpret_cast<const char*>(Take(size)), static_cast<std::size_t>(size)});
     }
     Pos = last + 1;

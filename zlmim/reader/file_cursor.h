@@ -5,6 +5,7 @@
 #include "zlmim/model/records.h"
 #include "zlmim/reader/load_budget.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -29,7 +30,7 @@ struct UnalignedArray
 };
 
 /// A whole file in memory and a read position in it. Reads bytes, numbers, records and text; doesn't know
-/// blocks.
+/// blocks. A cursor loads one file, and lives as long as that load.
 ///
 /// With L as the file's length, `Data` has the indices 0 to L: the file's bytes, and a 0 byte at index L,
 /// which can be read like the others. A read outside these indices throws `BoundsError`, and so does a read
@@ -39,35 +40,31 @@ struct UnalignedArray
 class FileCursor
 {
 public:
+    /// Charges the file and the objects made from it to `budget`, which must outlive the cursor. The file's
+    /// share is returned at the end.
+    explicit FileCursor(LoadBudget& budget) : mBudget(budget) {}
+    FileCursor(const FileCursor&) = delete;
+    FileCursor& operator=(const FileCursor&) = delete;
+    ~FileCursor() { mBudget.ReturnMemory(mCharged); }
+
     /// Index of the next byte to read. May be set to any value; only a read checks it.
     std::int32_t Pos = 0;
 
     /// Reads the file into `Data`, and its length into `fileSize`. `Pos` stays. Returns false if the file is
     /// missing, unreadable, not a regular file, too long, or too large for the available memory. `fileSize`
     /// changes only if the length was determined, and fits.
-    ///
-    /// `budget` is charged for the file and for the objects made from it. It must outlive the load.
     /// @throws BoundsError if a limit is exceeded. Throws nothing else.
-    [[nodiscard]] bool LoadFile(const std::u16string& name, PathResolver& paths, LoadBudget& budget,
-                                std::int32_t& fileSize);
+    [[nodiscard]] bool LoadFile(const std::u16string& name, PathResolver& paths, std::int32_t& fileSize);
 
     /// The same for these bytes, which are copied.
-    [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, LoadBudget& budget,
-                                 std::int32_t& fileSize);
+    [[nodiscard]] bool LoadBytes(std::span<const std::byte> bytes, std::int32_t& fileSize);
 
     /// Prefaults memory for the objects and small arrays that will be made from the next bytes of the file,
     /// unless that was done already. To be called as the reader moves on.
-    /// @throws std::bad_alloc
-    void PrefaultObjects();
-
-    /// Frees the file's bytes at the end of a load. There is no `Data` until the next load.
-    void Release() noexcept;
+    void PrefaultObjects() noexcept;
 
     /// The file's bytes and the 0 after them; empty without `Data`.
-    [[nodiscard]] std::span<const unsigned char> Data() const noexcept
-    {
-        return {mData.data(), mData.size()};
-    }
+    [[nodiscard]] std::span<const unsigned char> Data() const noexcept { return mData; }
 
     /// L; -1 without `Data`.
     [[nodiscard]] std::int32_t FileSize() const noexcept
@@ -114,11 +111,15 @@ public:
     /// Whether an array of `count` elements of `size` bytes can be read here.
     [[nodiscard]] bool CanRead(std::int64_t count, std::int64_t size) const noexcept;
 
-    /// The remaining budget of the load. Valid during the load only.
-    [[nodiscard]] LoadBudget& Budget() const noexcept { return *mBudget; }
+    /// The remaining budget of the load.
+    [[nodiscard]] LoadBudget& Budget() const noexcept { return mBudget; }
 
 private:
-    bool MakeData(std::int64_t length, std::int32_t& fileSize);
+    bool Charge(std::int64_t length, std::int32_t& fileSize);
+    /// Makes the start of `memory` the `Data` of a file of that length, except for the file's bytes. Returns
+    /// the place for them.
+    std::span<unsigned char> SetData(std::span<unsigned char> memory, std::int64_t length);
+    std::span<unsigned char> AllocateData(std::int64_t length);
     /// Bytes of `Data` from `Pos` on; negative if `Pos` is outside.
     [[nodiscard]] std::int64_t BytesLeft() const noexcept
     {
@@ -139,7 +140,6 @@ private:
         return bytes;
     }
     const unsigned char* TakeArray(std::int32_t count, std::size_t size);
-    void PrefaultNext(std::int64_t length);
     [[noreturn]] void ThrowBounds(std::int64_t size) const;
 
     template <class T>
@@ -156,14 +156,17 @@ private:
         return value;
     }
 
-    RecordArray<unsigned char> mData;
-    /// The budget of the current load, and the amount charged for the file's bytes.
-    LoadBudget* mBudget = nullptr;
+    /// For a small file on disk. A cursor lives on the stack, which unlike fresh memory costs no page faults.
+    std::array<unsigned char, 32'768> mSmallFile;
+    /// For any other file.
+    RecordArray<unsigned char> mLargeFile;
+    std::span<unsigned char> mData;
+    LoadBudget& mBudget;
+    /// The amount charged for the file's bytes.
     std::int64_t mCharged = 0;
     std::int64_t mAllowance = 0;
     /// Where `PrefaultObjects` has an effect again.
     std::int64_t mPrefaulted = 0;
-    HeapPrefaulter mHeap;
 };
 
 } // namespace ZLMIM
