@@ -21,15 +21,20 @@ constexpr char16_t kQuote = u'"';
 /// times the memory.
 constexpr std::size_t kPartSize = 524'288;
 
+/// Whether a value that begins with a quotation mark has another one at its end.
+bool IsClosed(std::size_t size, std::u16string_view end) { return size >= 2 && end.ends_with(kQuote); }
+
 /// Reads the further lines of a quoted value. Returns false if the stream ended with them.
 bool ReadQuoted(LineReader& lines, std::u16string& value)
 {
+    if (IsClosed(value.size(), value))
+        return true;
     std::deque<std::u16string> parts;
     parts.push_back(std::move(value));
     std::size_t sizeBefore = 0; // characters of all parts but the last
     const auto size = [&] { return sizeBefore + parts.back().size(); };
     bool isAtEnd = false;
-    while (!isAtEnd && (size() < 2 || !parts.back().ends_with(kQuote)))
+    while (!isAtEnd && !IsClosed(size(), parts.back()))
     {
         const std::u16string line = lines.ReadLine();
         if (parts.back().size() >= kPartSize)

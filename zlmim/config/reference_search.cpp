@@ -2,6 +2,7 @@
 
 #include "zlmim/config/config_line.h"
 #include "zlmim/model/errors.h"
+#include "zlmim/model/prefault.h"
 #include "zlmim/model/text.h"
 
 #include <string_view>
@@ -12,6 +13,9 @@ namespace
 {
 
 constexpr std::u16string_view kConfigName = u"config.txt";
+
+/// Folders for which memory is prefaulted at once.
+constexpr std::size_t kPrefaultedFolders = 64;
 
 std::u16string ConfigPath(std::u16string folder) { return (folder += u'\\') += kConfigName; }
 
@@ -38,6 +42,8 @@ bool ReferenceSearch::ConfigHasValue(const std::u16string& kuid, const Folder& f
 {
     if (!mCache)
         return ReadKuid(folder) == kuid;
+    if (mCache->size() % kPrefaultedFolders == 0)
+        PrefaultHeap(kPrefaultedFolders * kFolderMemory);
     auto [known, isNew] = mCache->try_emplace(folder.Path());
     if (isNew)
     {
