@@ -1,3 +1,4 @@
+#include "asset_folder.h"
 #include "good_files.h"
 #include "model_walker.h"
 #include "sanitized.h"
@@ -5,6 +6,7 @@
 #include "zlmim/mesh/mesh.h"
 
 #include <cstddef>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <pthread.h>
@@ -149,9 +151,8 @@ TEST(Lifetime, AThousandLoadsKeepOnlyTheLast)
     LoadAThousandTimes<Anim>(GoodAnim());
 }
 
-/// Loads a tree of the greatest depth, and frees it, on a thread with a small stack.
-template <class Asset>
-void LoadDeepTree(const Bytes& file)
+/// Runs `task` on a thread with the stack that a load may need.
+void RunOnSmallStack(std::function<void()> task)
 {
 #ifdef NDEBUG
     constexpr std::size_t kStackSize = kIsAddressSanitized ? 4'194'304 : 262'144;
@@ -161,22 +162,42 @@ void LoadDeepTree(const Bytes& file)
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStackSize), 0);
-    const auto load = [](void* bytes) -> void*
+    const auto run = [](void* given) -> void*
     {
-        EXPECT_TRUE(Asset().LoadBytes(static_cast<const Bytes*>(bytes)->Span()));
+        (*static_cast<std::function<void()>*>(given))();
         return nullptr;
     };
     pthread_t thread;
-    Bytes bytes = file;
-    ASSERT_EQ(pthread_create(&thread, &attributes, load, &bytes), 0);
+    ASSERT_EQ(pthread_create(&thread, &attributes, run, &task), 0);
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);
 }
 
-TEST(Lifetime, TheDeepestTreesAreLoadedAndFreedOnASmallStack)
+TEST(Lifetime, TheDeepestTreesInTheDeepestModelsAreLoadedAndFreedOnASmallStack)
 {
-    LoadDeepTree<Mesh>(MeshWith(Chain(MeshBone, 1'024)));
-    LoadDeepTree<Anim>(AnimWith(0, Chain(AnimBone, 1'024)));
+    constexpr int kModels = 32;
+    AssetFolder folder;
+    for (int i = 0; i < kModels; ++i)
+    {
+        const std::string name = i == 0 ? "wagon" : "a" + std::to_string(i);
+        folder.Write(name + "/config.txt", "kuid <kuid:" + std::to_string(i) +
+                                               ">\nbogey-0 <kuid:" + std::to_string(i + 1) +
+                                               ">\nmesh-table\n{\ne\n{\nmesh m.im\nanim a.kin\n}\n}\n");
+        folder.Write(name + "/m.im", MeshWith(Chain(MeshBone, kMaxBoneDepth)).Str());
+        folder.Write(name + "/a.kin", AnimWith(0, Chain(AnimBone, kMaxBoneDepth)).Str());
+    }
+    RunOnSmallStack(
+        [&]
+        {
+            int models = 0;
+            for (auto model = folder.Loaded(); model && model->MeshTable()->Count() == 1; ++models)
+            {
+                EXPECT_EQ(model->MeshTable()->Item(1)->Mesh->BoneCount, kMaxBoneDepth);
+                EXPECT_TRUE(model->MeshTable()->Item(1)->anim->RootBone);
+                model = model->Bogies->Count() == 1 ? model->Bogies->Item(1) : nullptr;
+            }
+            EXPECT_EQ(models, kModels);
+        });
 }
 
 } // namespace

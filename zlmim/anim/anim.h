@@ -90,6 +90,7 @@ private:
     bool ReadEvents(FileCursor& cursor);
     void ReadSkeleton(FileCursor& cursor);
     std::shared_ptr<BoneAnim> MakeBone(FileCursor& cursor, BoneLimits& limits, std::int32_t level);
+    BoneAnim& AddChild(FileCursor& cursor, BoneLimits& limits, BoneAnim& parent, std::int32_t level);
     void ReadBone(FileCursor& cursor, BoneLimits& limits, BoneAnim& bone, std::int32_t level);
 
     /// The bones of the tree in the order of a FRAM block's records: each before its children.

@@ -26,6 +26,13 @@ std::shared_ptr<BoneAnim> Anim::MakeBone(FileCursor& cursor, BoneLimits& limits,
     return std::make_shared<BoneAnim>();
 }
 
+BoneAnim& Anim::AddChild(FileCursor& cursor, BoneLimits& limits, BoneAnim& parent, std::int32_t level)
+{
+    const auto child = MakeBone(cursor, limits, level);
+    parent.Children()->Add(child);
+    return *child;
+}
+
 void Anim::ReadBone(FileCursor& cursor, BoneLimits& limits, BoneAnim& bone, std::int32_t level)
 {
     const auto block = Block::EnterOptional(cursor, "BONE");
@@ -38,9 +45,8 @@ void Anim::ReadBone(FileCursor& cursor, BoneLimits& limits, BoneAnim& bone, std:
     for (std::int32_t i = 0; i < count; ++i)
     {
         // Linked before its block is read: a child without a block stays an empty bone.
-        const auto child = MakeBone(cursor, limits, level + 1);
-        bone.Children()->Add(child);
-        ReadBone(cursor, limits, *child, level + 1);
+        BoneAnim& child = AddChild(cursor, limits, bone, level + 1);
+        ReadBone(cursor, limits, child, level + 1);
     }
 
     block->Leave(cursor);

@@ -42,11 +42,11 @@ bool ReferenceSearch::ConfigHasValue(const std::u16string& kuid, const Folder& f
 {
     if (!mCache)
         return ReadKuid(folder) == kuid;
-    if (mCache->size() % kPrefaultedFolders == 0)
-        PrefaultHeap(kPrefaultedFolders * kFolderMemory);
     auto [known, isNew] = mCache->try_emplace(folder.Path());
     if (isNew)
     {
+        if (mCache->size() % kPrefaultedFolders == 1)
+            PrefaultHeap(kPrefaultedFolders * kFolderMemory);
         mBudget->ChargeMemory(kFolderMemory);
         known->second = ReadKuid(folder);
     }

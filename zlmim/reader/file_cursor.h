@@ -157,7 +157,7 @@ private:
     }
 
     /// For a small file on disk. A cursor lives on the stack, which unlike fresh memory costs no page faults.
-    std::array<unsigned char, 32'768> mSmallFile;
+    std::array<unsigned char, 24'576> mSmallFile;
     /// For any other file.
     RecordArray<unsigned char> mLargeFile;
     std::span<unsigned char> mData;
