@@ -18,7 +18,7 @@ namespace ZLMIM
 
 class PathResolver;
 
-/// Consecutive elements in the file's memory, unaligned. Valid until the cursor's data is freed.
+/// Consecutive elements in the file's memory, unaligned. Valid as long as the cursor.
 /// \ingroup inside
 template <class T>
 struct UnalignedArray
