@@ -60,8 +60,8 @@ int NextDescriptor()
 }
 
 /// Loads a new object, then the same one again, with the first allocation failing, then the second, and so on
-/// until none fails. Returns the outcomes of failed loads in order, without repetitions. A load may succeed,
-/// with all contents, although an allocation failed: one in advance.
+/// until both loads make all their allocations. Returns the outcomes of failed loads in order, without
+/// repetitions. A load may succeed, with all contents, although an allocation failed: one in advance.
 template <class Asset, class Load>
 std::vector<std::string> FailEachAllocation(const Load& load)
 {
