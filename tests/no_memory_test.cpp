@@ -61,9 +61,10 @@ int NextDescriptor()
 
 /// Loads a new object, then the same one again, with the first allocation failing, then the second, and so on
 /// until both loads make all their allocations. Returns the outcomes of failed loads in order, without
-/// repetitions. A load may succeed, with all contents, although an allocation failed: one in advance.
+/// repetitions. A load may succeed, with all contents, although an allocation failed: one in advance. A load
+/// makes at most `mostInAdvance` of them.
 template <class Asset, class Load>
-std::vector<std::string> FailEachAllocation(const Load& load)
+std::vector<std::string> FailEachAllocation(const Load& load, std::size_t mostInAdvance)
 {
     const auto whole = std::make_shared<Asset>();
     const std::string success = OutcomeOf([&] { return load(*whole); });
@@ -71,6 +72,7 @@ std::vector<std::string> FailEachAllocation(const Load& load)
     EXPECT_FALSE(expected.digests.empty());
 
     std::vector<std::string> outcomes;
+    std::size_t toleratedFailures = 0;
     bool haveSucceeded = false;
     for (std::int64_t number = 1; !haveSucceeded && !::testing::Test::HasFailure(); ++number)
     {
@@ -98,6 +100,7 @@ std::vector<std::string> FailEachAllocation(const Load& load)
 
             const Contents contents = ContentsOf(*asset);
             EXPECT_TRUE(outcome != "true" || contents == expected);
+            toleratedFailures += outcome == "true" && hasFailed ? 1 : 0;
             EXPECT_TRUE(outcome != "done" || contents.texts == expected.texts);
             EXPECT_EQ(OutcomeOf([&] { return load(*asset); }), success);
             EXPECT_TRUE(ContentsOf(*asset) == expected);
@@ -108,6 +111,7 @@ std::vector<std::string> FailEachAllocation(const Load& load)
             EXPECT_EQ(OutstandingAllocations(), outstanding);
         }
     }
+    EXPECT_LE(toleratedFailures, 2 * mostInAdvance) << "in both states";
     return outcomes;
 }
 
@@ -137,7 +141,8 @@ void FailEachAllocationOfFiles(const std::string& ending, const Bytes& everyBloc
                 return isOnDisk ? asset.Load(kName) : asset.LoadBytes(span, kName);
             };
             const std::vector<std::string> expected = {"bad_alloc", "false", "bad_alloc"};
-            EXPECT_EQ(FailEachAllocation<Asset>(load), expected);
+            const std::size_t steps = bytes.size() / 24'576 + 1; // each with up to two allocations in advance
+            EXPECT_EQ(FailEachAllocation<Asset>(load, 2 * steps), expected);
         }
     }
 }
@@ -150,7 +155,7 @@ TEST(NoMemory, EndsALoadOfAModelOrLeavesOneOfItsMeshesEmpty)
     const AssetFolder folder;
     Sample::WriteSampleAssets("../..");
     const auto load = [](ZLMModel& model) { model.Load(u"..\\WAGON\\config.txt"); };
-    for (const std::string& outcome : FailEachAllocation<ZLMModel>(load))
+    for (const std::string& outcome : FailEachAllocation<ZLMModel>(load, 0))
         EXPECT_TRUE(outcome == "bad_alloc" || outcome == "done") << outcome;
 }
 

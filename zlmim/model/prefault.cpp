@@ -19,7 +19,7 @@ constexpr std::uintptr_t kPageSize = 4096; // with larger pages the calls fail a
 constexpr std::uintptr_t kHugePage = 2 * 1'048'576;
 
 /// The heap is prefaulted in aligned regions of this size: the more pages at once, the less each costs. With
-/// larger ones, glibc would give some blocks back to the system at once.
+/// larger ones, some blocks would have 128 KiB, which glibc doesn't take from the heap.
 constexpr std::uintptr_t kRegion = 65'536;
 
 /// A block of the heap that nothing is written to. Null if there is no memory.
